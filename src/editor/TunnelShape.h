@@ -1,0 +1,49 @@
+// The tunnel's cross-section: two closed contours of nodes, an inside and an outside one. x points to the
+// right, y up; one unit is one unit of the track, and the origin rides on the track's path.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/Values.h"
+#include "tracing/mMath3D.h"
+
+namespace boreforge {
+
+inline constexpr float kDefaultZoom = 50;
+
+// A node is the pair of points of the same index; the last node connects to the first. Any number of nodes is
+// valid, none included, and no contour is tested for crossings or for its winding.
+struct TunnelShapeState {
+    std::vector<Vector3D> InsideNodes;
+    std::vector<Vector3D> OutsideNodes;  // as many as InsideNodes
+    float ZoomScale = kDefaultZoom;      // canvas pixels for each shape unit
+    std::int32_t SelectedNode = -1;      // -1: nothing is selected
+    Truth SelectedIsOutside = kFalse;    // which of the selected node's two points is meant
+    std::int32_t NodeCount() const { return static_cast<std::int32_t>(InsideNodes.size()); }
+};
+
+// The one shape.
+extern TunnelShapeState TunnelShape;
+
+// Empties the shape, sets the zoom to its default and selects nothing. SelectedIsOutside stays.
+void ResetTunnelShape();
+
+// Appends a node. Its outside point is `node` moved 0.5 away from each axis, 0 counting as positive.
+void AddShapeNode(const Vector3D& node);
+
+// Removes a node. An index outside the shape is ignored.
+void DeleteShapeNode(std::int32_t index);
+
+// Inserts a node behind node `index`, with the outside point that AddShapeNode would give it. An index
+// outside the shape is ignored.
+void InsertShapeNode(std::int32_t index, const Vector3D& node);
+
+// Negates x (mirror) or y (flip) of every point; the order of the nodes stays, so the winding reverses.
+void MirrorTunnelShape();
+void FlipTunnelShape();
+
+// Replaces the shape: 0 is the box, 1 the rounded one, any other value an empty shape.
+void MakePresetShape(std::int16_t preset);
+
+}  // namespace boreforge

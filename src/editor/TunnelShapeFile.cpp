@@ -1,0 +1,78 @@
+#include "editor/TunnelShapeFile.h"
+
+#include <cstdint>
+#include <new>
+#include <string_view>
+
+#include "editor/TunnelShape.h"
+#include "editor/modFileIO.h"
+
+namespace boreforge {
+
+namespace {
+
+constexpr std::string_view kMagic = "ZRBF";
+constexpr std::int64_t kHeadBytes = 8;
+constexpr std::int64_t kNodeBytes = 24;
+
+Vector3D GetPoint(std::int32_t& position) {
+    Vector3D point;
+    point.x = GetFloat32(position);
+    point.y = GetFloat32(position);
+    point.z = GetFloat32(position);
+    return point;
+}
+
+void PutPoint(std::int32_t& position, const Vector3D& point) {
+    PutFloat32(position, point.x);
+    PutFloat32(position, point.y);
+    PutFloat32(position, point.z);
+}
+
+// Fills the empty shape from FileBuffer.
+bool GetShape() {
+    const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the last byte is not the file's
+    if (length < kHeadBytes) return false;
+    std::int32_t position = 0;
+    if (GetTag(position) != kMagic) return false;
+    const std::int32_t count = GetInt32(position);
+    if (kHeadBytes + kNodeBytes * count > length) return false;
+    for (std::int32_t i = 0; i < count; ++i) {
+        AddShapeNode(GetPoint(position));
+        TunnelShape.OutsideNodes.back() = GetPoint(position);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool LoadTunnelShape(const std::string& path) {
+    try {
+        if (!ReadFileToBuffer(path)) return false;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    ResetTunnelShape();
+    bool good = false;
+    try {
+        good = GetShape();
+    } catch (const std::bad_alloc&) {
+        good = false;
+    }
+    if (!good) ResetTunnelShape();
+    return good;
+}
+
+bool SaveTunnelShape(const std::string& path) {
+    ClearFileBuffer();
+    std::int32_t position = 0;
+    PutTag(position, kMagic);
+    PutInt32(position, TunnelShape.NodeCount());
+    for (std::size_t i = 0; i < TunnelShape.InsideNodes.size(); ++i) {
+        PutPoint(position, TunnelShape.InsideNodes[i]);
+        PutPoint(position, TunnelShape.OutsideNodes[i]);
+    }
+    return WriteBufferToFile(path);
+}
+
+}  // namespace boreforge

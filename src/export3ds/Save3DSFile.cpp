@@ -1,0 +1,269 @@
+#include "export3ds/Save3DSFile.h"
+
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+
+#include "base/Values.h"
+#include "export3ds/mSave3DSObject.h"
+
+namespace boreforge {
+
+namespace {
+
+// Chunk ids, with the names of the published format.
+enum ChunkId : std::uint16_t {
+    MAIN3DS = 0x4D4D,
+    M3D_VERSION = 0x0002,
+    MDATA = 0x3D3D,
+    MESH_VERSION = 0x3D3E,
+    MASTER_SCALE = 0x0100,
+    COLOR_24 = 0x0011,
+    INT_PERCENTAGE = 0x0030,
+    MAT_ENTRY = 0xAFFF,
+    MAT_NAME = 0xA000,
+    MAT_AMBIENT = 0xA010,
+    MAT_DIFFUSE = 0xA020,
+    MAT_SPECULAR = 0xA030,
+    MAT_SHININESS = 0xA040,
+    MAT_SHIN2PCT = 0xA041,
+    MAT_TRANSPARENCY = 0xA050,
+    MAT_XPFALL = 0xA052,
+    MAT_REFBLUR = 0xA053,
+    MAT_SELF_ILPCT = 0xA084,
+    MAT_WIRESIZE = 0xA087,
+    MAT_SHADING = 0xA100,
+    NAMED_OBJECT = 0x4000,
+    N_TRI_OBJECT = 0x4100,
+    POINT_ARRAY = 0x4110,
+    FACE_ARRAY = 0x4120,
+    MSH_MAT_GROUP = 0x4130,
+    TEX_VERTS = 0x4140,
+    SMOOTH_GROUP = 0x4150,
+    MESH_MATRIX = 0x4160,
+};
+
+constexpr std::int32_t kHeaderLength = 6;  // of every chunk: id and length
+constexpr std::int32_t kVersionLength = kHeaderLength + 4;
+constexpr std::int32_t kScaleLength = kHeaderLength + 4;
+constexpr std::int32_t kColorLength = kHeaderLength + 3;
+constexpr std::int32_t kPercentLength = kHeaderLength + 2;
+constexpr std::int32_t kMatrixLength = kHeaderLength + 12 * 4;
+
+constexpr std::uint32_t kFormatVersion = 3;
+constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to the metre
+constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
+constexpr std::uint16_t kAllEdgesVisible = 7;
+constexpr std::size_t kMostMeshes = 32767;
+
+// Material names have eight characters, so every material takes the same room.
+constexpr std::int32_t kMaterialNameLength = kHeaderLength + 8 + 1;
+constexpr std::int32_t kMaterialLength =
+    kHeaderLength + kMaterialNameLength + 3 * (kHeaderLength + kColorLength) +
+    6 * (kHeaderLength + kPercentLength) + (kHeaderLength + 2) + (kHeaderLength + 4);
+
+std::int64_t Length64(std::size_t count) { return static_cast<std::int64_t>(count); }
+
+// The lengths of one mesh's chunks, each stated once.
+struct MeshLengths {
+    std::int64_t points, texCoords, materialGroup, smoothGroups, faces, triObject, object;
+
+    explicit MeshLengths(const Mesh3DS& mesh)
+        : points(kHeaderLength + 2 + 12 * Length64(mesh.Points.size())),
+          texCoords(mesh.HasTexCoords ? kHeaderLength + 2 + 8 * Length64(mesh.TexCoords.size()) : 0),
+          materialGroup(kMaterialNameLength + 2 + 2 * Length64(mesh.Faces.size())),
+          smoothGroups(kHeaderLength + 4 * Length64(mesh.Faces.size())),
+          faces(kHeaderLength + 2 + 8 * Length64(mesh.Faces.size()) + materialGroup + smoothGroups),
+          triObject(kHeaderLength + points + texCoords + kMatrixLength + faces),
+          object(kHeaderLength + Length64(mesh.Name.size()) + 1 + triObject) {}
+};
+
+std::int64_t MeshDataLength() {
+    std::int64_t length = kHeaderLength + kVersionLength + kScaleLength;
+    length += kMaterialLength * Length64(Model3DS.Materials.size());
+    for (const Mesh3DS& mesh : Model3DS.Meshes)
+        length += MeshLengths(mesh).object;
+    return length;
+}
+
+std::int64_t FileLength() { return kHeaderLength + kVersionLength + MeshDataLength(); }
+
+// Little-endian stores, each giving the place behind what it stored.
+std::uint8_t* Store16(std::uint8_t* place, std::uint16_t value) {
+    place[0] = static_cast<std::uint8_t>(value);
+    place[1] = static_cast<std::uint8_t>(value >> 8);
+    return place + 2;
+}
+std::uint8_t* Store32(std::uint8_t* place, std::uint32_t value) {
+    return Store16(Store16(place, static_cast<std::uint16_t>(value)),
+                   static_cast<std::uint16_t>(value >> 16));
+}
+std::uint8_t* StoreFloat(std::uint8_t* place, float value) {
+    return Store32(place, std::bit_cast<std::uint32_t>(value));
+}
+
+// Rounds to six decimal places, ties to even, and never gives -0. From 16 on a 32-bit float has no finer
+// digits.
+float RoundPlaces(float value) {
+    if (!(std::fabs(value) < 16)) return value;
+    return static_cast<float>(RoundToEven(value * 1e6) / 1e6) + 0.0f;
+}
+
+void PutLength(ChunkId id, std::int64_t length, OutputFile& file) {
+    PutChunkHeader(id, static_cast<std::int32_t>(length), file);
+}
+
+void PutFloat(float value, OutputFile& file) { PutDword(std::bit_cast<std::uint32_t>(value), file); }
+
+void PutNestedColor(ChunkId id, const ColorRGB& color, OutputFile& file) {
+    PutChunkHeader(id, kHeaderLength + kColorLength, file);
+    PutColorChunk(color.red, color.green, color.blue, file);
+}
+
+void PutNestedPercent(ChunkId id, std::int16_t value, OutputFile& file) {
+    PutChunkHeader(id, kHeaderLength + kPercentLength, file);
+    PutPercentChunk(value, file);
+}
+
+void PutMaterial(const Material3DS& material, OutputFile& file) {
+    PutChunkHeader(MAT_ENTRY, kMaterialLength, file);
+    PutChunkHeader(MAT_NAME, kMaterialNameLength, file);
+    PutZString(material.Name, file);
+    PutNestedColor(MAT_AMBIENT, material.Ambient, file);
+    PutNestedColor(MAT_DIFFUSE, material.Diffuse, file);
+    PutNestedColor(MAT_SPECULAR, material.Specular, file);
+    PutNestedPercent(MAT_SHININESS, material.Shininess, file);
+    PutNestedPercent(MAT_SHIN2PCT, material.ShininessStrength, file);
+    PutNestedPercent(MAT_TRANSPARENCY, material.Transparency, file);
+    PutNestedPercent(MAT_XPFALL, material.TransparencyFalloff, file);
+    PutNestedPercent(MAT_REFBLUR, material.ReflectionBlur, file);
+    PutChunkHeader(MAT_SHADING, kHeaderLength + 2, file);
+    PutWord(static_cast<std::uint16_t>(material.Shading), file);
+    PutNestedPercent(MAT_SELF_ILPCT, material.SelfIllumination, file);
+    PutChunkHeader(MAT_WIRESIZE, kHeaderLength + 4, file);
+    PutFloat(material.WireSize, file);
+}
+
+// The file's axes are x to the right, y forward and z up: a proper rotation of the track's, so that the
+// winding of the faces stays.
+void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
+    PutLength(POINT_ARRAY, length, file);
+    PutWord(static_cast<std::uint16_t>(mesh.PointCount()), file);
+    for (const Vector3D& point : mesh.Points)
+        PutPoint3(RoundPlaces(point.x), RoundPlaces(-point.z), RoundPlaces(point.y), file);
+}
+
+void PutTexCoords(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
+    PutLength(TEX_VERTS, length, file);
+    PutWord(static_cast<std::uint16_t>(mesh.TexCoordCount()), file);
+    for (const TexCoord& coord : mesh.TexCoords) {
+        PutFloat(coord.u, file);
+        PutFloat(coord.v, file);
+    }
+}
+
+// The same for every mesh; the points are not adjusted for it.
+void PutMatrix(OutputFile& file) {
+    PutChunkHeader(MESH_MATRIX, kMatrixLength, file);
+    for (int row = 0; row < 3; ++row)
+        PutPoint3(row == 0 ? 1 : 0, row == 1 ? 1 : 0, row == 2 ? 1 : 0, file);
+    for (int column = 0; column < 3; ++column)
+        PutDword(kMatrixOriginBits, file);
+}
+
+void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file) {
+    const auto count = static_cast<std::uint16_t>(mesh.FaceCount());
+    PutLength(FACE_ARRAY, lengths.faces, file);
+    PutWord(count, file);
+    for (const MeshFace& face : mesh.Faces) {
+        std::uint8_t* place = file.Claim(8);
+        place = Store16(place, static_cast<std::uint16_t>(face.a));
+        place = Store16(place, static_cast<std::uint16_t>(face.b));
+        place = Store16(place, static_cast<std::uint16_t>(face.c));
+        Store16(place, kAllEdgesVisible);
+    }
+
+    PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
+    PutZString(Model3DS.Materials[static_cast<std::size_t>(mesh.MaterialIndex)].Name, file);
+    PutWord(count, file);
+    for (std::uint16_t i = 0; i < count; ++i)
+        PutWord(i, file);
+
+    PutLength(SMOOTH_GROUP, lengths.smoothGroups, file);
+    for (const std::int32_t mask : mesh.SmoothGroups)
+        PutDword(static_cast<std::uint32_t>(mask), file);
+}
+
+void PutMesh(const Mesh3DS& mesh, OutputFile& file) {
+    const MeshLengths lengths(mesh);
+    PutLength(NAMED_OBJECT, lengths.object, file);
+    PutZString(mesh.Name, file);
+    PutLength(N_TRI_OBJECT, lengths.triObject, file);
+    PutPoints(mesh, lengths.points, file);
+    if (mesh.HasTexCoords) PutTexCoords(mesh, lengths.texCoords, file);
+    PutMatrix(file);
+    PutFaces(mesh, lengths, file);
+}
+
+void PutVersion(ChunkId id, OutputFile& file) {
+    PutChunkHeader(id, kVersionLength, file);
+    PutDword(kFormatVersion, file);
+}
+
+}  // namespace
+
+void PutChunkHeader(std::uint16_t id, std::int32_t length, OutputFile& file) {
+    Store32(Store16(file.Claim(6), id), static_cast<std::uint32_t>(length));
+}
+
+void PutWord(std::uint16_t value, OutputFile& file) { Store16(file.Claim(2), value); }
+
+void PutDword(std::uint32_t value, OutputFile& file) { Store32(file.Claim(4), value); }
+
+void PutPoint3(float x, float y, float z, OutputFile& file) {
+    StoreFloat(StoreFloat(StoreFloat(file.Claim(12), x), y), z);
+}
+
+void PutZString(const std::string& text, OutputFile& file) {
+    std::memcpy(file.Claim(text.size() + 1), text.c_str(), text.size() + 1);
+}
+
+void PutColorChunk(std::uint8_t red, std::uint8_t green, std::uint8_t blue, OutputFile& file) {
+    PutChunkHeader(COLOR_24, kColorLength, file);
+    std::uint8_t* const place = file.Claim(3);
+    place[0] = red;
+    place[1] = green;
+    place[2] = blue;
+}
+
+void PutPercentChunk(std::int16_t value, OutputFile& file) {
+    PutChunkHeader(INT_PERCENTAGE, kPercentLength, file);
+    PutWord(static_cast<std::uint16_t>(value), file);
+}
+
+std::int32_t Compute3DSLength() {
+    const std::int64_t length = FileLength();
+    return length <= std::numeric_limits<std::int32_t>::max() ? static_cast<std::int32_t>(length) : -1;
+}
+
+bool Save3DSFile(const std::string& fileName) {
+    const std::int32_t length = Compute3DSLength();
+    if (length < 0 || Model3DS.Meshes.size() > kMostMeshes) return false;
+    OutputFile file;
+    if (!file.Create(fileName)) return false;
+    PutChunkHeader(MAIN3DS, length, file);
+    PutVersion(M3D_VERSION, file);
+    PutLength(MDATA, MeshDataLength(), file);
+    PutVersion(MESH_VERSION, file);
+    for (const Material3DS& material : Model3DS.Materials)
+        PutMaterial(material, file);
+    PutChunkHeader(MASTER_SCALE, kScaleLength, file);
+    PutDword(kMasterScale, file);
+    for (const Mesh3DS& mesh : Model3DS.Meshes)
+        PutMesh(mesh, file);
+    return file.Finish();
+}
+
+}  // namespace boreforge

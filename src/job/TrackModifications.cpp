@@ -1,0 +1,44 @@
+#include "job/TrackModifications.h"
+
+#include <cstdint>
+
+#include "base/Values.h"
+#include "trackfile/TrackDocument.h"
+
+namespace boreforge {
+
+namespace {
+
+PackedColor Dimmed(PackedColor color, float factor) {
+    std::int32_t red = 0, green = 0, blue = 0;
+    SplitColor(color, red, green, blue);
+    return PackColor(ScaleChannel(red, factor), ScaleChannel(green, factor), ScaleChannel(blue, factor));
+}
+
+}  // namespace
+
+void DimTunnelSegments(float dimFactor) {
+    for (TrackSegment& segment : TrackFile.Segments) {
+        if (!segment.IsTunnel) continue;
+        const bool own = segment.UseOwnColors;
+        segment.Color1 = Dimmed(own ? segment.Color1 : TrackFile.DefaultColor1, dimFactor);
+        segment.Color2 = Dimmed(own ? segment.Color2 : TrackFile.DefaultColor2, dimFactor);
+        segment.Color3 = Dimmed(own ? segment.Color3 : TrackFile.DefaultColor3, dimFactor);
+        segment.UseOwnColors = kTrue;
+    }
+}
+
+void ClearTunnelFlags() {
+    for (TrackSegment& segment : TrackFile.Segments)
+        segment.IsTunnel = kFalse;
+}
+
+void PlaceObjectInTrack(const std::string& outputPath) {
+    TrackScenery object;
+    object.ObjectFile = BaseName(outputPath);
+    object.ObjectClass = "dummy";
+    object.Transform = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    TrackFile.SceneryObjects.push_back(object);
+}
+
+}  // namespace boreforge

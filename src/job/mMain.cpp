@@ -1,0 +1,177 @@
+#include "job/mMain.h"
+
+#include <cstdint>
+#include <limits>
+#include <new>
+
+#include "base/Message.h"
+#include "editor/TunnelShape.h"
+#include "export3ds/Save3DSFile.h"
+#include "export3ds/mSave3DSObject.h"
+#include "job/TrackModifications.h"
+#include "platform/Files.h"
+#include "tracing/mZR_TraceTrack.h"
+#include "trackfile/TrackDocument.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+#include "tunnelmesh/TunnelCaps.h"
+#include "tunnelmesh/TunnelSweep.h"
+
+namespace boreforge {
+
+std::string TrackFilePath;
+bool TrackLoaded = false;
+
+namespace {
+
+constexpr std::int16_t kShininess = 25;
+constexpr std::int16_t kShininessStrength = 5;
+
+bool IsTunnel(std::int32_t index) {
+    return TrackFile.Segments[static_cast<std::size_t>(index)].IsTunnel != kFalse;
+}
+
+// Calls `sweep` with the index of each tunnel segment, ascending; gives their number.
+template <class Sweep>
+std::int32_t ForEachTunnel(Sweep sweep) {
+    std::int32_t tunnels = 0;
+    for (std::int32_t i = 0; i < TrackFile.SegmentCount(); ++i) {
+        if (!IsTunnel(i)) continue;
+        sweep(i);
+        ++tunnels;
+    }
+    return tunnels;
+}
+
+// True when the walls alone, at 14 bytes a face, would pass the 32-bit lengths of the format: known from the
+// counts, before any memory is filled with them.
+bool IsTooLarge(const TunnelJobSettings& settings) {
+    std::int64_t rings = 0;
+    ForEachTunnel([&](std::int32_t i) {
+        const std::int32_t samples = TracedSegments[static_cast<std::size_t>(i)].SampleCount();
+        rings += 1 + (samples - 1) / settings.DetailStep;
+    });
+    constexpr std::int64_t kFaceBytes = 14, kWalls = 2;
+    const std::int64_t facesOfQuad = settings.DoubleSided ? 4 : 2;
+    const std::int64_t bytesOfNode = rings * kWalls * facesOfQuad * kFaceBytes;
+    const std::int64_t nodes = TunnelShape.NodeCount();
+    return bytesOfNode > 0 && nodes > std::numeric_limits<std::int32_t>::max() / bytesOfNode;
+}
+
+std::int16_t AddTunnelMaterial(const TunnelJobSettings& settings) {
+    return AddMaterial(settings.HalfColor, settings.BaseColor, settings.BrightColor, kShininess,
+                       kShininessStrength, settings.Transparency);
+}
+
+// Caps where the tunnel flag changes along the list. The walk doesn't wrap: a run that reaches the last
+// segment gets no exit cap.
+void CapTunnels(std::int16_t material, bool doubleSided) {
+    bool inTunnel = false;
+    for (std::int32_t i = 0; i < TrackFile.SegmentCount(); ++i) {
+        if (IsTunnel(i) == inTunnel) continue;
+        inTunnel = !inTunnel;
+        if (inTunnel)
+            CapTunnelEntry(i, material, doubleSided);
+        else
+            CapTunnelExit(i, material, doubleSided);
+    }
+}
+
+// The inside of a tunnel is the same colour at half brightness.
+void Darken(ColorRGB& color) {
+    color = {ScaleChannel(color.red, 0.5), ScaleChannel(color.green, 0.5), ScaleChannel(color.blue, 0.5)};
+}
+
+// Fills the model; gives the number of tunnel segments. The order of the objects in the file follows from it.
+std::int32_t BuildTunnels(TunnelJobSettings& settings) {
+    ObjectPartNumber = 0;
+    ResetModel();
+    const std::int16_t outside = AddTunnelMaterial(settings);
+    ForEachTunnel(
+        [&](std::int32_t i) { SweepOutsideWall(i, outside, settings.DetailStep, settings.DoubleSided); });
+    CapTunnels(outside, settings.DoubleSided);
+    Darken(settings.BaseColor);
+    Darken(settings.HalfColor);
+    Darken(settings.BrightColor);
+    const std::int16_t inside = AddTunnelMaterial(settings);
+    return ForEachTunnel(
+        [&](std::int32_t i) { SweepInsideWall(i, inside, settings.DetailStep, settings.DoubleSided); });
+}
+
+void ModifyTrack(const TunnelJobSettings& settings) {
+    if (settings.DimColors) DimTunnelSegments(settings.DimFactor);
+    if (settings.RemoveTunnels) ClearTunnelFlags();
+    if (settings.PlaceObject) PlaceObjectInTrack(settings.OutputPath);
+}
+
+bool WriteResults(const TunnelJobSettings& settings) {
+    if (!Save3DSFile(settings.OutputPath)) {
+        ShowError("Error - The 3DS Object Can't Be Written!\n\n" + settings.OutputPath +
+                  "\n\nThe track was not changed.");
+        return false;
+    }
+    if (!WriteTrackFile(TrackFilePath)) {
+        ShowError("Error - The Track Can't Be Saved!\n\n" + TrackFilePath +
+                  "\n\nThe 3DS object was written; the track file is as it was.");
+        return false;
+    }
+    return true;
+}
+
+bool FitsFormat(const TunnelJobSettings& settings) {
+    if (!IsTooLarge(settings)) return true;
+    ShowError(
+        "Error - The Tunnel Is Too Large for a 3DS File!\n\n"
+        "Choose less detail or a shape of fewer nodes. Nothing was written.");
+    return false;
+}
+
+bool RunTracedJob(TunnelJobSettings& settings) {
+    if (!FitsFormat(settings)) return false;
+    const std::int32_t tunnels = BuildTunnels(settings);
+    ModifyTrack(settings);
+    if (tunnels < 1) {
+        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
+        return false;
+    }
+    return WriteResults(settings);
+}
+
+}  // namespace
+
+bool OpenTrack(const std::string& path) {
+    TrackLoaded = ReadTrackFile(path);
+    if (!TrackLoaded) {
+        ShowError("Error - Invalid Track File!");
+        return false;
+    }
+    TrackFilePath = path;
+    TraceTrack();
+    return true;
+}
+
+bool RunTunnelJob(TunnelJobSettings settings) {
+    if (!TrackLoaded) return false;
+    if (!TraceIsCurrent()) {
+        ShowError(
+            "Error - The Track's Path Can't Be Followed!\n\n"
+            "A tunnel needs at least two segments, a node for each of them and no more than 1,000,000 units "
+            "of path. Nothing was written.");
+        return false;
+    }
+    if (SameFile(settings.OutputPath, TrackSavePath(TrackFilePath))) {
+        ShowError(
+            "Error - The 3DS Object Would Replace the Track!\n\nChoose another name. Nothing was written.");
+        return false;
+    }
+    try {
+        return RunTracedJob(settings);
+    } catch (const std::bad_alloc&) {
+        ResetModel();
+        ShowError(
+            "Error - Not Enough Memory for This Tunnel!\n\n"
+            "Choose less detail or a shape of fewer nodes. Nothing was written.");
+        return false;
+    }
+}
+
+}  // namespace boreforge

@@ -1,0 +1,26 @@
+// The tunnel job: from the traced track, the shape and the settings to one .3ds file and one re-saved track.
+#pragma once
+
+#include <string>
+
+#include "job/TunnelSettings.h"
+
+namespace boreforge {
+
+// The open track's path, and whether a track is open.
+extern std::string TrackFilePath;
+extern bool TrackLoaded;
+
+// Opens the track at `path` and traces it. False, with a message, when it can't be read: no track counts as
+// open then, and TrackFilePath keeps the last good path. A track that was read but can't be traced counts as
+// open; the job refuses it.
+bool OpenTrack(const std::string& path);
+
+// Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
+// writes the object to OutputPath and the track to TrackFilePath, in this order; the track is not touched
+// when the object could not be written. True when both are on the disk. False when no track is open, and,
+// with a message, when the track isn't traced, has no tunnel, is OutputPath itself, or when a file can't be
+// written.
+bool RunTunnelJob(TunnelJobSettings settings);
+
+}  // namespace boreforge

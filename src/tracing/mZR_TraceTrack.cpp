@@ -1,0 +1,193 @@
+#include "tracing/mZR_TraceTrack.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <utility>
+
+#include "trackfile/TrackDocument.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+namespace boreforge {
+
+std::vector<TracedSegment> TracedSegments;
+std::int32_t TraceUpperIndex = -1;
+
+namespace {
+
+constexpr float kSampleSpacing = 0.5f;          // units of path
+constexpr double kMeasureStep = 0.005;          // of the Bezier parameter
+constexpr double kFullTurn = 6.28318530717958;  // two pi, to the digits of the arctangent's pi
+
+std::uint32_t tracedSerial = 0;
+bool anythingTraced = false;
+
+// The four points of a piece, in BezierPoint's order.
+struct Piece {
+    Vector3D p0, c0, p1, c1;
+    Vector3D At(float t) const { return BezierPoint(p0, c0, p1, c1, t); }
+};
+
+Piece PieceOf(std::int32_t index, std::int32_t upperIndex) {
+    const auto node = [](std::int32_t i) -> const TrackBezierNode& {
+        return TrackFile.BezierNodes[static_cast<std::size_t>(i)];
+    };
+    const TrackBezierNode& from = node(index);
+    const TrackBezierNode& to = node(index < upperIndex ? index + 1 : 0);
+    return {from.Position, from.ControlOut, to.Position, to.ControlIn};
+}
+
+float LengthOf(const Piece& piece) { return MeasureBezierLength(piece.p0, piece.c0, piece.p1, piece.c1); }
+
+// Turns a frame so that its forward axis takes the direction of `v`, which is given in the frame itself: a
+// yaw about its own up axis, then a pitch about the new right axis. No world up is imposed, so the frame
+// stays continuous through loops.
+void TurnTowards(Matrix3D& frame, const Vector3D& v) {
+    const double x = v.x, z = v.z;
+    const float pitch = static_cast<float>(Atan2(v.y, std::sqrt(z * z + x * x)));
+    const float yaw = static_cast<float>(Atan2(-x, -z));
+    frame = MatMultiply(frame, MatRotateY(yaw));
+    frame = MatMultiply(frame, MatRotateX(pitch));
+}
+
+TraceSample SampleAt(const Vector3D& point, const Matrix3D& frame) {
+    TraceSample sample;
+    sample.Orientation = frame;
+    sample.WorldMatrix = MatMultiply(MatTranslation(point.x, point.y, point.z), frame);
+    return sample;
+}
+
+// Drops the samples of a piece behind its first one.
+void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
+    if (!(traced.Length > 0)) return;
+    const float step = static_cast<float>(1 / (double(traced.Length) * 10));
+    Vector3D previous = piece.p0;
+    float since = 0;
+    float walked = 0;
+    for (float t = step; t <= 1.0f; t += step) {
+        const Vector3D point = piece.At(t);
+        const double distance = VecDistance(previous, point);
+        since = static_cast<float>(since + distance);
+        walked = static_cast<float>(walked + distance);
+        if (since >= kSampleSpacing) {
+            since = 0;
+            // The frame follows the last short chord, not the way since the last sample.
+            TurnTowards(frame, MatTransformPoint(MatTranspose(frame), VecSubtract(previous, point)));
+            TraceSample& sample = traced.Samples.emplace_back(SampleAt(point, frame));
+            sample.PathParam = t;
+            sample.PathLength = walked;
+        }
+        previous = point;
+    }
+}
+
+float BankOf(const Matrix3D& frame) { return static_cast<float>(Atan2(frame[4], frame[5])); }
+
+// The turn that the node at the end of a piece asks for.
+float RollOver(const TrackBezierNode& node, const Matrix3D& lastFrame) {
+    if (node.RollFlag) return node.Roll;
+    const float bank = BankOf(lastFrame);
+    const float direct = static_cast<float>(double(node.Roll) - bank);
+    const float around = static_cast<float>(node.Roll - (bank + kFullTurn));
+    return std::fabs(around) <= std::fabs(direct) ? around : direct;
+}
+
+// Spreads the roll evenly over the samples: none on the first, the whole of it on the last.
+void RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
+    const std::int32_t count = traced.SampleCount();
+    if (count < 2) return;  // the only sample is the first
+    const float delta = RollOver(node, traced.Samples.back().Orientation);
+    if (!node.RollFlag && delta == 0) return;
+    for (std::int32_t j = 0; j < count; ++j) {
+        TraceSample& sample = traced.Samples[static_cast<std::size_t>(j)];
+        const Matrix3D roll = MatRotateZ(static_cast<float>(double(delta) / (count - 1) * j));
+        sample.Orientation = MatMultiply(sample.Orientation, roll);
+        sample.WorldMatrix = MatMultiply(sample.WorldMatrix, roll);
+        sample.Bank = BankOf(sample.Orientation);
+    }
+}
+
+// The piece of segment `index`, `length` long.
+void TracePiece(const Piece& piece, std::int32_t index, float length) {
+    TracedSegment& traced = TracedSegments[static_cast<std::size_t>(index)];
+    traced.Length = length;
+
+    Matrix3D frame = MatIdentity();
+    if (index > 0)
+        frame = TracedSegments[static_cast<std::size_t>(index) - 1].Samples.back().Orientation;
+    else
+        TurnTowards(frame, VecSubtract(piece.p0, piece.c0));
+    traced.Samples.clear();
+    traced.Samples.reserve(static_cast<std::size_t>(length / kSampleSpacing) + 2);
+    traced.Samples.push_back(SampleAt(piece.p0, frame));
+
+    WalkPiece(piece, frame, traced);
+    const std::int32_t rollNode = index + 1 < TrackFile.BezierNodeCount() ? index + 1 : 0;
+    RollPiece(TrackFile.BezierNodes[static_cast<std::size_t>(rollNode)], traced);
+}
+
+bool IsFinite(const Vector3D& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+
+bool IsFinite(const TrackBezierNode& node) {
+    return IsFinite(node.Position) && IsFinite(node.ControlIn) && IsFinite(node.ControlOut) &&
+           std::isfinite(node.Roll);
+}
+
+// Measures all pieces. False when the track can't be walked.
+bool MeasureTrack(std::vector<TracedSegment>& traced) {
+    const auto upperIndex = static_cast<std::int32_t>(traced.size()) - 1;
+    const auto finite = [](const TrackBezierNode& node) { return IsFinite(node); };
+    if (!std::all_of(TrackFile.BezierNodes.begin(), TrackFile.BezierNodes.end(), finite)) return false;
+    double total = 0;
+    for (std::int32_t i = 0; i <= upperIndex; ++i) {
+        const float length = LengthOf(PieceOf(i, upperIndex));
+        traced[static_cast<std::size_t>(i)].Length = length;
+        total += length;
+        if (!(total <= kLongestPath)) return false;  // false for a length that is no number, too
+    }
+    return true;
+}
+
+}  // namespace
+
+float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1) {
+    float length = 0;
+    Vector3D previous = p0;
+    for (float t = static_cast<float>(kMeasureStep); t <= 1.0f; t = static_cast<float>(t + kMeasureStep)) {
+        const Vector3D point = BezierPoint(p0, c0, p1, c1, t);
+        length = static_cast<float>(length + VecDistance(previous, point));
+        previous = point;
+    }
+    return length;
+}
+
+void TraceSegment(std::int32_t index) {
+    const Piece piece = PieceOf(index, TraceUpperIndex);
+    TracePiece(piece, index, LengthOf(piece));
+}
+
+bool TraceTrack() {
+    const std::int32_t segmentCount = TrackFile.SegmentCount();
+    if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return false;
+    try {
+        std::vector<TracedSegment> fresh(static_cast<std::size_t>(segmentCount));
+        if (!MeasureTrack(fresh)) return false;
+        TraceUpperIndex = segmentCount - 1;
+        TracedSegments = std::move(fresh);
+        anythingTraced = false;
+        for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
+            TracePiece(PieceOf(i, TraceUpperIndex), i, TracedSegments[static_cast<std::size_t>(i)].Length);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    tracedSerial = TrackFileSerial();
+    anythingTraced = true;
+    return true;
+}
+
+bool TraceIsCurrent() {
+    return anythingTraced && tracedSerial == TrackFileSerial() &&
+           static_cast<std::size_t>(TrackFile.SegmentCount()) == TracedSegments.size();
+}
+
+}  // namespace boreforge

@@ -1,0 +1,51 @@
+// The walk along the track's path: a chain of coordinate frames, one about every 0.5 units.
+//
+// A frame's columns are its local right, up and back in track space; the direction of travel is its local
+// negative z. A shape point (x, y, 0) thus lies x to the right of the path and y above it.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "tracing/mMatrix3D.h"
+
+namespace boreforge {
+
+struct TraceSample {
+    Matrix3D Orientation;  // the frame with its roll, a pure rotation
+    Matrix3D WorldMatrix;  // shape space to track space: the translation to the point times Orientation
+    float PathParam = 0;   // the Bezier parameter of the sample
+    float Bank = 0;        // radians; 0 where the piece was not rolled
+    float PathLength = 0;  // path walked from the start of the piece
+};
+
+struct TracedSegment {
+    float Length = 0;                  // of the piece, by MeasureBezierLength
+    std::vector<TraceSample> Samples;  // at least one once traced; the first stands at the piece's start
+    std::int32_t SampleCount() const { return static_cast<std::int32_t>(Samples.size()); }
+};
+
+// The trace, with the indices of the track's Segments, and its highest index.
+extern std::vector<TracedSegment> TracedSegments;
+extern std::int32_t TraceUpperIndex;
+
+// Traces the open track. False, with TracedSegments as they were, when the track can't be walked: it has
+// fewer than two segments or fewer nodes than segments, a coordinate or roll of a node is not finite, or the
+// path is longer than kLongestPath.
+bool TraceTrack();
+
+// Traces the piece of one segment. The segments must be traced in ascending order, since a piece starts with
+// the last frame of the piece before it.
+void TraceSegment(std::int32_t index);
+
+// The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.
+float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1);
+
+// True when TracedSegments belong to the track in memory.
+bool TraceIsCurrent();
+
+// Units of path that a track may have in all: a thousand times a real one. Far beyond, the parameter step of
+// a piece is too small to move a 32-bit parameter, and the walk would never end.
+inline constexpr double kLongestPath = 1'000'000;
+
+}  // namespace boreforge

@@ -1,0 +1,33 @@
+// The walls of a tunnel: a contour of the shape carried along one traced segment.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "tracing/mMatrix3D.h"
+
+namespace boreforge {
+
+// Makes the wall of one segment, an object of its own in the model store: a ring of the contour at every
+// detailStep-th sample, from the first on, and one at the first sample of the following segment, with a band
+// of triangles between each ring and the next. The outside wall faces away from the tunnel's axis and the
+// inside wall towards it; with doubleSided each has both faces. The trace must be that of the open track,
+// detailStep at least 1.
+void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
+                      bool doubleSided);
+void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
+                     bool doubleSided);
+
+// The index of the segment behind `segmentIndex`; behind the last comes the first.
+std::int32_t FollowingSegment(std::int32_t segmentIndex);
+
+// The name prefix of every object of a tunnel.
+inline constexpr char kObjectPrefix[] = "SEGT";
+
+// Carries a contour from shape space to track space; `ring` takes as many points.
+void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& ring);
+
+// The triangles (a, b, c) and (c, d, a) of a quad, without texture coordinates.
+void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d);
+
+}  // namespace boreforge
