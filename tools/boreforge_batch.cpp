@@ -1,6 +1,7 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
 #include <cstdint>
 #include <cstdio>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -92,5 +93,10 @@ int main(int count, char** arguments) {
         std::printf("boreforge-batch %s\n", kVersion);
         return kDone;
     }
-    return RunBatch(*options);
+    try {
+        return RunBatch(*options);
+    } catch (const std::bad_alloc&) {
+        ShowError("Error - Not Enough Memory!");
+        return kFailed;
+    }
 }

@@ -1,0 +1,21 @@
+#include "dialogs/MessageBoxes.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMessageBox>
+
+namespace boreforge {
+
+void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
+    // A job that reports a failure has a waiting cursor up; over a question the user sees a pointer.
+    const bool waiting = QApplication::overrideCursor() != nullptr;
+    if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
+    QMessageBox box(icon == MessageIcon::Information ? QMessageBox::Information : QMessageBox::Warning,
+                    QString::fromStdString(title), QString::fromStdString(text), QMessageBox::Ok,
+                    QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+    if (waiting) QApplication::restoreOverrideCursor();
+}
+
+}  // namespace boreforge

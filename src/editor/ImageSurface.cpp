@@ -1,0 +1,69 @@
+#include "editor/ImageSurface.h"
+
+#include <QColor>
+#include <QPen>
+#include <QPointF>
+
+#include <cmath>
+
+namespace boreforge {
+
+namespace {
+
+QColor ColorOf(const ColorRGB& color) { return QColor(color.red, color.green, color.blue); }
+
+// Cuts the part of a line outside low..high in one coordinate off, by moving the ends of the interval t0..t1
+// along it. False when nothing is left.
+bool CutInterval(double from, double delta, double low, double high, double& t0, double& t1) {
+    if (delta == 0) return from >= low && from <= high;
+    double enter = (low - from) / delta, leave = (high - from) / delta;
+    if (enter > leave) std::swap(enter, leave);
+    t0 = std::fmax(t0, enter);
+    t1 = std::fmin(t1, leave);
+    return t0 <= t1;
+}
+
+}  // namespace
+
+ImageSurface::ImageSurface(QImage& image, QSize logicalSize, double devicePixelRatio) : size_(logicalSize) {
+    const QSize device(static_cast<int>(std::ceil(logicalSize.width() * devicePixelRatio)),
+                       static_cast<int>(std::ceil(logicalSize.height() * devicePixelRatio)));
+    if (image.size() != device) image = device.isEmpty() ? QImage() : QImage(device, QImage::Format_RGB32);
+    if (image.isNull()) return;
+    image.setDevicePixelRatio(devicePixelRatio);
+    painter_.begin(&image);
+}
+
+void ImageSurface::Clear() {
+    if (painter_.isActive()) painter_.fillRect(QRect(QPoint(0, 0), size_ + QSize(1, 1)), Qt::black);
+}
+
+void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
+    const double reach = penWidth_;
+    const bool visible =
+        center.x > -reach && center.x < Width() + reach && center.y > -reach && center.y < Height() + reach;
+    if (!painter_.isActive() || !visible) return;
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(ColorOf(color));
+    // Half a pixel on: a position names the pixel, the painter the corner between four of them.
+    painter_.drawEllipse(QPointF(center.x + 0.5, center.y + 0.5), penWidth_ / 2.0, penWidth_ / 2.0);
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {
+    if (!painter_.isActive()) return;
+    const double dx = double(to.x) - from.x, dy = double(to.y) - from.y;
+    if (!std::isfinite(dx) || !std::isfinite(dy)) return;
+    // Cut to the canvas and a margin: the painter's own arithmetic is not made for far-off ends.
+    constexpr double kMargin = 2;
+    double t0 = 0, t1 = 1;
+    if (!CutInterval(from.x, dx, -kMargin, Width() + kMargin, t0, t1) ||
+        !CutInterval(from.y, dy, -kMargin, Height() + kMargin, t0, t1))
+        return;
+    painter_.setPen(QPen(ColorOf(color), penWidth_, Qt::SolidLine, Qt::SquareCap));
+    painter_.drawLine(QPointF(from.x + t0 * dx, from.y + t0 * dy),
+                      QPointF(from.x + t1 * dx, from.y + t1 * dy));
+}
+
+}  // namespace boreforge

@@ -1,0 +1,59 @@
+#include "editor/ShapeCanvas.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "editor/ImageSurface.h"
+
+namespace boreforge {
+
+namespace {
+
+MouseButton ButtonOf(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton) return MouseButton::Left;
+    return event.button() == Qt::RightButton ? MouseButton::Right : MouseButton::Other;
+}
+
+MouseState StateOf(const QMouseEvent& event) {
+    if (event.buttons() == Qt::NoButton) return MouseState::None;
+    if (event.buttons() == Qt::LeftButton) return MouseState::Left;
+    return event.buttons() == Qt::RightButton ? MouseState::Right : MouseState::Other;
+}
+
+}  // namespace
+
+ShapeCanvas::ShapeCanvas(QWidget* parent) : QWidget(parent) {
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName("Tunnel Shape");
+}
+
+void ShapeCanvas::Redraw(ShownNodes shown) {
+    shown_ = shown;
+    ImageSurface surface(picture_, size(), devicePixelRatioF());
+    DrawTunnelShape(surface, shown);
+    update();
+}
+
+void ShapeCanvas::paintEvent(QPaintEvent*) {
+    // Moved to a screen of another density: the same picture, sharp again.
+    if (!picture_.isNull() && picture_.devicePixelRatio() != devicePixelRatioF()) Redraw(shown_);
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    painter.drawImage(QPointF(0, 0), picture_);
+}
+
+void ShapeCanvas::mousePressEvent(QMouseEvent* event) {
+    Pressed(ButtonOf(*event), static_cast<float>(event->position().x()),
+            static_cast<float>(event->position().y()));
+}
+
+void ShapeCanvas::mouseMoveEvent(QMouseEvent* event) {
+    Moved(StateOf(*event), static_cast<float>(event->position().x()),
+          static_cast<float>(event->position().y()));
+}
+
+void ShapeCanvas::mouseReleaseEvent(QMouseEvent* event) { Released(ButtonOf(*event)); }
+
+}  // namespace boreforge

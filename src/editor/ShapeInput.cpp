@@ -1,0 +1,189 @@
+#include "editor/ShapeInput.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
+
+#include "editor/ShapeView.h"
+#include "editor/TunnelShape.h"
+
+namespace boreforge {
+
+MouseAnchor LastMouse;
+
+namespace {
+
+constexpr double kHitRange = 0.3;  // shape units in x and in y, whatever the zoom
+
+bool IsHit(const Vector3D& point, const Vector3D& position) {
+    return std::fabs(double(position.x) - point.x) < kHitRange &&
+           std::fabs(double(position.y) - point.y) < kHitRange;
+}
+
+// Selects the first visible point at `position`; of one node the inside point comes first.
+bool SelectPointAt(const Vector3D& position, ShownNodes shown) {
+    for (std::int32_t i = 0; i < TunnelShape.NodeCount(); ++i) {
+        const auto node = static_cast<std::size_t>(i);
+        const bool inside = shown.inside && IsHit(TunnelShape.InsideNodes[node], position);
+        const bool outside = !inside && shown.outside && IsHit(TunnelShape.OutsideNodes[node], position);
+        if (!inside && !outside) continue;
+        TunnelShape.SelectedIsOutside = ToTruth(outside);
+        TunnelShape.SelectedNode = i;
+        return true;
+    }
+    return false;
+}
+
+float SnapTo(float value, double interval) {
+    const float raised = static_cast<float>(value + interval / 2);
+    return static_cast<float>(std::floor(raised / interval) * interval);
+}
+
+void Pan(float x, float y, const EditorControls& controls) {
+    ShapeView.PanX = static_cast<float>(ShapeView.PanX - (double(LastMouse.LastMouseX) - x));
+    ShapeView.PanY = static_cast<float>(ShapeView.PanY - (double(LastMouse.LastMouseY) - y));
+    LastMouse = {x, y};
+    ClampPan();
+    UpdateViewOrigin(controls.canvasWidth, controls.canvasHeight);
+}
+
+void Zoom(float scale, const EditorControls& controls) {
+    TunnelShape.ZoomScale = std::clamp(scale, kLeastZoom, kMostZoom);
+    ClampPan();
+    UpdateViewOrigin(controls.canvasWidth, controls.canvasHeight);
+}
+
+// A node behind the selected one, midway to its neighbour on the inside contour, whichever point is selected.
+void InsertMidway() {
+    const auto selected = static_cast<std::size_t>(TunnelShape.SelectedNode);
+    const std::size_t next = selected + 1 < TunnelShape.InsideNodes.size() ? selected + 1 : 0;
+    const Vector3D a = TunnelShape.InsideNodes[selected];
+    const Vector3D b = TunnelShape.InsideNodes[next];
+    const auto midway = [](double from, double to) { return static_cast<float>(from - (from - to) / 2); };
+    InsertShapeNode(TunnelShape.SelectedNode, {midway(a.x, b.x), midway(a.y, b.y), 0});
+}
+
+}  // namespace
+
+float SnapInterval(std::string_view text) {
+    while (text.starts_with(' '))
+        text.remove_prefix(1);
+    const bool number = text.find_first_of("0123456789.-") == 0;  // "inf" is none
+    double value = 0;
+    if (number) std::from_chars(text.data(), text.data() + text.size(), value);
+    return static_cast<float>(value);
+}
+
+Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
+    const float interval = SnapInterval(controls.snapText);
+    if (!controls.snapTo || !(interval > 0)) return position;
+    return {SnapTo(position.x, interval), SnapTo(position.y, interval), position.z};
+}
+
+std::string FormatPosition(float value) {
+    char digits[64];
+    const auto end =
+        std::to_chars(std::begin(digits), std::end(digits), value, std::chars_format::fixed, 2).ptr;
+    std::string text(digits, end);
+    if (text.ends_with('0')) text.pop_back();
+    return text == "-0.0" ? "0.0" : text;
+}
+
+bool PressMouse(MouseButton button, float x, float y, const EditorControls& controls) {
+    LastMouse = {x, y};
+    if (button != MouseButton::Left) return false;
+    TunnelShape.SelectedNode = -1;
+    const Vector3D position = ShapePositionAt(x, y);
+    const bool anyShown = controls.shown.inside || controls.shown.outside;
+    if (!SelectPointAt(position, controls.shown) && anyShown) {
+        AddShapeNode(Snapped(position, controls));
+        TunnelShape.SelectedNode = TunnelShape.NodeCount() - 1;
+    }
+    return true;
+}
+
+bool MoveMouse(MouseState state, float x, float y, const EditorControls& controls) {
+    if (state == MouseState::Right) {
+        Pan(x, y, controls);
+        return true;
+    }
+    if (state != MouseState::Left || TunnelShape.SelectedNode < 0) return false;
+    auto& contour = TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes;
+    contour[static_cast<std::size_t>(TunnelShape.SelectedNode)] = Snapped(ShapePositionAt(x, y), controls);
+    return true;
+}
+
+bool ReleaseMouse(MouseButton button) {
+    if (button == MouseButton::Right) TunnelShape.SelectedNode = -1;
+    return true;
+}
+
+bool RunShapeTool(int tool, const EditorControls& controls) {
+    switch (tool) {
+        case kToolNew:
+            ResetTunnelShape();
+            return true;
+        case kToolInsert:
+            if (TunnelShape.SelectedNode < 0) return false;
+            InsertMidway();
+            return true;
+        case kToolDelete:
+            if (TunnelShape.SelectedNode < 0) return false;
+            DeleteShapeNode(TunnelShape.SelectedNode);
+            TunnelShape.SelectedNode = -1;
+            return true;
+        case kToolZoomIn:
+            Zoom(TunnelShape.ZoomScale + kZoomStep, controls);
+            return true;
+        case kToolZoomOut:
+            Zoom(TunnelShape.ZoomScale - kZoomStep, controls);
+            return true;
+        case kToolZoomReset:
+            Zoom(kDefaultZoom, controls);
+            return true;
+        case kToolMirror:
+            MirrorTunnelShape();
+            return true;
+        case kToolFlip:
+            FlipTunnelShape();
+            return true;
+        default:
+            return false;
+    }
+}
+
+int ToolOfKey(int keyCode) {
+    switch (keyCode) {
+        case 73:
+            return kToolInsert;
+        case 46:
+            return kToolDelete;
+        case 107:
+        case 187:
+            return kToolZoomIn;
+        case 109:
+        case 189:
+            return kToolZoomOut;
+        case 111:
+            return kToolZoomReset;
+        case 77:
+            return kToolMirror;
+        case 70:
+            return kToolFlip;
+        default:
+            return -1;
+    }
+}
+
+bool SnapCharacterPasses(std::string_view text, char32_t character) {
+    constexpr char32_t kBackspace = 8;
+    if (character == kBackspace) return true;
+    if (text.size() >= 4) return false;
+    if (character == U'.') return true;
+    if (text.size() == 1) return false;
+    return character >= U'0' && character <= U'9';
+}
+
+}  // namespace boreforge

@@ -1,0 +1,79 @@
+// What mouse, keys and tools do to the shape and its view: plain functions, so that the window only
+// translates the toolkit's events. Each tells whether the canvas must be repainted.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "editor/ShapeDrawing.h"
+#include "tracing/mMath3D.h"
+
+namespace boreforge {
+
+// The state of the window's controls at the moment of an event.
+struct EditorControls {
+    ShownNodes shown;
+    bool snapTo = true;
+    std::string snapText = "0.5";
+    int canvasWidth = 0, canvasHeight = 0;  // pixels
+};
+
+enum class MouseButton { Left, Right, Other };
+
+// Which buttons are down during a move; any combination is Other.
+enum class MouseState { None, Left, Right, Other };
+
+// Canvas position of the last press of any button and of the last step of a pan.
+struct MouseAnchor {
+    float LastMouseX = 0, LastMouseY = 0;
+};
+extern MouseAnchor LastMouse;
+
+// The snap interval that a text stands for: the number at its start, 0 when there is none. The locale plays
+// no part.
+float SnapInterval(std::string_view text);
+
+// A shape position moved to the nearest multiple of the interval in x and y, halves upward; as it was when
+// snapping is off or the interval is not above 0.
+Vector3D Snapped(const Vector3D& position, const EditorControls& controls);
+
+// A coordinate for the read-out: one or two digits behind the point.
+std::string FormatPosition(float value);
+
+// Selects the point under the mouse, or appends a node there, when `button` is the left one.
+bool PressMouse(MouseButton button, float x, float y, const EditorControls& controls);
+
+// Drags the selected point (left button) or the view (right button).
+bool MoveMouse(MouseState state, float x, float y, const EditorControls& controls);
+
+// The end of a pan drops the selection.
+bool ReleaseMouse(MouseButton button);
+
+// The tools, by the index of their button.
+enum ShapeTool : int {
+    kToolNew = 0,
+    kToolInsert = 1,
+    kToolDelete = 2,
+    kToolOpen = 3,
+    kToolSave = 4,
+    kToolZoomIn = 5,
+    kToolZoomOut = 6,
+    kToolZoomReset = 7,
+    kToolMirror = 8,
+    kToolFlip = 9,
+};
+
+// Runs a tool that needs no dialog, so not the open and the save tool. False when it found nothing to do:
+// the canvas is then neither repainted nor given the focus.
+bool RunShapeTool(int tool, const EditorControls& controls);
+
+// The tool of a key, or -1. Key codes: 46 Delete, 70 F, 73 I, 77 M, 107 and 187 plus, 109 and 189 minus, 111
+// the slash of the numeric pad; no other slash has a tool.
+int ToolOfKey(int keyCode);
+
+// Whether a typed character may go into the box of the snap interval, which shows `text`. It allows a single
+// digit, or one with a point and up to two more digits.
+bool SnapCharacterPasses(std::string_view text, char32_t character);
+
+}  // namespace boreforge

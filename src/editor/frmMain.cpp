@@ -1,0 +1,302 @@
+#include "editor/frmMain.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QToolButton>
+#include <QWindow>
+
+#include <algorithm>
+#include <functional>
+
+#include "base/Message.h"
+#include "dialogs/MessageBoxes.h"
+#include "dialogs/frmTunnelSettings.h"
+#include "dialogs/mFileDialog.h"
+#include "editor/ShapeView.h"
+#include "editor/SnapBox.h"
+#include "editor/TunnelShape.h"
+#include "editor/TunnelShapeFile.h"
+#include "job/mMain.h"
+#include "version.h"
+
+namespace boreforge {
+
+namespace {
+
+constexpr int kWindowWidth = 11880, kWindowHeight = 8490;  // twips, inside the frame
+constexpr int kIconPixels = 16;
+
+struct ToolButton {
+    ControlPlace place;
+    const char* toolTip;
+    const char* icon;
+};
+
+constexpr ToolButton kShapeTools[] = {
+    {{"btnShapeTools(0)", 0, 0, 435, 435, 11}, "New Tunnel Shape", "new-shape"},
+    {{"btnShapeTools(1)", 4620, 0, 435, 435, 10}, "Insert Node ( I )", "insert-node"},
+    {{"btnShapeTools(2)", 5040, 0, 435, 435, 9}, "Delete Node ( DEL )", "delete-node"},
+    {{"btnShapeTools(3)", 420, 0, 435, 435, 8}, "Open Tunnel Shape...", "open-shape"},
+    {{"btnShapeTools(4)", 840, 0, 435, 435, 7}, "Save Tunnel Shape...", "save-shape"},
+    {{"btnShapeTools(5)", 6720, 0, 435, 435, 6}, "Zoom In ( + )", "zoom-in"},
+    {{"btnShapeTools(6)", 7140, 0, 435, 435, 5}, "Zoom Out ( - )", "zoom-out"},
+    {{"btnShapeTools(7)", 7560, 0, 435, 435, 4}, "Reset Default Zoom ( / )", "zoom-reset"},
+    {{"btnShapeTools(8)", 3780, 0, 435, 435, 3}, "Mirror Tunnel ( M )", "mirror"},
+    {{"btnShapeTools(9)", 4200, 0, 435, 435, 2}, "Flip Tunnel ( F )", "flip"},
+};
+constexpr ToolButton kPreShapes[] = {
+    {{"btnPreShapes(0)", 2820, 0, 435, 435, 14}, "Pre-Shape - Box", "preset-box"},
+    {{"btnPreShapes(1)", 3240, 0, 435, 435, 13}, "Pre-Shape - Rounded", "preset-rounded"},
+};
+constexpr ToolButton kToolBar{
+    {"btnToolBar(0)", 1320, 0, 435, 435, 20}, "Make 3DS Object for Track...", "make-object"};
+constexpr ToolButton kShowNodes[] = {
+    {{"chkShowNodes(0)", 1860, 0, 435, 435, 21}, "Show Inside Nodes", "show-inside-nodes"},
+    {{"chkShowNodes(1)", 2280, 0, 435, 435, 22}, "Show Outside Nodes", "show-outside-nodes"},
+};
+constexpr ToolButton kSnapTo{{"chkSnapTo", 8100, 0, 435, 435, 12}, "Snap", "snap"};
+
+constexpr ControlPlace kSnapBox{"txtSnap", 8640, 150, 615, 285, 1};
+constexpr ControlPlace kReadOutFrame{"Label3", 9660, 60, 1875, 315, 19};
+constexpr ControlPlace kXLabel{"Label1", 9720, 120, 195, 195, 18};
+constexpr ControlPlace kYLabel{"Label2", 10620, 120, 195, 195, 16};
+constexpr ControlPlace kMousePos[] = {{"lblMousePos(0)", 9960, 120, 615, 195, 17},
+                                      {"lblMousePos(1)", 10860, 120, 615, 195, 15}};
+constexpr ControlPlace kCanvas{"pbShape", 0, 480, 11775, 7275, 0};
+
+constexpr char kShapeFilter[] = "ZRBF Tunnel Shapes (*.zrbf)|*.zrbf";
+
+QToolButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
+    auto* const button = new QToolButton(parent);
+    Place(button, tool.place);
+    button->setIcon(QIcon(QString(":/icons/%1.svg").arg(tool.icon)));
+    button->setIconSize(QSize(kIconPixels, kIconPixels));
+    button->setToolTip(tool.toolTip);
+    // The key in brackets is for the eye.
+    button->setAccessibleName(QString(tool.toolTip).section(" (", 0, 0));
+    button->setFocusPolicy(Qt::StrongFocus);
+    order.emplace_back(tool.place.tabIndex, button);
+    return button;
+}
+
+// A check box that looks like a button and stays pressed while it is checked.
+QToolButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
+    QToolButton* const check = MakeButton(parent, tool, order);
+    check->setCheckable(true);
+    check->setChecked(true);
+    return check;
+}
+
+// The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
+int KeyCodeOf(const QKeyEvent& event) {
+    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
+    switch (event.key()) {
+        case Qt::Key_Delete:
+            return 46;
+        case Qt::Key_F:
+            return 70;
+        case Qt::Key_I:
+            return 73;
+        case Qt::Key_M:
+            return 77;
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            return keypad ? 107 : 187;
+        case Qt::Key_Minus:
+        case Qt::Key_Underscore:
+            return keypad ? 109 : 189;
+        case Qt::Key_Slash:
+            return keypad ? 111 : 191;
+        default:
+            return 0;
+    }
+}
+
+FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
+    FileDialogArguments arguments;
+    arguments.Filter = kShapeFilter;
+    arguments.InitialFolder = ProgramFolder("elements");
+    arguments.DialogTitle = title;
+    arguments.DefaultExtension = "zrbf";
+    arguments.Owner = owner;
+    return arguments;
+}
+
+}  // namespace
+
+frmMain::frmMain() {
+    setObjectName("frmMain");
+    setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
+    setWindowIcon(QIcon(":/icons/boreforge.svg"));
+    setFont(WindowFont(*this));
+    resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
+    move(screen()->availableGeometry().center() - rect().center());
+
+    TrackFilePath.clear();
+    TrackLoaded = false;
+    ResetTunnelShape();
+    MakePresetShape(0);
+
+    MakeToolRow();
+    MakeReadOuts();
+    MakeCanvas();
+    ApplyTabOrder(tabOrder_);
+    pbShape_->setFocus();
+
+    // The window sees each key press once and before any of its controls.
+    winId();
+    windowHandle()->installEventFilter(this);
+}
+
+void frmMain::MakeToolRow() {
+    const auto onClick = [this](QAbstractButton* button, std::function<void()> action) {
+        connect(button, &QAbstractButton::clicked, this, [action = std::move(action)] { Guarded(action); });
+    };
+    for (int i = 0; i < 10; ++i)
+        onClick(MakeButton(this, kShapeTools[i], tabOrder_), [this, i] { RunTool(i); });
+    for (std::int16_t i = 0; i < 2; ++i)
+        onClick(MakeButton(this, kPreShapes[i], tabOrder_), [this, i] { UsePreset(i); });
+    onClick(MakeButton(this, kToolBar, tabOrder_), [this] { MakeObjectForTrack(); });
+    for (std::size_t i = 0; i < 2; ++i) {
+        chkShowNodes_[i] = MakeCheckButton(this, kShowNodes[i], tabOrder_);
+        onClick(chkShowNodes_[i], [this] { RedrawAndFocus(); });
+    }
+    chkSnapTo_ = MakeCheckButton(this, kSnapTo, tabOrder_);
+
+    txtSnap_ = new SnapBox(this);
+    Place(txtSnap_, kSnapBox);
+    txtSnap_->setToolTip("Snap Interval");
+    txtSnap_->setAccessibleName("Snap Interval");
+    tabOrder_.emplace_back(kSnapBox.tabIndex, txtSnap_);
+}
+
+void frmMain::MakeReadOuts() {
+    const auto make = [this](const ControlPlace& place, const char* text) {
+        auto* const label = new QLabel(text, this);
+        Place(label, place);
+        return label;
+    };
+    make(kReadOutFrame, "")->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    QFont bold = font();
+    bold.setBold(true);
+    make(kXLabel, "X=")->setFont(bold);
+    make(kYLabel, "Y=")->setFont(bold);
+    for (std::size_t i = 0; i < 2; ++i) {
+        lblMousePos_[i] = make(kMousePos[i], "00.00");
+        lblMousePos_[i]->setAccessibleName(i == 0 ? "Mouse position X" : "Mouse position Y");
+    }
+}
+
+void frmMain::MakeCanvas() {
+    pbShape_ = new ShapeCanvas(this);
+    Place(pbShape_, kCanvas);
+    tabOrder_.emplace_back(kCanvas.tabIndex, pbShape_);
+    pbShape_->Pressed = [this](MouseButton button, float x, float y) {
+        Guarded([&] {
+            if (PressMouse(button, x, y, Controls())) Redraw();
+        });
+    };
+    pbShape_->Moved = [this](MouseState state, float x, float y) {
+        Guarded([&] {
+            if (MoveMouse(state, x, y, Controls())) Redraw();
+            ShowMousePosition(x, y);
+        });
+    };
+    pbShape_->Released = [this](MouseButton button) {
+        Guarded([&] {
+            if (ReleaseMouse(button)) Redraw();
+        });
+    };
+}
+
+EditorControls frmMain::Controls() const {
+    return {{chkShowNodes_[0]->isChecked(), chkShowNodes_[1]->isChecked()},
+            chkSnapTo_->isChecked(),
+            txtSnap_->text().toStdString(),
+            pbShape_->width(),
+            pbShape_->height()};
+}
+
+void frmMain::Redraw() { pbShape_->Redraw(Controls().shown); }
+
+void frmMain::RedrawAndFocus() {
+    Redraw();
+    pbShape_->setFocus();
+}
+
+void frmMain::ShowMousePosition(float x, float y) {
+    const Vector3D position = Snapped(ShapePositionAt(x, y), Controls());
+    lblMousePos_[0]->setText(QString::fromStdString(FormatPosition(position.x)));
+    lblMousePos_[1]->setText(QString::fromStdString(FormatPosition(position.y)));
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int tool = ToolOfKey(KeyCodeOf(*static_cast<QKeyEvent*>(event)));
+        if (tool >= 0) Guarded([&] { RunTool(tool); });
+    }
+    return QWidget::eventFilter(watched, event);  // the key goes on to the control that has the focus
+}
+
+void frmMain::resizeEvent(QResizeEvent*) {
+    if (isMinimized()) return;
+    pbShape_->resize(std::max(0, width() - pbShape_->x()), std::max(0, height() - pbShape_->y()));
+    ClampPan();
+    UpdateViewOrigin(pbShape_->width(), pbShape_->height());
+    Guarded([this] { Redraw(); });
+}
+
+void frmMain::RunTool(int index) {
+    if (index == kToolOpen)
+        OpenShape();
+    else if (index == kToolSave)
+        SaveShape();
+    else if (RunShapeTool(index, Controls()))
+        RedrawAndFocus();
+}
+
+void frmMain::OpenShape() {
+    FileDialogArguments arguments = ShapeFileArguments(this, "Open Tunnel Shape...");
+    bool readOnly = false;
+    if (!ShowOpenFileDialog(arguments, true, readOnly, true)) return;
+    if (LoadTunnelShape(arguments.FileName.toStdString()))
+        RedrawAndFocus();
+    else
+        ShowError("Error - Invalid Tunnel Shape File!");
+}
+
+void frmMain::SaveShape() {
+    FileDialogArguments arguments = ShapeFileArguments(this, "Save Tunnel Shape As...");
+    if (!ShowSaveFileDialog(arguments, true)) return;
+    const std::string path = arguments.FileName.toStdString();
+    if (!SaveTunnelShape(path)) ShowError("Error - The Tunnel Shape Can't Be Saved!\n\n" + path);
+    RedrawAndFocus();
+}
+
+void frmMain::UsePreset(std::int16_t preset) {
+    MakePresetShape(preset);
+    RedrawAndFocus();
+}
+
+void frmMain::MakeObjectForTrack() {
+    FileDialogArguments arguments;
+    arguments.FileName = QString::fromStdString(TrackFilePath);
+    arguments.Filter = "Zephyrail Track Files (*.zrtrack)|*.zrtrack";
+    arguments.InitialFolder = ProgramFolder("tracks");
+    arguments.DialogTitle = "Open Track File...";
+    arguments.DefaultExtension = "zrtrack";
+    arguments.Owner = this;
+    bool readOnly = false;
+    if (!ShowOpenFileDialog(arguments, true, readOnly, true)) return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const bool opened = OpenTrack(arguments.FileName.toStdString());
+    QApplication::restoreOverrideCursor();
+    if (!opened) return;
+    frmTunnelSettings settings(this);
+    settings.exec();
+    pbShape_->setFocus();
+}
+
+}  // namespace boreforge

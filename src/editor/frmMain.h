@@ -1,0 +1,50 @@
+// The program's main window: a row of tools and the canvas.
+#pragma once
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QWidget>
+
+#include <array>
+
+#include "dialogs/ControlTable.h"
+#include "editor/ShapeCanvas.h"
+#include "editor/ShapeInput.h"
+
+namespace boreforge {
+
+class frmMain : public QWidget {
+  public:
+    // Resets the shape to the box and leaves no track open.
+    frmMain();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void MakeToolRow();
+    void MakeReadOuts();
+    void MakeCanvas();
+
+    EditorControls Controls() const;
+    void Redraw();
+    void RedrawAndFocus();
+    void ShowMousePosition(float x, float y);
+
+    void RunTool(int index);
+    void OpenShape();
+    void SaveShape();
+    void UsePreset(std::int16_t preset);
+    void MakeObjectForTrack();
+
+    ShapeCanvas* pbShape_ = nullptr;
+    std::array<QAbstractButton*, 2> chkShowNodes_{};
+    QAbstractButton* chkSnapTo_ = nullptr;
+    QLineEdit* txtSnap_ = nullptr;
+    std::array<QLabel*, 2> lblMousePos_{};
+    TabOrder tabOrder_;
+};
+
+}  // namespace boreforge

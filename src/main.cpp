@@ -1,0 +1,24 @@
+// The desktop program. It takes no command line and keeps nothing between runs.
+#include <QApplication>
+#include <QSettings>
+
+#include "dialogs/MessageBoxes.h"
+#include "editor/frmMain.h"
+#include "version.h"
+
+int main(int count, char** arguments) {
+    // The toolkit's file and colour dialogs keep settings of their own in the user's home. A path below a
+    // device can hold none, so that they find nothing and leave nothing.
+    for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
+        QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
+
+    QApplication application(count, arguments);
+    QApplication::setApplicationName("boreforge");
+    QApplication::setApplicationDisplayName("");
+    QApplication::setDesktopFileName("boreforge");
+    QApplication::setApplicationVersion(boreforge::kVersion);
+    boreforge::SetMessageHook(boreforge::ShowMessageBox);
+    boreforge::frmMain window;
+    window.show();
+    return QApplication::exec();
+}
