@@ -33,12 +33,19 @@ class VertexIndex {
         return IsUsed(slot) ? static_cast<std::int32_t>(slot & kIndexMask) : -1;
     }
 
+    // What became of a vertex that was entered: the first of its coordinates, the successor of an equal one,
+    // or one that can never be found, as a NaN equals nothing.
+    enum class Entry { First, Successor, Unfindable };
+
     // Enters the vertex points[index]; from now on it is the one that is found. At most kMostVertices are
     // entered between two calls of Clear.
-    void Enter(const std::vector<Vector3D>& points, std::int32_t index) {
+    Entry Enter(const std::vector<Vector3D>& points, std::int32_t index) {
         const Vector3D& point = points[static_cast<std::size_t>(index)];
-        if (std::isnan(point.x) || std::isnan(point.y) || std::isnan(point.z)) return;
-        slots_[SlotOf(points, point)] = generation_ << kIndexBits | static_cast<std::uint32_t>(index);
+        if (std::isnan(point.x) || std::isnan(point.y) || std::isnan(point.z)) return Entry::Unfindable;
+        std::uint32_t& slot = slots_[SlotOf(points, point)];
+        const Entry entry = IsUsed(slot) ? Entry::Successor : Entry::First;
+        slot = generation_ << kIndexBits | static_cast<std::uint32_t>(index);
+        return entry;
     }
 
     // Three vertices for each of an object's 10,000 faces.

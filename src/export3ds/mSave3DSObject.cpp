@@ -1,10 +1,16 @@
 #include "export3ds/mSave3DSObject.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "export3ds/VertexIndex.h"
+#include "platform/LargeMemory.h"
 
 namespace boreforge {
+
+namespace {
+LargeMemory modelMemory;  // before the model, which must not outlive it
+}
 
 Model3DSState Model3DS;
 ObjectBufferState ObjectBuffer;
@@ -21,19 +27,50 @@ std::string Numbered(const std::string& prefix, std::int32_t number, std::size_t
     return prefix + text;
 }
 
-std::int32_t StoreVertex(const Vector3D& point, const TexCoord& coord) {
-    ObjectBuffer.Points.push_back(point);
+// The vertex of a point, or -1 when the buffer has none.
+std::int32_t FindVertex(BufferPoint& point) {
+    if (point.Stamp == ObjectBuffer.Stamp) return point.Vertex;
+    point.Vertex = vertexIndex.Find(ObjectBuffer.Points, point.Point);
+    if (point.Vertex >= 0) point.Stamp = ObjectBuffer.Stamp;
+    return point.Vertex;
+}
+
+std::int32_t StoreVertex(BufferPoint& point, const TexCoord& coord) {
+    ObjectBuffer.Points.push_back(point.Point);
     ObjectBuffer.TexCoords.push_back(coord);
-    const std::int32_t index = ObjectBuffer.PointCount() - 1;
-    vertexIndex.Enter(ObjectBuffer.Points, index);
-    return index;
+    point.Vertex = ObjectBuffer.PointCount() - 1;
+    const VertexIndex::Entry entry = vertexIndex.Enter(ObjectBuffer.Points, point.Vertex);
+    if (entry == VertexIndex::Entry::Successor) ++ObjectBuffer.Stamp;
+    if (entry != VertexIndex::Entry::Unfindable) point.Stamp = ObjectBuffer.Stamp;
+    return point.Vertex;
+}
+
+MeshFace MeshFaceOf(const BufferFace& face) {
+    return {static_cast<std::int16_t>(face.a), static_cast<std::int16_t>(face.b),
+            static_cast<std::int16_t>(face.c)};
+}
+
+void AddFaceOf(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3, const TexCoord& t1, const TexCoord& t2,
+               const TexCoord& t3) {
+    // All three are looked up before any of them is stored: equal vertices of one face stay apart.
+    BufferFace face{FindVertex(p1), FindVertex(p2), FindVertex(p3)};
+    if (face.a < 0) face.a = StoreVertex(p1, t1);
+    if (face.b < 0) face.b = StoreVertex(p2, t2);
+    if (face.c < 0) face.c = StoreVertex(p3, t3);
+    ObjectBuffer.Faces.push_back(face);
+    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
 }
 
 Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[static_cast<std::size_t>(index)]; }
 
 }  // namespace
 
-void ResetModel() { Model3DS = Model3DSState(); }
+std::pmr::memory_resource* ModelMemory() { return &modelMemory; }
+
+void ResetModel() {
+    Model3DS = Model3DSState();
+    modelMemory.Release();
+}
 
 std::int16_t AddMaterial(const ColorRGB& ambient, const ColorRGB& diffuse, const ColorRGB& specular,
                          std::int16_t shininess, std::int16_t shininessStrength, std::int16_t transparency) {
@@ -56,6 +93,7 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
     ObjectBuffer.TexCoords.clear();
     ObjectBuffer.Faces.clear();
     vertexIndex.Clear();
+    ++ObjectBuffer.Stamp;
     ObjectBuffer.NamePrefix = namePrefix;
     ObjectBuffer.MaterialIndex = materialIndex;
     ObjectBuffer.HasTexCoords = hasTexCoords;
@@ -64,14 +102,13 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
 
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3) {
-    // All three are looked up before any of them is stored: equal vertices of one face stay apart.
-    BufferFace face{vertexIndex.Find(ObjectBuffer.Points, p1), vertexIndex.Find(ObjectBuffer.Points, p2),
-                    vertexIndex.Find(ObjectBuffer.Points, p3)};
-    if (face.a < 0) face.a = StoreVertex(p1, t1);
-    if (face.b < 0) face.b = StoreVertex(p2, t2);
-    if (face.c < 0) face.c = StoreVertex(p3, t3);
-    ObjectBuffer.Faces.push_back(face);
-    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
+    BufferPoint b1(p1), b2(p2), b3(p3);
+    AddFaceOf(b1, b2, b3, t1, t2, t3);
+}
+
+void AddFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3) {
+    const TexCoord none;
+    AddFaceOf(p1, p2, p3, none, none, none);
 }
 
 void FlushObject() {
@@ -79,19 +116,13 @@ void FlushObject() {
     const std::int32_t index =
         AddMesh(Numbered(ObjectBuffer.NamePrefix, ObjectPartNumber, 4), ObjectBuffer.MaterialIndex);
     Mesh3DS& mesh = MeshAt(index);
-    mesh.Points.reserve(ObjectBuffer.Points.size());
-    for (const Vector3D& point : ObjectBuffer.Points)
-        AddMeshPoint(point, index);
-    if (ObjectBuffer.HasTexCoords) {
-        mesh.TexCoords.reserve(ObjectBuffer.TexCoords.size());
-        for (const TexCoord& coord : ObjectBuffer.TexCoords)
-            AddMeshTexCoord(coord, index);
-    }
-    mesh.Faces.reserve(ObjectBuffer.Faces.size());
-    mesh.SmoothGroups.reserve(ObjectBuffer.Faces.size());
-    for (const BufferFace& face : ObjectBuffer.Faces)
-        AddMeshFace(static_cast<std::int16_t>(face.a), static_cast<std::int16_t>(face.b),
-                    static_cast<std::int16_t>(face.c), 0, index);
+    // Whole arrays at once, each in memory of exactly its size; the buffer keeps its own for the next object.
+    mesh.Points.assign(ObjectBuffer.Points.begin(), ObjectBuffer.Points.end());
+    mesh.HasTexCoords = ObjectBuffer.HasTexCoords && !ObjectBuffer.TexCoords.empty();
+    if (mesh.HasTexCoords)
+        mesh.TexCoords.assign(ObjectBuffer.TexCoords.begin(), ObjectBuffer.TexCoords.end());
+    mesh.Faces.resize(ObjectBuffer.Faces.size());
+    std::transform(ObjectBuffer.Faces.begin(), ObjectBuffer.Faces.end(), mesh.Faces.begin(), MeshFaceOf);
     ++ObjectPartNumber;
     BeginObject(ObjectBuffer.NamePrefix, ObjectBuffer.MaterialIndex, ObjectBuffer.HasTexCoords, true);
 }
@@ -120,7 +151,10 @@ std::int16_t AddMeshFace(std::int16_t a, std::int16_t b, std::int16_t c, std::in
                          std::int32_t meshIndex) {
     Mesh3DS& mesh = MeshAt(meshIndex);
     mesh.Faces.push_back({a, b, c});
-    mesh.SmoothGroups.push_back(smoothGroups);
+    if (smoothGroups != 0 || !mesh.SmoothGroups.empty()) {
+        mesh.SmoothGroups.resize(mesh.Faces.size());
+        mesh.SmoothGroups.back() = smoothGroups;
+    }
     return static_cast<std::int16_t>(mesh.FaceCount() - 1);
 }
 

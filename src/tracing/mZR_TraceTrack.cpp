@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <utility>
 
+#include "platform/LargeMemory.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
+
+namespace {
+LargeMemory traceMemory;  // before the samples, which must not outlive it
+}
 
 std::vector<TracedSegment> TracedSegments;
 std::int32_t TraceUpperIndex = -1;
@@ -133,22 +137,26 @@ bool IsFinite(const TrackBezierNode& node) {
            std::isfinite(node.Roll);
 }
 
-// Measures all pieces. False when the track can't be walked.
-bool MeasureTrack(std::vector<TracedSegment>& traced) {
-    const auto upperIndex = static_cast<std::int32_t>(traced.size()) - 1;
+// The lengths of all pieces; none when the track can't be walked.
+std::vector<float> MeasureTrack() {
+    const std::int32_t segmentCount = TrackFile.SegmentCount();
+    if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return {};
     const auto finite = [](const TrackBezierNode& node) { return IsFinite(node); };
-    if (!std::all_of(TrackFile.BezierNodes.begin(), TrackFile.BezierNodes.end(), finite)) return false;
+    if (!std::all_of(TrackFile.BezierNodes.begin(), TrackFile.BezierNodes.end(), finite)) return {};
+    std::vector<float> lengths(static_cast<std::size_t>(segmentCount));
     double total = 0;
-    for (std::int32_t i = 0; i <= upperIndex; ++i) {
-        const float length = LengthOf(PieceOf(i, upperIndex));
-        traced[static_cast<std::size_t>(i)].Length = length;
+    for (std::int32_t i = 0; i < segmentCount; ++i) {
+        const float length = LengthOf(PieceOf(i, segmentCount - 1));
+        lengths[static_cast<std::size_t>(i)] = length;
         total += length;
-        if (!(total <= kLongestPath)) return false;  // false for a length that is no number, too
+        if (!(total <= kLongestPath)) return {};  // so is a length that is no number
     }
-    return true;
+    return lengths;
 }
 
 }  // namespace
+
+std::pmr::memory_resource* TraceMemory() { return &traceMemory; }
 
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1) {
     float length = 0;
@@ -167,16 +175,16 @@ void TraceSegment(std::int32_t index) {
 }
 
 bool TraceTrack() {
-    const std::int32_t segmentCount = TrackFile.SegmentCount();
-    if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return false;
     try {
-        std::vector<TracedSegment> fresh(static_cast<std::size_t>(segmentCount));
-        if (!MeasureTrack(fresh)) return false;
-        TraceUpperIndex = segmentCount - 1;
-        TracedSegments = std::move(fresh);
+        const std::vector<float> lengths = MeasureTrack();
+        if (lengths.empty()) return false;
         anythingTraced = false;
+        TracedSegments.clear();
+        traceMemory.Release();
+        TracedSegments.resize(lengths.size());
+        TraceUpperIndex = static_cast<std::int32_t>(lengths.size()) - 1;
         for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
-            TracePiece(PieceOf(i, TraceUpperIndex), i, TracedSegments[static_cast<std::size_t>(i)].Length);
+            TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)]);
     } catch (const std::bad_alloc&) {
         return false;
     }

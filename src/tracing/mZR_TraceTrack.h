@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <vector>
 
 #include "tracing/mMatrix3D.h"
@@ -19,9 +20,13 @@ struct TraceSample {
     float PathLength = 0;  // path walked from the start of the piece
 };
 
+// Where the samples live; every trace starts it anew.
+std::pmr::memory_resource* TraceMemory();
+
 struct TracedSegment {
-    float Length = 0;                  // of the piece, by MeasureBezierLength
-    std::vector<TraceSample> Samples;  // at least one once traced; the first stands at the piece's start
+    float Length = 0;  // of the piece, by MeasureBezierLength
+    // At least one once traced; the first stands at the piece's start.
+    std::pmr::vector<TraceSample> Samples{TraceMemory()};
     std::int32_t SampleCount() const { return static_cast<std::int32_t>(Samples.size()); }
 };
 

@@ -1,10 +1,8 @@
 #include "tunnelmesh/TunnelCaps.h"
 
 #include <cstddef>
-#include <vector>
 
 #include "editor/TunnelShape.h"
-#include "export3ds/mSave3DSObject.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "tunnelmesh/TunnelSweep.h"
 
@@ -16,7 +14,7 @@ void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool along
     const Matrix3D& world =
         TracedSegments[static_cast<std::size_t>(segmentIndex)].Samples.front().WorldMatrix;
     BeginObject(kObjectPrefix, materialIndex, false, true);
-    std::vector<Vector3D> inner, outer;
+    Ring inner, outer;
     CarryContour(TunnelShape.InsideNodes, world, inner);
     CarryContour(TunnelShape.OutsideNodes, world, outer);
     for (std::size_t k = 0; k < inner.size(); ++k) {

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "editor/TunnelShape.h"
-#include "export3ds/mSave3DSObject.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/TrackDocument.h"
 
@@ -12,15 +11,13 @@ namespace boreforge {
 
 namespace {
 
-using Ring = std::vector<Vector3D>;
-
 // Which faces of a wall are made.
 struct Faces {
     bool outward;
     bool inward;
 };
 
-void EmitBand(const Ring& previous, const Ring& current, Faces faces) {
+void EmitBand(Ring& previous, Ring& current, Faces faces) {
     for (std::size_t k = 0; k < current.size(); ++k) {
         const std::size_t k2 = k + 1 < current.size() ? k + 1 : 0;
         if (faces.outward) AddQuad(previous[k], current[k], current[k2], previous[k2]);
@@ -30,10 +27,10 @@ void EmitBand(const Ring& previous, const Ring& current, Faces faces) {
 
 void SweepWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int16_t materialIndex,
                std::int32_t detailStep, Faces faces) {
-    const auto samplesOf = [](std::int32_t segment) -> const std::vector<TraceSample>& {
+    const auto samplesOf = [](std::int32_t segment) -> const auto& {
         return TracedSegments[static_cast<std::size_t>(segment)].Samples;
     };
-    const std::vector<TraceSample>& samples = samplesOf(segmentIndex);
+    const auto& samples = samplesOf(segmentIndex);
 
     BeginObject(kObjectPrefix, materialIndex, false, true);
     Ring previous, current;
@@ -64,16 +61,10 @@ std::int32_t FollowingSegment(std::int32_t segmentIndex) {
     return segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
 }
 
-void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& ring) {
+void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, Ring& ring) {
     ring.resize(contour.size());
     for (std::size_t k = 0; k < contour.size(); ++k)
-        ring[k] = MatTransformPoint(world, contour[k]);
-}
-
-void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d) {
-    const TexCoord none;
-    AddFace(a, b, c, none, none, none);
-    AddFace(c, d, a, none, none, none);
+        ring[k] = BufferPoint(MatTransformPoint(world, contour[k]));
 }
 
 }  // namespace boreforge
