@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetrics>
+#include <QRect>
+#include <QSize>
 #include <QString>
 #include <QWidget>
 
@@ -20,11 +23,21 @@ struct ControlPlace {
     int tabIndex;
 };
 
-// Gives a control its name and its place.
+// The size of the text in both windows, 8.25 points at 96 dots per inch; it fits the places.
+inline constexpr int kTextPixels = 11;
+
+inline QFont WindowFont(const QWidget& widget) {
+    QFont font = widget.font();
+    font.setPixelSize(kTextPixels);
+    return font;
+}
+
+// Gives a control its name, its place and the font of the windows.
 inline void Place(QWidget* control, const ControlPlace& place) {
     control->setObjectName(QString::fromLatin1(place.name));
     control->setGeometry(PixelsOf(place.left), PixelsOf(place.top), PixelsOf(place.width),
                          PixelsOf(place.height));
+    control->setFont(WindowFont(*control));
 }
 
 // Controls with their tab indices; the key focus goes through them in ascending order.
@@ -36,13 +49,18 @@ inline void ApplyTabOrder(TabOrder order) {
         QWidget::setTabOrder(order[i - 1].second, order[i].second);
 }
 
-// The size of the text in both windows, 8.25 points at 96 dots per inch; it fits the places.
-inline constexpr int kTextPixels = 11;
-
-inline QFont WindowFont(const QWidget& widget) {
-    QFont font = widget.font();
-    font.setPixelSize(kTextPixels);
-    return font;
+// Narrows the letters of a text until it fits into `size` logical pixels; places are fixed, fonts differ in
+// width. With `wrap` the text may take several lines.
+inline void FitText(QWidget* control, const QString& text, QSize size, bool wrap = false) {
+    constexpr int kNarrowest = 60;  // percent
+    QFont font = control->font();
+    for (int stretch = 100; stretch >= kNarrowest; stretch -= 2) {
+        font.setStretch(stretch);
+        const QRect room(QPoint(0, 0), QSize(size.width(), 1000));
+        const QRect needed = QFontMetrics(font).boundingRect(room, wrap ? Qt::TextWordWrap : 0, text);
+        if (needed.width() <= size.width() && needed.height() <= size.height()) break;
+    }
+    control->setFont(font);
 }
 
 }  // namespace boreforge

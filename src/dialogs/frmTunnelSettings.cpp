@@ -62,12 +62,15 @@ class Swatch : public QLabel {
 QGroupBox* MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption) {
     auto* const frame = new QGroupBox(caption, parent);
     Place(frame, place);
+    FitText(frame, caption, frame->size() - QSize(24, 0));
     return frame;
 }
 
-QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* text) {
+QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* text, bool wrap = false) {
     auto* const label = new QLabel(text, parent);
     Place(label, place);
+    label->setWordWrap(wrap);
+    FitText(label, text, label->size() + QSize(0, wrap ? 0 : 8), wrap);
     return label;
 }
 
@@ -93,6 +96,8 @@ QCheckBox* MakeCheck(QWidget* parent, const ControlPlace& place, const char* tex
     Place(check, place);
     check->setChecked(checked);
     check->setAccessibleName(text);
+    constexpr int kBox = 22;  // logical pixels of the box and the gap beside it
+    FitText(check, text, check->size() - QSize(kBox, -8));
     order.emplace_back(place.tabIndex, check);
     return check;
 }
@@ -119,10 +124,13 @@ QScrollBar* MakePercentBar(QWidget* parent, const ControlPlace& place, int value
 }  // namespace
 
 frmTunnelSettings::frmTunnelSettings(QWidget* owner)
-    : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
+    : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
     setObjectName("frmTunnelSettings");
     setWindowTitle("3DS Tunnel Settings...");
-    setFont(WindowFont(*this));
+    // The caption stands in the frame's upper line, so that the frame keeps its place under every style.
+    setStyleSheet(
+        "QGroupBox { border: 1px solid palette(mid); border-radius: 3px; margin-top: 7px; }"
+        "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }");
     setFixedSize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
     MakeTunnelFrame();
     MakeModificationFrame();
@@ -176,8 +184,7 @@ void frmTunnelSettings::MakeModificationFrame() {
         MakePercentBar(changes, kDimBar, defaults.DimPercent, lblDimPercent, "Dim Percentage", tabOrder_);
     chkPlaceIt_ =
         MakeCheck(changes, kPlaceIt, "Place the Object in My Track for Me", defaults.PlaceObject, tabOrder_);
-    QLabel* const note = MakeLabel(changes, kLabel1, kNote);
-    note->setWordWrap(true);
+    QLabel* const note = MakeLabel(changes, kLabel1, kNote, true);
     note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     SetNoteColor(note);
 }

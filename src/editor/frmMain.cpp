@@ -130,7 +130,6 @@ frmMain::frmMain() {
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     setWindowIcon(QIcon(":/icons/boreforge.svg"));
-    setFont(WindowFont(*this));
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
     move(screen()->availableGeometry().center() - rect().center());
 
@@ -179,10 +178,12 @@ void frmMain::MakeReadOuts() {
         return label;
     };
     make(kReadOutFrame, "")->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    QFont bold = font();
-    bold.setBold(true);
-    make(kXLabel, "X=")->setFont(bold);
-    make(kYLabel, "Y=")->setFont(bold);
+    for (QLabel* const label : {make(kXLabel, "X="), make(kYLabel, "Y=")}) {
+        QFont bold = label->font();
+        bold.setBold(true);
+        label->setFont(bold);
+        FitText(label, label->text(), label->size());
+    }
     for (std::size_t i = 0; i < 2; ++i) {
         lblMousePos_[i] = make(kMousePos[i], "00.00");
         lblMousePos_[i]->setAccessibleName(i == 0 ? "Mouse position X" : "Mouse position Y");
