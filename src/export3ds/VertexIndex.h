@@ -27,22 +27,28 @@ class VertexIndex {
         }
     }
 
-    // The index of `point` in `points`, or -1.
-    std::int32_t Find(const std::vector<Vector3D>& points, const Vector3D& point) const {
-        const std::uint32_t slot = slots_[SlotOf(points, point)];
-        return IsUsed(slot) ? static_cast<std::int32_t>(slot & kIndexMask) : -1;
+    // The place of a point in the table: where the vertex equal to it is entered, or would be.
+    using Place = std::uint32_t;
+    Place PlaceOf(const std::vector<Vector3D>& points, const Vector3D& point) const {
+        return PlaceFrom(HashOf(point), points, point);
+    }
+
+    // The index of the vertex at a place, or -1.
+    std::int32_t VertexAt(Place place) const {
+        return IsUsed(slots_[place]) ? static_cast<std::int32_t>(slots_[place] & kIndexMask) : -1;
     }
 
     // What became of a vertex that was entered: the first of its coordinates, the successor of an equal one,
     // or one that can never be found, as a NaN equals nothing.
     enum class Entry { First, Successor, Unfindable };
 
-    // Enters the vertex points[index]; from now on it is the one that is found. At most kMostVertices are
-    // entered between two calls of Clear.
-    Entry Enter(const std::vector<Vector3D>& points, std::int32_t index) {
+    // Enters the vertex points[index]; from now on it is the one that is found. `place` is that of its point,
+    // taken since the last call of Clear. At most kMostVertices are entered between two calls of Clear.
+    Entry Enter(const std::vector<Vector3D>& points, std::int32_t index, Place place) {
         const Vector3D& point = points[static_cast<std::size_t>(index)];
         if (std::isnan(point.x) || std::isnan(point.y) || std::isnan(point.z)) return Entry::Unfindable;
-        std::uint32_t& slot = slots_[SlotOf(points, point)];
+        // Another vertex may have taken the place in the meantime; none is ever given back.
+        std::uint32_t& slot = slots_[PlaceFrom(place, points, point)];
         const Entry entry = IsUsed(slot) ? Entry::Successor : Entry::First;
         slot = generation_ << kIndexBits | static_cast<std::uint32_t>(index);
         return entry;
@@ -56,23 +62,21 @@ class VertexIndex {
     static constexpr int kIndexBits = 16;
     static constexpr std::uint32_t kIndexMask = 0xFFFF;
     static constexpr std::uint32_t kLastGeneration = 0xFFFF;
-    static constexpr std::size_t kSlots = std::size_t{1} << 16;  // less than half full at most
+    static constexpr std::uint32_t kSlots = std::uint32_t{1} << 16;  // less than half full at most
 
     bool IsUsed(std::uint32_t slot) const { return slot >> kIndexBits == generation_; }
 
-    static std::size_t HashOf(const Vector3D& point) {
+    static Place HashOf(const Vector3D& point) {
         // Adding 0 turns -0 into 0, so that equal points have equal bits.
         const std::uint64_t x = std::bit_cast<std::uint32_t>(point.x + 0.0f);
         const std::uint64_t y = std::bit_cast<std::uint32_t>(point.y + 0.0f);
         const std::uint64_t z = std::bit_cast<std::uint32_t>(point.z + 0.0f);
         std::uint64_t hash = (x | y << 32) * 0x9E3779B97F4A7C15u;
         hash = (hash ^ hash >> 32 ^ z) * 0xD6E8FEB86659FD93u;
-        return hash >> 48;
+        return static_cast<Place>(hash >> 48);
     }
 
-    // The slot of a vertex equal to `point`, or the free slot where it belongs.
-    std::size_t SlotOf(const std::vector<Vector3D>& points, const Vector3D& point) const {
-        std::size_t at = HashOf(point);
+    Place PlaceFrom(Place at, const std::vector<Vector3D>& points, const Vector3D& point) const {
         while (IsUsed(slots_[at]) && !(points[slots_[at] & kIndexMask] == point))
             at = (at + 1) % kSlots;
         return at;

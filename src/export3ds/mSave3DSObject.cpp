@@ -27,23 +27,33 @@ std::string Numbered(const std::string& prefix, std::int32_t number, std::size_t
     return prefix + text;
 }
 
-// The vertex of a point, or -1 when the buffer has none.
-std::int32_t FindVertex(BufferPoint& point) {
-    if (point.Stamp == ObjectBuffer.Stamp) return point.Vertex;
-    point.Vertex = vertexIndex.Find(ObjectBuffer.Points, point.Point);
-    if (point.Vertex >= 0) point.Stamp = ObjectBuffer.Stamp;
-    return point.Vertex;
-}
+// A point on its way into a face: its place in the index, where it had to be looked up.
+struct Corner {
+    BufferPoint& point;
+    VertexIndex::Place place = 0;
+    std::int32_t vertex;  // -1: the buffer has none yet
 
-std::int32_t StoreVertex(BufferPoint& point, const TexCoord& coord) {
-    ObjectBuffer.Points.push_back(point.Point);
-    ObjectBuffer.TexCoords.push_back(coord);
-    point.Vertex = ObjectBuffer.PointCount() - 1;
-    const VertexIndex::Entry entry = vertexIndex.Enter(ObjectBuffer.Points, point.Vertex);
-    if (entry == VertexIndex::Entry::Successor) ++ObjectBuffer.Stamp;
-    if (entry != VertexIndex::Entry::Unfindable) point.Stamp = ObjectBuffer.Stamp;
-    return point.Vertex;
-}
+    explicit Corner(BufferPoint& from) : point(from), vertex(from.Vertex) {
+        if (point.Stamp == ObjectBuffer.Stamp) return;
+        place = vertexIndex.PlaceOf(ObjectBuffer.Points, point.Point);
+        vertex = vertexIndex.VertexAt(place);
+        if (vertex < 0) return;
+        point.Vertex = vertex;
+        point.Stamp = ObjectBuffer.Stamp;
+    }
+
+    void Store(const TexCoord& coord) {
+        if (vertex >= 0) return;
+        vertex = ObjectBuffer.PointCount();
+        ObjectBuffer.Points.push_back(point.Point);
+        ObjectBuffer.TexCoords.push_back(coord);
+        const VertexIndex::Entry entry = vertexIndex.Enter(ObjectBuffer.Points, vertex, place);
+        if (entry == VertexIndex::Entry::Unfindable) return;
+        if (entry == VertexIndex::Entry::Successor) ++ObjectBuffer.Stamp;
+        point.Vertex = vertex;
+        point.Stamp = ObjectBuffer.Stamp;
+    }
+};
 
 MeshFace MeshFaceOf(const BufferFace& face) {
     return {static_cast<std::int16_t>(face.a), static_cast<std::int16_t>(face.b),
@@ -53,12 +63,11 @@ MeshFace MeshFaceOf(const BufferFace& face) {
 void AddFaceOf(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3, const TexCoord& t1, const TexCoord& t2,
                const TexCoord& t3) {
     // All three are looked up before any of them is stored: equal vertices of one face stay apart.
-    BufferFace face{FindVertex(p1), FindVertex(p2), FindVertex(p3)};
-    if (face.a < 0) face.a = StoreVertex(p1, t1);
-    if (face.b < 0) face.b = StoreVertex(p2, t2);
-    if (face.c < 0) face.c = StoreVertex(p3, t3);
-    ObjectBuffer.Faces.push_back(face);
-    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
+    Corner a(p1), b(p2), c(p3);
+    a.Store(t1);
+    b.Store(t2);
+    c.Store(t3);
+    AddBufferFace({a.vertex, b.vertex, c.vertex});
 }
 
 Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[static_cast<std::size_t>(index)]; }
@@ -106,7 +115,7 @@ void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const T
     AddFaceOf(b1, b2, b3, t1, t2, t3);
 }
 
-void AddFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3) {
+void AddNewFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3) {
     const TexCoord none;
     AddFaceOf(p1, p2, p3, none, none, none);
 }
