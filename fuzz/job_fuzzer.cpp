@@ -1,0 +1,103 @@
+// The whole job on a small track, a shape and settings of any kind: the object is sound, or there is none and
+// the track on the disk is as it was.
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "editor/TunnelShape.h"
+#include "job/mMain.h"
+#include "object_check.h"
+#include "scratch_files.h"
+#include "tracing/mZR_TraceTrack.h"
+#include "trackfile/TrackDocument.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+using namespace boreforge;
+
+namespace {
+
+// Mostly coordinates of a small track, at times any 32 bits.
+float AnyFloat(FuzzedDataProvider& input) {
+    if (input.ConsumeIntegralInRange(0, 15) > 0)
+        return static_cast<float>(input.ConsumeIntegralInRange(-400, 400)) / 8;
+    const auto bits = input.ConsumeIntegral<std::uint32_t>();
+    float value;
+    std::memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
+Vector3D AnyPoint(FuzzedDataProvider& input) { return {AnyFloat(input), AnyFloat(input), AnyFloat(input)}; }
+
+void MakeTrack(FuzzedDataProvider& input) {
+    ResetTrackFile();
+    const auto segments = input.ConsumeIntegralInRange<std::size_t>(0, 6);
+    TrackFile.Segments.resize(segments);
+    for (TrackSegment& segment : TrackFile.Segments) {
+        segment.IsTunnel = ToTruth(input.ConsumeBool());
+        segment.UseOwnColors = ToTruth(input.ConsumeBool());
+        segment.Color1 = input.ConsumeIntegral<std::int32_t>();
+    }
+    TrackFile.BezierNodes.resize(input.ConsumeIntegralInRange<std::size_t>(0, 7));
+    for (TrackBezierNode& node : TrackFile.BezierNodes) {
+        node.Position = AnyPoint(input);
+        node.ControlIn = AnyPoint(input);
+        node.ControlOut = AnyPoint(input);
+        node.Roll = AnyFloat(input);
+        node.RollFlag = ToTruth(input.ConsumeBool());
+    }
+}
+
+void MakeShape(FuzzedDataProvider& input) {
+    ResetTunnelShape();
+    for (int left = input.ConsumeIntegralInRange(0, 6); left > 0; --left) {
+        AddShapeNode(AnyPoint(input));
+        if (input.ConsumeBool()) TunnelShape.OutsideNodes.back() = AnyPoint(input);
+    }
+}
+
+TunnelChoices AnyChoices(FuzzedDataProvider& input) {
+    TunnelChoices choices;
+    choices.Color = input.ConsumeIntegral<std::int32_t>();
+    choices.Transparency = input.ConsumeIntegralInRange<std::int16_t>(0, 100);
+    choices.DetailItem = input.ConsumeIntegralInRange(0, 4);
+    choices.DoubleSided = input.ConsumeBool();
+    choices.RemoveTunnels = input.ConsumeBool();
+    choices.DimColors = input.ConsumeBool();
+    choices.DimPercent = input.ConsumeIntegralInRange(0, 100);
+    choices.PlaceObject = input.ConsumeBool();
+    return choices;
+}
+
+// A long path is nothing new, but takes long.
+bool IsShort() {
+    std::int64_t samples = 0;
+    for (const TracedSegment& segment : TracedSegments)
+        samples += segment.SampleCount();
+    return samples < 3000;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const std::string track = ScratchPath("track.zrtrack");
+    static const std::string object = ScratchPath("object.3ds");
+    FuzzedDataProvider input(data, size);
+    MakeTrack(input);
+    MakeShape(input);
+    const TunnelChoices choices = AnyChoices(input);
+    Require(WriteTrackFile(track));
+    const auto before = ReadScratch(track);
+    WriteScratch(object, {});
+    Require(OpenTrack(track));
+    if (TraceIsCurrent() && !IsShort()) return 0;
+    if (RunTunnelJob(DeriveJobSettings(choices, object))) {
+        RequireSoundObject(ReadScratch(object));
+        Require(ReadTrackFile(track));
+    } else {
+        Require(ReadScratch(object).empty());
+        Require(ReadScratch(track) == before);
+    }
+    return 0;
+}
