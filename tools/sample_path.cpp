@@ -14,110 +14,111 @@ namespace {
 
 constexpr double kBankOfBend = 18;     // radians of bank times units of curve radius
 constexpr double kSteepestBank = 0.6;  // radians
+constexpr double kSampleSpacing = 8;   // of the ground's path samples, in units
 
-// A coordinate of a cubic span: from `a` with the slope `ma` to `b` with `mb`, u from 0 to 1.
-double SpanAt(double a, double ma, double b, double mb, double u) {
-    const double v = 1 - u;
-    return v * v * (1 + 2 * u) * a + u * v * v * ma + u * u * (3 - 2 * u) * b - u * u * v * mb;
-}
-double SpanSlope(double a, double ma, double b, double mb, double u) {
-    return 6 * u * (1 - u) * (b - a) + (1 - u) * (1 - 3 * u) * ma + u * (3 * u - 2) * mb;
-}
+struct Vec {
+    double x = 0, y = 0, z = 0;
+    friend Vec operator+(const Vec& a, const Vec& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+    friend Vec operator-(const Vec& a, const Vec& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+    friend Vec operator*(double f, const Vec& a) { return {f * a.x, f * a.y, f * a.z}; }
+};
 
-// A closed curve of cubic spans, with the curvature continuous at the waypoints too.
+struct PathPoint {
+    Vec place;
+    Vec direction;  // of travel, of length 1
+    double cover = 0;
+    RollStyle roll = RollStyle::Target;
+    double turn = 0;
+};
+
+double Length(const Vec& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
+
+Vector3D Stored(const Vec& v) { return {OnGrid(v.x), OnGrid(v.y), OnGrid(v.z)}; }
+
+Vec PlaceOf(const Waypoint& w) { return {w.x, w.y, w.z}; }
+
+// A closed curve of cubic spans, one behind each waypoint, with the curvature continuous at their joints.
 class ClosedCurve {
   public:
     explicit ClosedCurve(std::span<const Waypoint> waypoints)
-        : points_(waypoints.begin(), waypoints.end()), slopes_(points_.size()) {
-        for (std::size_t i = 0; i < points_.size(); ++i) {
-            const Waypoint& a = points_[i];
-            const Waypoint& b = points_[After(i)];
-            chords_.push_back(
-                std::sqrt((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y) + (b.z - a.z) * (b.z - a.z)));
-        }
+        : waypoints_(waypoints), slopes_(waypoints.size()), chords_(waypoints.size()) {
+        for (std::size_t i = 0; i < waypoints.size(); ++i)
+            chords_[i] = Length(PlaceOf(waypoints[After(i)]) - PlaceOf(waypoints[i]));
         // Each sweep more than halves the error of the slopes.
         for (int sweep = 0; sweep < 60; ++sweep)
-            for (std::size_t i = 0; i < points_.size(); ++i)
+            for (std::size_t i = 0; i < waypoints.size(); ++i)
                 BalanceSlope(i);
     }
 
-    std::size_t SpanCount() const { return points_.size(); }
-
     PathPoint At(std::size_t span, double u) const {
-        const Waypoint& a = points_[span];
-        const Waypoint& b = points_[After(span)];
-        const Slope& ma = slopes_[span];
-        const Slope& mb = slopes_[After(span)];
-        const double h = chords_[span];
-        PathPoint point;
-        point.x = SpanAt(a.x, ma.x * h, b.x, mb.x * h, u);
-        point.y = SpanAt(a.y, ma.y * h, b.y, mb.y * h, u);
-        point.z = SpanAt(a.z, ma.z * h, b.z, mb.z * h, u);
-        const double dx = SpanSlope(a.x, ma.x * h, b.x, mb.x * h, u);
-        const double dy = SpanSlope(a.y, ma.y * h, b.y, mb.y * h, u);
-        const double dz = SpanSlope(a.z, ma.z * h, b.z, mb.z * h, u);
-        const double speed = std::sqrt(dx * dx + dy * dy + dz * dz);
-        point.dx = dx / speed;
-        point.dy = dy / speed;
-        point.dz = dz / speed;
-        point.cover = a.cover + (b.cover - a.cover) * u;
-        point.roll = a.roll;
-        point.turn = a.turn;
-        return point;
+        const Waypoint& w = waypoints_[span];
+        const Waypoint& next = waypoints_[After(span)];
+        const Vec a = PlaceOf(w), b = PlaceOf(next);
+        const Vec ma = chords_[span] * slopes_[span], mb = chords_[span] * slopes_[After(span)];
+        const double v = 1 - u;
+        const Vec speed = 6 * u * v * (b - a) + v * (1 - 3 * u) * ma + u * (3 * u - 2) * mb;
+        return {v * v * (1 + 2 * u) * a + u * v * v * ma + u * u * (3 - 2 * u) * b - u * u * v * mb,
+                1 / Length(speed) * speed, w.cover + (next.cover - w.cover) * u, w.roll, w.turn};
     }
 
   private:
-    struct Slope {
-        double x = 0, y = 0, z = 0;
-    };
+    std::size_t After(std::size_t i) const { return i + 1 < waypoints_.size() ? i + 1 : 0; }
 
-    std::size_t After(std::size_t i) const { return i + 1 < points_.size() ? i + 1 : 0; }
-
-    // Sets the slope at which both spans of a waypoint bend alike, given the slopes of its neighbours.
+    // Sets the slope with which both spans of a waypoint bend alike, given the slopes of its neighbours.
     void BalanceSlope(std::size_t i) {
-        const std::size_t before = i > 0 ? i - 1 : points_.size() - 1, after = After(i);
-        const double hb = chords_[before], ha = chords_[i];
-        const auto balanced = [&](double Waypoint::*c, double Slope::*m) {
-            const double back = (points_[i].*c - points_[before].*c) / hb;
-            const double ahead = (points_[after].*c - points_[i].*c) / ha;
-            return (3 * (ha * back + hb * ahead) - ha * slopes_[before].*m - hb * slopes_[after].*m) /
-                   (2 * (ha + hb));
-        };
-        slopes_[i] = {balanced(&Waypoint::x, &Slope::x), balanced(&Waypoint::y, &Slope::y),
-                      balanced(&Waypoint::z, &Slope::z)};
+        const std::size_t before = i > 0 ? i - 1 : waypoints_.size() - 1, after = After(i);
+        const double back = chords_[before], ahead = chords_[i];
+        const Vec place = PlaceOf(waypoints_[i]);
+        const Vec in = 1 / back * (place - PlaceOf(waypoints_[before]));
+        const Vec out = 1 / ahead * (PlaceOf(waypoints_[after]) - place);
+        slopes_[i] =
+            0.5 / (back + ahead) * (ahead * (3 * in - slopes_[before]) + back * (3 * out - slopes_[after]));
     }
 
-    std::vector<Waypoint> points_;
-    std::vector<Slope> slopes_;
+    std::span<const Waypoint> waypoints_;
+    std::vector<Vec> slopes_;
     std::vector<double> chords_;
 };
 
-double Distance(const PathPoint& a, const PathPoint& b) {
-    const double x = b.x - a.x, y = b.y - a.y, z = b.z - a.z;
-    return std::sqrt(x * x + y * y + z * z);
+// Measures the curve through the waypoints and gives points on it, about `spacing` units apart or `count` of
+// them; sets `spacing` to what it became.
+std::vector<PathPoint> Follow(std::span<const Waypoint> waypoints, int count, double& spacing) {
+    constexpr std::size_t kSteps = 64;  // of each span, to measure it
+    const ClosedCurve curve(waypoints);
+    const std::size_t steps = kSteps * waypoints.size();
+    const auto at = [&](std::size_t step, double part) {
+        return curve.At(step / kSteps, (static_cast<double>(step % kSteps) + part) / kSteps);
+    };
+    std::vector<double> walked{0};
+    for (std::size_t step = 0; step < steps; ++step)
+        walked.push_back(walked.back() + Length(at(step, 1).place - at(step, 0).place));
+    if (count == 0) count = static_cast<int>(walked.back() / spacing);
+    spacing = walked.back() / count;
+
+    std::vector<PathPoint> points;
+    std::size_t step = 0;
+    for (int i = 0; i < count; ++i) {
+        while (walked[step + 1] <= spacing * i)
+            ++step;
+        points.push_back(at(step, (spacing * i - walked[step]) / (walked[step + 1] - walked[step])));
+    }
+    return points;
 }
 
-// The bank at a point between two others that are `way` units of path apart; a left curve has it above 0.
-float BankBetween(const PathPoint& before, const PathPoint& after, double way) {
-    const double bend = (before.dz * after.dx - before.dx * after.dz) / way;
+// The bank at a point whose neighbours are `spacing` units away; a left curve has it above 0.
+float BankOf(const PathPoint& before, const PathPoint& after, double spacing) {
+    const Vec &in = before.direction, &out = after.direction;
+    const double bend = (in.z * out.x - in.x * out.z) / (2 * spacing);
     return OnGrid(std::clamp(kBankOfBend * bend, -kSteepestBank, kSteepestBank));
 }
 
-// The bank that each point should have. The walk along a track starts without roll, and so it has to end.
-std::vector<float> BanksOf(const std::vector<PathPoint>& points, double piece) {
-    std::vector<float> banks(points.size(), 0.0f);
-    for (std::size_t i = 1; i < points.size(); ++i)
-        if (points[i].roll != RollStyle::Loop)
-            banks[i] = BankBetween(points[i - 1], points[(i + 1) % points.size()], 2 * piece);
-    return banks;
-}
-
-TrackBezierNode NodeAt(const PathPoint& p, double piece) {
-    const Vector3D handle{OnGrid(p.dx * piece / 3), OnGrid(p.dy * piece / 3), OnGrid(p.dz * piece / 3)};
+TrackBezierNode NodeAt(const PathPoint& p, double spacing) {
+    const Vector3D at = Stored(p.place), handle = Stored(spacing / 3 * p.direction);
     TrackBezierNode node;
-    node.Position = {OnGrid(p.x), OnGrid(p.y), OnGrid(p.z)};
-    node.ControlIn = VecSubtract(handle, node.Position);
-    node.ControlOut = {node.Position.x + handle.x, node.Position.y + handle.y, node.Position.z + handle.z};
+    node.Position = at;
+    node.ControlIn = {at.x - handle.x, at.y - handle.y, at.z - handle.z};
+    node.ControlOut = {at.x + handle.x, at.y + handle.y, at.z + handle.z};
+    node.RollFlag = ToTruth(p.roll != RollStyle::Target);
     return node;
 }
 
@@ -134,71 +135,45 @@ double Scatter(int x, int z) {
 }
 
 double Relief(double x, double z, double size) {
-    const double left = std::floor(x / size), top = std::floor(z / size);
-    const double u = x / size - left, v = z / size - top;
-    const double su = u * u * (3 - 2 * u), sv = v * v * (3 - 2 * v);
-    const auto corner = [&](int i, int j) {
-        return Scatter(static_cast<int>(left) + i, static_cast<int>(top) + j);
-    };
-    return (1 - sv) * ((1 - su) * corner(0, 0) + su * corner(1, 0)) +
-           sv * ((1 - su) * corner(0, 1) + su * corner(1, 1));
-}
-
-std::vector<PathPoint> FollowWaypoints(std::span<const Waypoint> waypoints, int count, double& length) {
-    constexpr int kSteps = 64;  // for each span, to measure it
-    const ClosedCurve curve(waypoints);
-    const auto at = [&](std::size_t step) {
-        return curve.At(step / kSteps % curve.SpanCount(), static_cast<double>(step % kSteps) / kSteps);
-    };
-    std::vector<double> walked{0};
-    for (std::size_t step = 1; step <= kSteps * curve.SpanCount(); ++step)
-        walked.push_back(walked.back() + Distance(at(step - 1), at(step)));
-    length = walked.back();
-
-    std::vector<PathPoint> points;
-    std::size_t step = 0;
-    for (int i = 0; i < count; ++i) {
-        const double way = length * i / count;
-        while (walked[step + 1] <= way)
-            ++step;
-        const double part = (way - walked[step]) / (walked[step + 1] - walked[step]);
-        points.push_back(curve.At(step / kSteps, (static_cast<double>(step % kSteps) + part) / kSteps));
-    }
-    return points;
+    const int left = static_cast<int>(std::floor(x / size)), top = static_cast<int>(std::floor(z / size));
+    const auto ease = [](double u) { return u * u * (3 - 2 * u); };
+    const double u = ease(x / size - left), v = ease(z / size - top);
+    return (1 - v) * ((1 - u) * Scatter(left, top) + u * Scatter(left + 1, top)) +
+           v * ((1 - u) * Scatter(left, top + 1) + u * Scatter(left + 1, top + 1));
 }
 
 void LayTrack(std::span<const Waypoint> waypoints, int count) {
-    double length = 0;
-    const std::vector<PathPoint> points = FollowWaypoints(waypoints, count, length);
-    const std::vector<float> banks = BanksOf(points, length / count);
+    double spacing = 0;
+    const std::vector<PathPoint> points = Follow(waypoints, count, spacing);
+    float bankBefore = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         const PathPoint& p = points[i];
-        TrackBezierNode node = NodeAt(p, length / count);
-        node.RollFlag = ToTruth(p.roll != RollStyle::Target);
-        node.Roll = banks[i];
-        if (p.roll == RollStyle::Added) node.Roll -= banks[i - 1];
+        const PathPoint& next = points[(i + 1) % points.size()];
+        // The walk along a track starts without roll, so the last piece has to end without it.
+        const bool upright = i == 0 || p.roll == RollStyle::Loop;
+        const float bank = upright ? 0 : BankOf(points[i - 1], next, spacing);
+        TrackBezierNode node = NodeAt(p, spacing);
+        node.Roll = p.roll == RollStyle::Added ? bank - bankBefore : bank;
         if (p.roll == RollStyle::Loop) node.Roll = OnGrid(p.turn);
+        bankBefore = bank;
         TrackFile.BezierNodes.push_back(node);
-
-        TrackSegment segment;
-        segment.IsTunnel = ToTruth(p.cover >= 0 && points[(i + 1) % points.size()].cover >= 0);
-        TrackFile.Segments.push_back(segment);
+        TrackFile.Segments.emplace_back().IsTunnel = ToTruth(p.cover > 0 || next.cover > 0);
     }
 }
 
 Ground::Ground(std::span<const Waypoint> waypoints) {
-    double length = 0;
-    FollowWaypoints(waypoints, 1, length);
-    samples_ = FollowWaypoints(waypoints, static_cast<int>(length / 8), length);
+    double spacing = kSampleSpacing;
+    for (const PathPoint& p : Follow(waypoints, 0, spacing))
+        samples_.push_back(Stored(p.place + Vec{0, p.cover, 0}));
 }
 
 double Ground::HeightAt(double x, double z) const {
     double weights = 0, heights = 0, nearest = 1e9;
-    for (const PathPoint& p : samples_) {
-        const double square = (p.x - x) * (p.x - x) + (p.z - z) * (p.z - z);
+    for (const Vector3D& sample : samples_) {
+        const double square = (sample.x - x) * (sample.x - x) + (sample.z - z) * (sample.z - z);
         const double weight = 1 / ((square + 4) * (square + 4));
         weights += weight;
-        heights += weight * (p.y + p.cover);
+        heights += weight * sample.y;
         nearest = std::min(nearest, square);
     }
     return heights / weights + 18 * Relief(x, z, 90) * nearest / (nearest + 3600);
