@@ -73,7 +73,8 @@ float SnapInterval(std::string_view text) {
     const bool number = text.find_first_of("0123456789.-") == 0;  // "inf" is none
     double value = 0;
     if (number) std::from_chars(text.data(), text.data() + text.size(), value);
-    return static_cast<float>(value);
+    const auto interval = static_cast<float>(value);
+    return std::isfinite(interval) ? interval : 0;
 }
 
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {

@@ -30,8 +30,8 @@ struct MouseAnchor {
 };
 extern MouseAnchor LastMouse;
 
-// The snap interval that a text stands for: the number at its start, 0 when there is none. The locale plays
-// no part.
+// The snap interval that a text stands for: the number at its start, 0 when there is none or it is too large
+// for a 32-bit float. The locale plays no part.
 float SnapInterval(std::string_view text);
 
 // A shape position moved to the nearest multiple of the interval in x and y, halves upward; as it was when
