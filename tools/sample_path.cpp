@@ -14,6 +14,7 @@ namespace {
 
 constexpr double kBankOfBend = 18;     // radians of bank times units of curve radius
 constexpr double kSteepestBank = 0.6;  // radians
+constexpr double kPortalCover = -1.5;  // a tunnel starts before the ground reaches the rails
 constexpr double kSampleSpacing = 8;   // of the ground's path samples, in units
 
 struct Vec {
@@ -80,8 +81,8 @@ class ClosedCurve {
     std::vector<double> chords_;
 };
 
-// Measures the curve through the waypoints and gives points on it, about `spacing` units apart or `count` of
-// them; sets `spacing` to what it became.
+// `count` points at equal distances along the curve through the waypoints, or for a count of 0 as many as
+// `spacing` asks for; `spacing` becomes their true distance.
 std::vector<PathPoint> Follow(std::span<const Waypoint> waypoints, int count, double& spacing) {
     constexpr std::size_t kSteps = 64;  // of each span, to measure it
     const ClosedCurve curve(waypoints);
@@ -157,7 +158,7 @@ void LayTrack(std::span<const Waypoint> waypoints, int count) {
         if (p.roll == RollStyle::Loop) node.Roll = OnGrid(p.turn);
         bankBefore = bank;
         TrackFile.BezierNodes.push_back(node);
-        TrackFile.Segments.emplace_back().IsTunnel = ToTruth(p.cover > 0 || next.cover > 0);
+        TrackFile.Segments.emplace_back().IsTunnel = ToTruth(std::max(p.cover, next.cover) > kPortalCover);
     }
 }
 

@@ -18,7 +18,7 @@ enum class RollStyle {
 // A place that the path goes through. Heights and lengths are in track units.
 struct Waypoint {
     double x = 0, y = 0, z = 0;
-    double cover = 0;  // the ground's height above the path; where it is above 0 the track is a tunnel
+    double cover = 0;  // the ground's height above the path, which is a tunnel where the ground reaches it
     RollStyle roll = RollStyle::Target;
     double turn = 0;  // radians at each node, to take back the twist of a loop that leaves beside its entry
 };

@@ -44,12 +44,24 @@ constexpr Waypoint kMountain[] = {
     {54, 25, 158, -16}, {8, 33, 164, -18}, {-34, 31, 184, -4}, {-78, 25, 196, 10}, {-124, 24, 184, 12},
     {-160, 27, 152, -5}, {-184, 24, 108, -4}, {-197, 19, 55, 2},
 };
+
+// The fields of each kind are the track program's own; the values are of a likely size.
+constexpr TrackSegment kKinds[] = {
+    {.SegmentKind = 0},
+    {.SegmentKind = 1, .K1Float1 = 6, .K1Float2 = 1.5f, .K1Float3 = 1.25f, .K1Float4 = 12, .K1Flag1 = kTrue,
+     .K1Float5 = 30, .K1Byte1 = 1, .K1Byte2 = 2, .K1Byte3 = 40, .K1Flag2 = kTrue, .K1Float6 = 0.5f,
+     .K1Float7 = 0.75f, .K1Float8 = 2, .K1Float9 = 6, .K1Float10 = 8, .K1Float11 = 90},
+    {.SegmentKind = 2, .K2Float1 = 5, .K2Float2 = 2, .K2Float3 = 0.5f, .K2Byte1 = 1, .K2Flag1 = kTrue},
+    {.SegmentKind = 3, .K3Float1 = 9, .K3Float2 = 3, .K3Float3 = 0.25f, .K3Byte1 = 2, .K3Flag2 = kTrue},
+    {.SegmentKind = 4, .K4Flag1 = kTrue, .K4Float1 = 8, .K4Float2 = 2.5f, .K4Float3 = 1, .K4Flag3 = kTrue,
+     .K4Float4 = 10, .K4Float5 = 20, .K4Float6 = 0.5f, .K4Float7 = 16, .K4Flag5 = kTrue},
+};
 // clang-format on
 
 // Up and down in eight lanes that lie side by side, and home along their southern ends. The letters of the
 // pattern say what a stretch between two waypoints is: # a tunnel, - close to the ground, _ a viaduct.
 std::vector<Waypoint> LongWaypoints() {
-    constexpr std::string_view kPattern = "---##-__-##---#-_-###-----";
+    constexpr std::string_view kPattern = "---##-__-###-----_-###----";
     constexpr int kLanes = 8, kInLane = 7, kHomeward = 10;
     constexpr double kLaneWidth = 300, kReach = 595, kHome = 1000;
     std::vector<Waypoint> waypoints;
@@ -72,41 +84,6 @@ std::vector<Waypoint> LongWaypoints() {
         add((0.5 - i / (kHomeward - 1.0)) * (kLanes - 1) * kLaneWidth, kHome + 30 * Scatter(i, 99));
     return waypoints;
 }
-
-// The fields of each kind are the track program's own; the values are of a likely size.
-constexpr TrackSegment kKinds[] = {
-    {.SegmentKind = 0},
-    {.SegmentKind = 1,
-     .K1Float1 = 6,
-     .K1Float2 = 1.5f,
-     .K1Float3 = 1.25f,
-     .K1Float4 = 12,
-     .K1Flag1 = kTrue,
-     .K1Float5 = 30,
-     .K1Byte1 = 1,
-     .K1Byte2 = 2,
-     .K1Byte3 = 40,
-     .K1Flag2 = kTrue,
-     .K1Float6 = 0.5f,
-     .K1Float7 = 0.75f,
-     .K1Float8 = 2,
-     .K1Float9 = 6,
-     .K1Float10 = 8,
-     .K1Float11 = 90},
-    {.SegmentKind = 2, .K2Float1 = 5, .K2Float2 = 2, .K2Float3 = 0.5f, .K2Byte1 = 1, .K2Flag1 = kTrue},
-    {.SegmentKind = 3, .K3Float1 = 9, .K3Float2 = 3, .K3Float3 = 0.25f, .K3Byte1 = 2, .K3Flag2 = kTrue},
-    {.SegmentKind = 4,
-     .K4Flag1 = kTrue,
-     .K4Float1 = 8,
-     .K4Float2 = 2.5f,
-     .K4Float3 = 1,
-     .K4Flag3 = kTrue,
-     .K4Float4 = 10,
-     .K4Float5 = 20,
-     .K4Float6 = 0.5f,
-     .K4Float7 = 16,
-     .K4Flag5 = kTrue},
-};
 
 // Kind 1 at the start, 2 uphill, 3 downhill, 4 now and then.
 std::size_t KindOf(std::size_t index) {
@@ -172,7 +149,7 @@ void BuildStructures(const Ground& ground) {
         if (n % 4 == 0 && height > 0) TrackFile.FrenRecords.push_back({PlaceBeside(node, 6, ground)});
         if (segments[n].IsTunnel && !segments[(n + segments.size() - 1) % segments.size()].IsTunnel)
             TrackFile.TubeRecords.push_back({i, i + 1, 2, 1, 8, 4, 255, 0, 0.5f});
-        if (n % 10 == 5) TrackFile.CatwRecords.push_back({i, i + 1, i % 2, 1, 2, 0, i % 4 * 8});
+        if (n % 10 == 5) TrackFile.CatwRecords.push_back({i, i + 1, i % 2, 1, 2, 0, i / 10 % 3 * 8});
         if (n % 12 != 6) continue;
         TrackRascRecord record;
         for (std::int32_t entry = 0; entry < i / 12 % 4; ++entry)

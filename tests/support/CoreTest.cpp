@@ -1,14 +1,12 @@
 #include "support/CoreTest.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <set>
 
 #include "base/Message.h"
 #include "editor/TunnelShape.h"
-#include "editor/modFileIO.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
 #include "platform/FileCalls.h"
@@ -18,31 +16,24 @@
 namespace boreforge {
 
 namespace {
-
 std::vector<std::string> shown;
-
-void Catch(const std::string& text, const std::string& title, MessageIcon icon) {
-    shown.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
 }
-
-}  // namespace
 
 CoreTest::CoreTest() {
     std::string pattern = (std::filesystem::temp_directory_path() / "boreforge-test-XXXXXX").string();
     folder_ = ::mkdtemp(pattern.data());
     shown.clear();
-    SetMessageHook(Catch);
+    SetMessageHook([](const std::string& text, const std::string& title, MessageIcon icon) {
+        shown.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
+    });
     fileCalls = SystemFileCalls();
     ResetTrackFile();
     TrackFilePath.clear();
     TrackLoaded = false;
     TracedSegments.clear();
-    TraceUpperIndex = -1;
     ResetModel();
-    ObjectBuffer = {};
     BeginObject("", 0, false, false);
     TunnelShape = {};
-    ClearFileBuffer();
 }
 
 CoreTest::~CoreTest() {
@@ -51,15 +42,14 @@ CoreTest::~CoreTest() {
     std::filesystem::remove_all(folder_);
 }
 
-std::vector<std::string> CoreTest::Listing() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 const std::vector<std::string>& CoreTest::Shown() { return shown; }
+
+std::vector<std::string> CoreTest::Listing() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_))
+        names.insert(entry.path().filename());
+    return {names.begin(), names.end()};
+}
 
 Bytes ReadBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -74,18 +64,10 @@ void WriteBytes(const std::string& path, const Bytes& bytes) {
     EXPECT_TRUE(file.flush().good()) << path;
 }
 
-TrackBezierNode Node(const Vector3D& position, const Vector3D& back, const Vector3D& forth, float roll,
+TrackBezierNode Node(const Vector3D& p, const Vector3D& back, const Vector3D& forth, float roll,
                      bool rollFlag) {
-    const auto moved = [&](const Vector3D& by) {
-        return Vector3D{position.x + by.x, position.y + by.y, position.z + by.z};
-    };
-    TrackBezierNode node;
-    node.Position = position;
-    node.ControlIn = moved(back);
-    node.ControlOut = moved(forth);
-    node.Roll = roll;
-    node.RollFlag = ToTruth(rollFlag);
-    return node;
+    const auto moved = [&p](const Vector3D& by) { return Vector3D{p.x + by.x, p.y + by.y, p.z + by.z}; };
+    return {p, moved(back), moved(forth), roll, kFalse, ToTruth(rollFlag), kFalse};
 }
 
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels) {

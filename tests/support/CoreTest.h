@@ -1,9 +1,9 @@
-// What every test of the core starts from: module state as after the program's start, the messages caught
-// instead of shown, and an empty folder of its own.
+// What the tests of the core share.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,16 +13,16 @@
 
 namespace boreforge {
 
+// Starts each test from the module state of the program's start, catches the messages instead of showing
+// them, and gives it an empty folder of its own.
 class CoreTest : public testing::Test {
   protected:
     CoreTest();
     ~CoreTest() override;
-
-    // The path of `name` in the test's folder.
     std::string In(const std::string& name) const { return folder_ + "/" + name; }
-    // What stands in the test's folder, in order, hidden files included.
+    // What stands in the folder, in order, hidden files included.
     std::vector<std::string> Listing() const;
-    // The texts that were shown so far, each behind its title and a line break.
+    // Each message so far: "(i) " or "(!) ", title, line break, text.
     static const std::vector<std::string>& Shown();
 
   private:
@@ -35,11 +35,27 @@ void WriteBytes(const std::string& path, const Bytes& bytes);
 // A node of the path. `back` and `forth` lead from its position to ControlIn and ControlOut.
 TrackBezierNode Node(const Vector3D& position, const Vector3D& back, const Vector3D& forth, float roll = 0,
                      bool rollFlag = false);
-
 // Makes TrackFile a track of these nodes with one segment for each; a 'T' in `tunnels` marks a tunnel.
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels = "");
-
-// A closed track of six nodes far from the origin: curves, slopes, a roll to each side, unequal handles.
+// A closed track of six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
 std::vector<TrackBezierNode> WindingCircuit();
+
+// Bytes from a notation in which layouts can be written down by hand:
+//   0A0B..     bytes                      'abc'       characters
+//   @ABCD      a tag                      C0A0B0C     a colour field, its first byte left out
+//   T          a true flag                z16         sixteen reserved bytes
+//   S00000018  a size, of no use to a reader; also the length of a kind block
+//   N00000002  a number that may be neither negative nor larger than the file: counts, lengths, children
+//   M00000005  the length of a text that is empty when the length is negative
+//   V01030000  the format version
+// A disguise puts other digits in the places of a letter, for C in the first byte; @ can be "lower".
+using Disguise = std::map<char, std::string>;
+Bytes Unfold(const std::string& notation, const Disguise& disguise = {});
+
+// A track file with all kinds of chunks, laid out by hand from the format's tables; its chunks in this order
+// if one is given.
+Bytes KnownFile(const Disguise& disguise = {}, const std::vector<std::size_t>& order = {});
+// Offsets in KnownFile of the fields that the notation marks with this letter.
+std::vector<std::size_t> MarkedFields(char letter);
 
 }  // namespace boreforge

@@ -1,0 +1,140 @@
+#include "editor/ShapeInput.h"
+
+#include <map>
+#include <sstream>
+
+#include "editor/ShapeView.h"
+#include "editor/TunnelShape.h"
+#include "support/CoreTest.h"
+
+namespace boreforge {
+namespace {
+
+struct ShapeInputTest : CoreTest {
+    ShapeInputTest() { ShapeView = {0, 0, 100, 80}; }
+    // Canvas positions, with the origin at 100, 80.
+    static float X(double x) { return static_cast<float>(100 + TunnelShape.ZoomScale * x); }
+    static float Y(double y) { return static_cast<float>(80 - TunnelShape.ZoomScale * y); }
+    bool Press(double x, double y) { return PressMouse(MouseButton::Left, X(x), Y(y), controls); }
+    bool Move(MouseState state, double x, double y) { return MoveMouse(state, X(x), Y(y), controls); }
+    static Vector3D Inside(int node) { return TunnelShape.InsideNodes.at(static_cast<std::size_t>(node)); }
+    static Vector3D Outside(int node) { return TunnelShape.OutsideNodes.at(static_cast<std::size_t>(node)); }
+    EditorControls controls{{true, true}, true, "0.5", 781, 481};
+};
+
+TEST_F(ShapeInputTest, SnapsToTheNearestMultipleAndHalvesGoUp) {
+    std::istringstream cases(  // what stands in the box, a value, the value snapped
+        "0.5 1.2 1  0.5 -1.2 -1  0.5 1.25 1.5  0.5 -1.25 -1  0.5 -0.25 0  0.5 -0.26 -0.5  0.5x 0.7 0.5 "
+        ".25 0.374 0.25  .25 0.375 0.5  1.5 2.2 1.5  1.5 -0.75 0  1.5 -0.76 -1.5  2. -1 0  2. 1 2  0 1.2 1.2 "
+        "-1 1.2 1.2  . 1.2 1.2  - 1.2 1.2  abc 1.2 1.2  inf 1.2 1.2  nan 1.2 1.2  1e39 1.2 1.2");
+    for (float value, snapped; cases >> controls.snapText >> value >> snapped;)
+        EXPECT_EQ(Snapped({value, value, 0}, controls), (Vector3D{snapped, snapped, 0})) << controls.snapText;
+    EXPECT_EQ(SnapInterval(""), 0);
+    controls.snapTo = false;
+    EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0}));
+}
+
+TEST_F(ShapeInputTest, ReadOutHasOneOrTwoDigitsBehindThePoint) {
+    std::istringstream cases("0 0.0  -0.0 0.0  0.004 0.0  1 1.0  0.999 1.0  1.25 1.25  -1.5 -1.5  100 100.0");
+    std::string text;
+    for (float value; cases >> value >> text;)
+        EXPECT_EQ(FormatPosition(value), text);
+}
+
+TEST_F(ShapeInputTest, PressSelectsTheFirstVisiblePointOrAddsANode) {
+    // Zoom, position, inside and outside shown; then what is selected, whether on the outside, and the count.
+    // The area is a square without its edge, equally large at each zoom; the inside point of a node wins over
+    // its outside point, and a lower node over a nearer one.
+    const double cases[][8] = {
+        {50, 0.1, 0.1, 1, 1, 0, 0, 2},     {50, 0.1, 0.1, 0, 1, 0, 1, 2},    {50, 0.4, 0.4, 1, 1, 0, 1, 2},
+        {50, 0.4, 0.4, 1, 0, 2, 1, 3},     {50, -0.28, 0.28, 1, 1, 0, 0, 2}, {10, -0.28, 0.28, 1, 1, 0, 0, 2},
+        {200, -0.28, 0.28, 1, 1, 0, 0, 2}, {10, -0.3, 0, 1, 1, 2, 1, 3},     {50, 0, -0.3, 1, 1, 2, 1, 3},
+        {50, 2, 0, 1, 1, 1, 0, 2},         {50, 2, 0, 0, 0, -1, 1, 2},       {50, 7, 7, 0, 1, 2, 1, 3}};
+    for (const auto& [zoom, x, y, inside, outside, selected, onOutside, count] : cases) {
+        TunnelShape = {
+            {{0, 0, 0}, {2, 0, 0}}, {{0.2f, 0.2f, 0}, {0.4f, 0.4f, 0}}, static_cast<float>(zoom), 1, kTrue};
+        controls.shown = {inside != 0, outside != 0};
+        EXPECT_TRUE(Press(x, y));
+        EXPECT_TRUE(TunnelShape.SelectedNode == selected && TunnelShape.NodeCount() == count &&
+                    TunnelShape.SelectedIsOutside == -onOutside)
+            << zoom << ": " << x << ' ' << y;
+    }
+}
+
+TEST_F(ShapeInputTest, ANewNodeIsSnappedAndItsPointOnTheLastHitContourIsDragged) {
+    TunnelShape = {{{-2, 1, 7}}, {{-3, 2, 7}}};
+    Press(-3, 2);
+    EXPECT_TRUE(Move(MouseState::Left, -3.2, 2.25));
+    EXPECT_EQ(Outside(0), (Vector3D{-3, 2.5f, 0}));
+    EXPECT_EQ(Inside(0), (Vector3D{-2, 1, 7}));
+    Press(1.25, -1.25);
+    EXPECT_EQ(Outside(1), (Vector3D{2, -1.5f, 0}));
+    EXPECT_TRUE(Move(MouseState::Left, 4, 3));
+    EXPECT_FALSE(Move(MouseState::None, 0, 0) || Move(MouseState::Other, 0, 0));
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Left) && TunnelShape.SelectedNode == 1);
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Right) && TunnelShape.SelectedNode == -1);
+    EXPECT_FALSE(Move(MouseState::Left, 0, 0));
+    EXPECT_EQ(Inside(1), (Vector3D{1.5f, -1, 0}));
+    EXPECT_EQ(Outside(1), (Vector3D{4, 3, 0}));
+}
+
+TEST_F(ShapeInputTest, PanAndZoomKeepToTheirLimits) {
+    // Where the right button drags the view from 200, 100, and the pan after it.
+    const float steps[][4] = {
+        {230, 90, 30, -10}, {220, 95, 20, -5}, {5000, -5000, 1000, -1000}, {4990, -4970, 990, -970}};
+    EXPECT_FALSE(PressMouse(MouseButton::Right, 200, 100, controls));
+    for (const auto& [x, y, panX, panY] : steps) {
+        EXPECT_TRUE(MoveMouse(MouseState::Right, x, y, controls));
+        EXPECT_TRUE(ShapeView.ViewOriginX == 390 + panX && ShapeView.ViewOriginY == 240 + panY) << x;
+    }
+    // Tool, zoom before and after, pan after; before it is 3000, -700.
+    const float cases[][5] = {{5, 50, 60, 1200, -700}, {5, 195, 200, 3000, -700}, {5, 200, 200, 3000, -700},
+                              {6, 50, 40, 800, -700},  {6, 15, 10, 200, -200},    {6, 10, 10, 200, -200},
+                              {7, 200, 50, 1000, -700}};
+    for (const auto& [tool, from, to, panX, panY] : cases) {
+        TunnelShape.ZoomScale = from;
+        ShapeView = {3000, -700, 0, 0};
+        EXPECT_TRUE(RunShapeTool(static_cast<int>(tool), controls));
+        EXPECT_EQ(TunnelShape.ZoomScale, to);
+        EXPECT_TRUE(ShapeView.ViewOriginX == 390 + panX && ShapeView.ViewOriginY == 240 + panY) << from;
+    }
+    ShapeView = {3000, 0, 7, 8};
+    EXPECT_TRUE(RunShapeTool(kToolNew, controls));
+    EXPECT_TRUE(ShapeView.PanX == 3000 && ShapeView.ViewOriginX == 7) << "New leaves the view alone";
+}
+
+TEST_F(ShapeInputTest, InsertTakesTheMidpointOfTheInsideContourAndDeleteDropsTheSelection) {
+    const Vector3D midpoints[] = {{1, -2, 0}, {-1, 2, 0}, {0, 4, 0}};
+    for (int selected = 0; selected < 3; ++selected) {
+        TunnelShape = {
+            {{2, 0, 5}, {0, -4, 5}, {-2, 8, 5}}, {{9, 9, 5}, {9, 8, 5}, {9, 7, 5}}, 50, selected, kTrue};
+        EXPECT_TRUE(RunShapeTool(kToolInsert, controls));
+        EXPECT_EQ(Inside(selected + 1), midpoints[selected]);
+        EXPECT_EQ(Outside(selected + 1).x, selected == 1 ? -1.5f : midpoints[selected].x + 0.5f);
+        EXPECT_EQ(TunnelShape.SelectedNode, selected);
+        EXPECT_TRUE(RunShapeTool(kToolDelete, controls));
+        EXPECT_EQ(Inside(selected), midpoints[selected]);
+        EXPECT_EQ(TunnelShape.SelectedNode, -1);
+        EXPECT_FALSE(RunShapeTool(kToolInsert, controls) || RunShapeTool(kToolDelete, controls));
+        EXPECT_EQ(TunnelShape.NodeCount(), 3);
+    }
+}
+
+TEST_F(ShapeInputTest, KeyCodesAndTypedCharacters) {
+    const std::map<int, int> tools = {{73, 1},  {46, 2},  {107, 5}, {187, 5}, {109, 6},
+                                      {189, 6}, {111, 7}, {77, 8},  {70, 9}};
+    for (int code = -1; code < 300; ++code)
+        EXPECT_EQ(ToolOfKey(code), tools.contains(code) ? tools.at(code) : -1) << code;
+    const std::string digits = "\b.0123456789";
+    const std::map<std::string, std::string> passing = {{"", digits},   {"1", "\b."},    {".", "\b."},
+                                                        {"1.", digits}, {"1.2", digits}, {"1.25", "\b"}};
+    for (const auto& [text, expected] : passing) {
+        std::string passed;
+        for (const char c : digits + "/:-+, eE")
+            if (SnapCharacterPasses(text, static_cast<char32_t>(c))) passed += c;
+        EXPECT_EQ(passed, expected) << text;
+    }
+}
+
+}  // namespace
+}  // namespace boreforge

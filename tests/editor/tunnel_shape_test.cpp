@@ -1,0 +1,100 @@
+#include "editor/TunnelShape.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "editor/TunnelShapeFile.h"
+#include "support/CoreTest.h"
+
+namespace boreforge {
+
+using TunnelShapeTest = CoreTest;
+
+// "x,y,z" of each point, a bar between the contours.
+std::string Shape() {
+    std::ostringstream text;
+    for (const auto* contour : {&TunnelShape.InsideNodes, &TunnelShape.OutsideNodes}) {
+        text << (contour == &TunnelShape.InsideNodes ? "" : "|");
+        for (const Vector3D& p : *contour)
+            text << " " << p.x << "," << p.y << "," << p.z;
+    }
+    return text.str();
+}
+
+TEST_F(TunnelShapeTest, NodesComeAndGoInPairs) {
+    for (const Vector3D& node : {Vector3D{1, -2, 3}, {-4, 5, 0}, {0, -0.25f, -1}})
+        AddShapeNode(node);
+    const Vector3D late{-1, -7, 2};
+    for (const std::int32_t nowhere : {-1, 3}) {
+        DeleteShapeNode(nowhere);
+        InsertShapeNode(nowhere, late);
+    }
+    EXPECT_EQ(Shape(), " 1,-2,3 -4,5,0 0,-0.25,-1| 1.5,-2.5,3 -4.5,5.5,0 0.5,-0.75,-1");
+    DeleteShapeNode(1);
+    InsertShapeNode(0, late);
+    EXPECT_EQ(Shape(), " 1,-2,3 -1,-7,2 0,-0.25,-1| 1.5,-2.5,3 -1.5,-7.5,2 0.5,-0.75,-1");
+    DeleteShapeNode(0);
+    InsertShapeNode(1, late);
+    EXPECT_EQ(Shape(), " -1,-7,2 0,-0.25,-1 -1,-7,2| -1.5,-7.5,2 0.5,-0.75,-1 -1.5,-7.5,2");
+    DeleteShapeNode(2);
+    MirrorTunnelShape();
+    EXPECT_EQ(Shape(), " 1,-7,2 -0,-0.25,-1| 1.5,-7.5,2 -0.5,-0.75,-1");
+    FlipTunnelShape();
+    EXPECT_EQ(Shape(), " 1,7,2 -0,0.25,-1| 1.5,7.5,2 -0.5,0.75,-1");
+    for (int i = 0; i < 3; ++i)
+        DeleteShapeNode(0);
+    InsertShapeNode(0, late);
+    EXPECT_EQ(Shape(), "|");
+}
+
+TEST_F(TunnelShapeTest, PresetsReplaceShapeZoomAndSelection) {
+    const char* const presets[] = {
+        " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0",
+        " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
+        "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0",
+        "|"};
+    for (std::int16_t i = 0; i < 3; ++i) {
+        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
+        MakePresetShape(i);
+        EXPECT_EQ(Shape(), presets[i]);
+        EXPECT_TRUE(TunnelShape.ZoomScale == 50 && TunnelShape.SelectedNode == -1 &&
+                    TunnelShape.SelectedIsOutside);
+    }
+}
+
+TEST_F(TunnelShapeTest, AShapeFileByteForByteAndWhatElseIsOne) {
+    const std::string path = In("s.zrbf");
+    ASSERT_TRUE(SaveTunnelShape(path));
+    EXPECT_EQ(ReadBytes(path), Unfold("'ZRBF' 00000000"));
+    WriteBytes(path, Bytes(900, 1));
+    TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
+    const std::string shape = Shape();
+    ASSERT_TRUE(SaveTunnelShape(path));
+    const Bytes whole = ReadBytes(path);
+    EXPECT_EQ(whole, Unfold("'ZRBF' 02000000 0000803F 00000040 00004040 00008040 0000A040 0000C040 "
+                            "000000BF 00000000 000080BF 0000C03F 0000803E 0000E0C0"));
+    EXPECT_FALSE(SaveTunnelShape("") || SaveTunnelShape(In("absent/s.zrbf")));
+
+    // Files and their nodes, -1 for what is refused.
+    std::vector<std::pair<Bytes, int>> cases = {{whole, 2},  {whole, 1},  {whole, 0},
+                                                {whole, -1}, {whole, -1}, {whole, -1}};
+    const char* const heads[] = {"'zrBf' 02", "'ZRBF' 01", "'ZRBF' FFFFFFFF",
+                                 "'ZRBE' 02", "'ZRBF' 03", "'ZRBF' FFFFFF7F"};
+    for (std::size_t i = 0; i < 6; ++i)
+        std::ranges::copy(Unfold(heads[i]), cases[i].first.begin());
+    cases[0].first.resize(70, 0x55);
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        cases.emplace_back(Bytes(whole.begin(), whole.begin() + length), -1);
+    for (const auto& [file, nodes] : cases) {
+        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
+        WriteBytes(path, file);
+        EXPECT_EQ(LoadTunnelShape(path), nodes >= 0) << file.size() << " bytes for " << nodes;
+        EXPECT_TRUE(TunnelShape.NodeCount() == std::max(nodes, 0) && TunnelShape.ZoomScale == 50) << nodes;
+        EXPECT_TRUE(nodes != 2 || Shape() == shape);
+    }
+    MakePresetShape(0);
+    EXPECT_FALSE(LoadTunnelShape("") || LoadTunnelShape(In("absent.zrbf")) || LoadTunnelShape(In("")));
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+}
+
+}  // namespace boreforge

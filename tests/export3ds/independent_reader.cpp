@@ -1,0 +1,74 @@
+// Reads our objects with a reader that isn't ours. A program of its own, so that the tests of the core link
+// nothing but the core.
+#include <assimp/material.h>
+#include <assimp/scene.h>
+
+#include <assimp/Importer.hpp>
+
+#include "editor/TunnelShape.h"
+#include "export3ds/mSave3DSObject.h"
+#include "job/mMain.h"
+#include "support/CoreTest.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+namespace boreforge {
+
+using IndependentReaderTest = CoreTest;
+
+void ExpectMaterial(const aiMaterial& read, const std::string& name, const std::vector<ColorRGB>& colors) {
+    const auto expect = [&read](const char* key, unsigned type, unsigned index, const ColorRGB& color) {
+        aiColor3D c(-1, -1, -1);
+        read.Get(key, type, index, c);
+        const aiColor3D wanted(color.red / 255.0f, color.green / 255.0f, color.blue / 255.0f);
+        EXPECT_TRUE((c - wanted).IsBlack()) << key;
+    };
+    expect(AI_MATKEY_COLOR_AMBIENT, colors[0]);
+    expect(AI_MATKEY_COLOR_DIFFUSE, colors[1]);
+    expect(AI_MATKEY_COLOR_SPECULAR, colors[2]);
+    float opacity = -1, strength = -1;
+    read.Get(AI_MATKEY_OPACITY, opacity);
+    read.Get(AI_MATKEY_SHININESS_STRENGTH, strength);
+    EXPECT_TRUE(read.GetName().C_Str() == name && std::lround(100 * opacity) == 65 &&
+                std::lround(100 * strength) == 5);
+}
+
+// The reader gives each face vertices of its own and leaves out the names of objects without a hierarchy, but
+// keeps the order of both. Its vertices are the file's: y forward, z up, in six decimal places.
+void ExpectMesh(const aiMesh& read, const Mesh3DS& made) {
+    EXPECT_EQ(static_cast<int>(read.mMaterialIndex), made.MaterialIndex);
+    ASSERT_EQ(read.mNumFaces, made.Faces.size());
+    for (std::size_t f = 0; f < made.Faces.size(); ++f) {
+        ASSERT_EQ(read.mFaces[f].mNumIndices, 3u);
+        const std::int16_t corners[] = {made.Faces[f].a, made.Faces[f].b, made.Faces[f].c};
+        for (unsigned c = 0; c < 3; ++c) {
+            const aiVector3D& point = read.mVertices[read.mFaces[f].mIndices[c]];
+            const Vector3D& ours = made.Points[static_cast<std::size_t>(corners[c])];
+            ASSERT_LE(VecDistance({point.x, point.z, -point.y}, ours), 2e-6) << "face " << f;
+        }
+    }
+}
+
+TEST_F(IndependentReaderTest, FindsTheSameMaterialsObjectsAndFaces) {
+    for (const bool split : {false, true}) {
+        MakeTrack(WindingCircuit(), "T-TTTT");
+        if (split) TrackFile.BezierNodes[3].Position = {-900, 7, 2};
+        ASSERT_TRUE(WriteTrackFile(In("t.zrtrack")) && OpenTrack(In("t.zrtrack")));
+        MakePresetShape(split);
+        ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({PackColor(255, 127, 101), 35, 0, split}, In("o.3ds"))));
+        EXPECT_EQ(Model3DS.Meshes[2].FaceCount() == kMostFacesOfMesh, split);
+        Assimp::Importer importer;
+        const aiScene* const scene = importer.ReadFile(In("o.3ds"), 0);
+        ASSERT_NE(scene, nullptr) << importer.GetErrorString();
+        EXPECT_NEAR(scene->mRootNode->mTransformation.a1, 1 / 39.37008, 1e-8) << "the master scale";
+        ASSERT_EQ(scene->mNumMaterials, 2u);
+        ExpectMaterial(*scene->mMaterials[0], "MATER000", {{128, 64, 50}, {255, 127, 101}, {255, 152, 121}});
+        ExpectMaterial(*scene->mMaterials[1], "MATER001", {{64, 32, 25}, {128, 64, 50}, {128, 76, 60}});
+        ASSERT_EQ(scene->mNumMeshes, Model3DS.Meshes.size());
+        for (unsigned i = 0; i < scene->mNumMeshes; ++i) {
+            SCOPED_TRACE(i);
+            ExpectMesh(*scene->mMeshes[i], Model3DS.Meshes[i]);
+        }
+    }
+}
+
+}  // namespace boreforge

@@ -1,0 +1,116 @@
+#include "job/mMain.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+
+#include "editor/TunnelShape.h"
+#include "export3ds/mSave3DSObject.h"
+#include "platform/FileCalls.h"
+#include "support/CoreTest.h"
+#include "tracing/mZR_TraceTrack.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+namespace boreforge {
+
+namespace fs = std::filesystem;
+
+class JobTest : public CoreTest {
+  protected:
+    const std::string track = In("track.zrtrack"), object = In("tube.3ds");
+
+    void Open(const std::string& tunnels) {
+        MakeTrack(WindingCircuit(), tunnels);
+        TrackFile.DefaultColor1 = 0x0180FF;
+        TrackFile.DefaultColor3 = 0x7F6503;
+        TrackFile.Segments[2].UseOwnColors = kTrue;
+        TrackFile.Segments[2].Color1 = 0xC8C8C8;
+        ASSERT_TRUE(WriteTrackFile(track) && OpenTrack(track));
+        MakePresetShape(0);
+    }
+    TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
+};
+
+TEST_F(JobTest, ObjectsStandInOrderWithCapsWhereTheFlagChanges) {
+    const std::pair<const char*, std::vector<std::size_t>> cases[] = {
+        // tunnels, and where caps stand
+        {"-T----", {1, 2}},    {"--TTT-", {2, 5}}, {"----TT", {4}},
+        {"TT---T", {0, 2, 5}}, {"TTTTTT", {0}},    {"T-T-T-", {0, 1, 2, 3, 4, 5}}};
+    for (const auto& [tunnels, caps] : cases) {
+        SCOPED_TRACE(tunnels);
+        Open(tunnels);
+        ASSERT_TRUE(RunTunnelJob(Settings()));
+        const auto walls = static_cast<std::size_t>(std::count(tunnels, tunnels + 6, 'T'));
+        ASSERT_EQ(Model3DS.Meshes.size(), 2 * walls + caps.size());
+        for (std::size_t i = 0; i < Model3DS.Meshes.size(); ++i) {
+            const Mesh3DS& mesh = Model3DS.Meshes[i];
+            EXPECT_EQ(mesh.Name, (i < 10 ? "SEGT000" : "SEGT00") + std::to_string(i));
+            EXPECT_EQ(mesh.MaterialIndex, i < walls + caps.size() ? 0 : 1) << i;
+            if (i < walls || i >= walls + caps.size()) continue;
+            const Matrix3D& world = TracedSegments[caps[i - walls]].Samples[0].WorldMatrix;
+            const Vector3D corner = MatTransformPoint(world, TunnelShape.OutsideNodes[2]);
+            EXPECT_NE(std::ranges::find(mesh.Points, corner), mesh.Points.end()) << i;
+        }
+    }
+}
+
+TEST_F(JobTest, EachSwitchMakesItsOwnChangeOfTheTrack) {
+    for (int bits = 0; bits < 8; ++bits) {
+        Open("-TT---");
+        TrackDocument expected = TrackFile;
+        TunnelJobSettings settings = Settings();
+        if ((settings.DimColors = bits & 1)) {
+            expected.Segments[1].UseOwnColors = kTrue;
+            expected.Segments[1].Color1 = 0x004080;  // of 0x0180FF: 0.5, 64, 127.5
+            expected.Segments[1].Color3 = 0x403202;  // of 0x7F6503: 63.5, 50.5, 1.5
+            expected.Segments[2].Color1 = 0x646464;
+        }
+        if ((settings.RemoveTunnels = bits & 2))
+            expected.Segments[1].IsTunnel = expected.Segments[2].IsTunnel = kFalse;
+        if ((settings.PlaceObject = bits & 4))
+            expected.SceneryObjects = {{"tube.3ds", "dummy", {1, 0, 0, 0, 1, 0, 0, 0, 1}, {}, {}}};
+        ASSERT_TRUE(RunTunnelJob(settings)) << bits;
+        TrackFile = expected;
+        ASSERT_TRUE(WriteTrackFile(In("expected.zrtrack")));
+        EXPECT_EQ(ReadBytes(track), ReadBytes(In("expected.zrtrack"))) << bits;
+    }
+    Open("-T----");
+    ResetTunnelShape();  // an empty shape still writes both files
+    ASSERT_TRUE(RunTunnelJob(Settings()));
+    EXPECT_EQ(ReadBytes(object).size(), 42u + 2 * 168u);
+    EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
+    TunnelJobSettings settings;
+    const std::tuple<const char*, bool, std::function<void()>> cases[] = {
+        // part of the message, object stays
+        {"(i) Notice!\nTrack does not have any tunnels!", false, [&] { Open("------"); }},
+        {"The track was not changed.", false, [&] { settings.OutputPath = In("absent/tube.3ds"); }},
+        {"Would Replace the Track", true, [&] { fs::create_symlink(track, object); }},
+        {"Would Replace the Track", false,
+         [&] { fs::create_symlink(TrackFilePath = In("u.zrtrack"), object); }},
+        {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
+        {"is as it was.", true, [] { fileCalls.rename = [](const char*, const char*) { return -1; }; }},
+        {"Can't Be Followed", false,
+         [&] { MakeTrack({}), WriteTrackFile(In("u.zrtrack")), OpenTrack(In("u.zrtrack")); }},
+        {"Invalid Track File!", false,
+         [&] { EXPECT_FALSE(OpenTrack(In("absent.zrtrack")) || TrackFilePath != track); }}};
+    for (const auto& [saying, objectStays, spoil] : cases) {
+        SCOPED_TRACE(saying);
+        fs::remove(object);
+        Open("-TT---");
+        settings = Settings();
+        const std::size_t shown = Shown().size();
+        spoil();
+        const Bytes before = ReadBytes(track);
+        EXPECT_FALSE(RunTunnelJob(settings));
+        fileCalls = SystemFileCalls();
+        ASSERT_EQ(Shown().size(), shown + 1);
+        EXPECT_NE(Shown().back().find(saying), std::string::npos) << Shown().back();
+        EXPECT_EQ(ReadBytes(track), before);
+        EXPECT_EQ(fs::exists(object), objectStays);
+    }
+}
+
+}  // namespace boreforge

@@ -1,0 +1,70 @@
+// What the tests of the windows start from: the main window with the box, on a canvas of 792 by 534 pixels
+// with the origin at (396, 267), and dialogs that the test answers in the user's place.
+#pragma once
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+#include "dialogs/mColorDialog.h"
+#include "dialogs/mFileDialog.h"
+#include "editor/frmMain.h"
+#include "support/CoreTest.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }
+
+namespace boreforge {
+
+template <class T = QWidget>
+T& Get(const QWidget& window, const char* name) {
+    T* const found = window.findChild<T*>(name);
+    if (!found) qFatal("There is no %s.", name);
+    return *found;
+}
+
+inline void Click(const QWidget& window, const char* name) {
+    QTest::mouseClick(&Get(window, name), Qt::LeftButton);
+}
+
+// Shows a window and waits until it has the keyboard.
+void Show(QWidget& window);
+
+class UiTest : public CoreTest {
+  protected:
+    UiTest();
+    // The window's pixel at a shape position, as long as the view was neither panned nor zoomed.
+    static QPoint At(double x, double y) { return QPoint(qRound(396 + 50 * x), qRound(299 - 50 * y)); }
+    void Drag(Qt::MouseButton button, QPoint from, QPoint to) {
+        QTest::mousePress(window.windowHandle(), button, {}, from);
+        QTest::mouseMove(window.windowHandle(), to);
+        QTest::mouseRelease(window.windowHandle(), button, {}, to);
+    }
+    void Key(int key, int modifiers = 0) {
+        QTest::keyClick(window.windowHandle(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    }
+    QString Focus() const { return window.focusWidget()->objectName(); }
+    QString ReadOuts() const {
+        return Get<QLabel>(window, "lblMousePos(0)").text() + ' ' +
+               Get<QLabel>(window, "lblMousePos(1)").text();
+    }
+    // Of the last file dialog: title, filter with "/" for zero characters, extension, folder, file and flags.
+    static QString Asked();
+    // Runs `act` on the modal window of this class that opens next.
+    template <class Window>
+    void OnModal(std::function<void(Window&)> act) {
+        QTimer::singleShot(0, &window, [=, this] {
+            auto* const opened = dynamic_cast<Window*>(QApplication::activeModalWidget());
+            opened ? act(*opened) : OnModal<Window>(act);
+        });
+    }
+
+    static inline std::string file;              // the answer to one file dialog; an empty one cancels it
+    static inline FileDialogArguments asked;     // what the last of them was given
+    static inline PackedColor color;             // the answer to one colour dialog; -1 cancels it
+    static inline ColorDialogRecord askedColor;  // what the last of them was given
+    frmMain window;
+};
+
+}  // namespace boreforge

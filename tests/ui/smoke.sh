@@ -1,0 +1,70 @@
+#!/bin/sh
+# Uses the finished program as its user does, on a screen of its own: draws a shape, saves it, makes a tunnel.
+#   smoke.sh PROGRAM MAKE_SAMPLES CLOSE_WINDOW
+set -eu
+work=$(mktemp -d)
+trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'exit 1' HUP INT TERM
+"$2" "$work"
+mkfifo "$work/display"
+mkdir -m 700 "$work/home" "$work/run"
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>"$work/screen.log" &
+screen=$!
+read -r number <"$work/display" || { cat "$work/screen.log"; exit 1; }
+export DISPLAY=":$number"
+env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
+    DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
+program=$!
+
+# Tries a command until it succeeds; gives up when the program has ended, or after minutes.
+try() {
+    tries=0
+    until "$@" >"$work/found" 2>&1; do
+        tries=$((tries + 1))
+        [ $tries -lt 5000 ] && kill -0 $program || { echo "In vain: $*"; exit 1; }
+        sleep 0.02
+    done
+}
+# Waits for the window of a title and gives it the keyboard.
+use() {
+    try xdotool search --onlyvisible --name "^$1"
+    window=$(tail -n 1 "$work/found")
+    xdotool windowfocus --sync "$window"
+}
+click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
+# Types a file's path into a dialog and waits until it is closed.
+answer() {
+    xdotool type "$1"
+    xdotool key Return
+    try sh -c "! xdotool search --onlyvisible --name '$2'"
+}
+
+use "Zephyrail Boreforge"
+main=$window
+click 446 99  # a node at (1, 4), moved to (1.5, 4) and mirrored; then the corner at (2, 3) is removed
+xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
+click 496 149
+xdotool key Delete
+click 66 15
+use "Save Tunnel Shape As"
+answer "$work/shape" "^Save Tunnel Shape As"
+use "Zephyrail Boreforge"
+click 98 15
+use "Open Track File"
+answer "$work/tracks/small-circuit.zrtrack" "^Open Track File"
+use "3DS Tunnel Settings"
+click 310 254
+use "Save Tunnel as 3DS Object"
+answer "$work/tube" "^(Save Tunnel|3DS Tunnel)"
+"$3" "$main"
+wait $program || { echo "Exit status $?"; exit 1; }
+program=
+
+# Four nodes, inside and outside: -2 -1, -2.5 -1.5; -2 3, -2.5 3.5; 2 -1, 2.5 -1.5; -1.5 4, -1.5 4.5; z is 0.
+printf 'ZRBF\4\0\0\0\0\0\0\300\0\0\200\277\0\0\0\0\0\0\40\300\0\0\300\277\0\0\0\0\0\0\0\300\0\0\100\100\0\0\0\0'\
+'\0\0\40\300\0\0\140\100\0\0\0\0\0\0\0\100\0\0\200\277\0\0\0\0\0\0\40\100\0\0\300\277\0\0\0\0'\
+'\0\0\300\277\0\0\200\100\0\0\0\0\0\0\300\277\0\0\220\100\0\0\0\0' | cmp - "$work/shape.zrbf"
+[ "$(head -c 2 "$work/tube.3ds")" = MM ]
+grep -q tube.3ds "$work/tracks/small-circuit.zrtrack"
+left=$(find "$work/home" -type f ! -path '*/fontconfig/*')
+[ -z "$left" ] || { echo "Left in the home folder: $left"; exit 1; }

@@ -1,0 +1,237 @@
+#include <QComboBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QScrollBar>
+#include <QToolButton>
+
+#include <clocale>
+#include <cmath>
+#include <iomanip>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "UiTest.h"
+#include "dialogs/frmTunnelSettings.h"
+#include "editor/ImageSurface.h"
+#include "editor/ShapeView.h"
+#include "editor/TunnelShape.h"
+
+namespace boreforge {
+namespace {
+
+// Left, top, width and height in twips, relative to the parent; the tab index, or -1 where nothing can have
+// the focus; a tool's tooltip, else what stands on the control.
+constexpr char kMain[] = R"~(
+btnShapeTools(0)    0 0 435 435 11 "New Tunnel Shape"    btnShapeTools(3)  420 0 435 435  8 "Open Tunnel Shape..."
+btnShapeTools(4)  840 0 435 435  7 "Save Tunnel Shape..." btnToolBar(0)   1320 0 435 435 20 "Make 3DS Object for Track..."
+chkShowNodes(0)  1860 0 435 435 21 "Show Inside Nodes"   chkShowNodes(1)  2280 0 435 435 22 "Show Outside Nodes"
+btnPreShapes(0)  2820 0 435 435 14 "Pre-Shape - Box"     btnPreShapes(1)  3240 0 435 435 13 "Pre-Shape - Rounded"
+btnShapeTools(8) 3780 0 435 435  3 "Mirror Tunnel ( M )" btnShapeTools(9) 4200 0 435 435  2 "Flip Tunnel ( F )"
+btnShapeTools(1) 4620 0 435 435 10 "Insert Node ( I )"   btnShapeTools(2) 5040 0 435 435  9 "Delete Node ( DEL )"
+btnShapeTools(5) 6720 0 435 435  6 "Zoom In ( + )"       btnShapeTools(6) 7140 0 435 435  5 "Zoom Out ( - )"
+btnShapeTools(7) 7560 0 435 435  4 "Reset Default Zoom ( / )" chkSnapTo   8100 0 435 435 12 "Snap"
+txtSnap        8640 150 615 285  1 "0.5"   Label3           9660  60 1875 315 -1 ""  Label1 9720 120 195 195 -1 "X="
+lblMousePos(0) 9960 120 615 195 -1 "00.00" lblMousePos(1) 10860 120 615 195 -1 "00.00"
+Label2        10620 120 195 195 -1 "Y="    pbShape 0 480 11880 8010 0 "")~";  // the canvas fills the window
+
+constexpr char kSettings[] =
+    R"~(
+Frame5   60  60 6495 1755 -1 "Tunnel Settings"         Frame1  120 240 1695 1035 -1 "Tunnel Color"
+Frame4 1860 240 2115 1035 -1 "Tunnel Curvature Detail" Frame3 4020 240 2355 1035 -1 "Tunnel Transparency"
+lblTColor 120 240 1455 675 -1 "" cmbDetail 120 300 1875 315 13 "Normal" hsTrans 120 240 2115 255 15 "0"
+lblTrans  120 660 2115 195 -1 "0%" chkDoubleSided 120 1440 1815 195 17 "Double-Sided Faces"
+Label2   2220 1440 4155 195 -1 "It's an option, but it's not recommended!"
+Frame2     60 1920 6495 1635 -1 "Track Modifications" chkRemTunnels 120 300 2475 195 1 "Remove Tunnel Flags"
+chkDimColors 120 600 2475 195 2 "Dim Tunneled Segment Colors" hsDimPercent 420 840 2115 255 7 "50"
+lblDimPercent 2520 840 555 255 -1 "50%" chkPlaceIt 120 1320 2955 195 5 "Place the Object in My Track for Me"
+Label1   3300 240 3075 915 -1 "Note: Any track modification will require that the track be re-saved.  It is)~"
+    R"~( highly recommended that you have a back-up copy of the track file." btnStart 4200 3660 1095 315 3 "Make" btnCancel 5400 3660 1095 315 4 "Cancel")~";
+
+QString TextOn(const QWidget& control) {
+    for (const char* const property : {"currentText", "text", "title", "value"})
+        if (const QString text = control.property(property).toString(); !text.isEmpty()) return text;
+    return control.toolTip();
+}
+
+void ExpectControls(QWidget& window, const char* table) {
+    std::istringstream rows(table);
+    std::map<int, std::string> order;
+    std::string name, text;
+    for (int x, y, width, height, tab;
+         rows >> name >> x >> y >> width >> height >> tab >> std::quoted(text);) {
+        auto& control = Get(window, name.c_str());
+        EXPECT_EQ(control.geometry(), QRect(x / 15, y / 15, width / 15, height / 15)) << name;
+        EXPECT_EQ(TextOn(control).toStdString(), text) << name;
+        EXPECT_TRUE(control.isEnabled() && control.isVisible()) << name;
+        if (tab >= 0) order[tab] = name;
+    }
+    Get(window, order.begin()->second.c_str()).setFocus();
+    for (int round = 0; round < 2; ++round)
+        for (const auto& [tab, expected] : order) {
+            EXPECT_EQ(window.focusWidget()->objectName().toStdString(), expected) << tab;
+            QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
+        }
+}
+
+TEST_F(UiTest, TheMainWindowIsAsDesigned) {
+    EXPECT_EQ(window.windowTitle() + Focus(), "Zephyrail Boreforge - v1.3.1.1pbShape");
+    EXPECT_EQ(window.size(), QSize(792, 566));
+    ExpectControls(window, kMain);
+    std::set<QByteArray> pictures;
+    for (const auto* const tool : window.findChildren<QToolButton*>()) {
+        const QImage image = tool->icon().pixmap(16, 16).toImage();
+        pictures.emplace(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes());
+        EXPECT_EQ(tool->isChecked(), tool->objectName().startsWith("chk"));
+    }
+    EXPECT_EQ(pictures.size(), 16u) << "each tool has a picture of its own";
+}
+
+TEST_F(UiTest, TheSettingsDialogIsAsDesignedAndItsReadOutsFollowTheDrag) {
+    frmTunnelSettings dialog(&window);
+    Show(dialog);
+    EXPECT_EQ(dialog.windowTitle(), "3DS Tunnel Settings...");
+    EXPECT_TRUE(dialog.minimumSize() == QSize(441, 269) && dialog.maximumSize() == QSize(441, 269));
+    ExpectControls(dialog, kSettings);
+    for (const char* const item : {"Extreme", "High", "Normal", "Low", "Poor!"})
+        EXPECT_GE(Get<QComboBox>(dialog, "cmbDetail").findText(item), 0) << item;
+    for (const auto& [name, label] : {std::pair{"hsTrans", "lblTrans"}, {"hsDimPercent", "lblDimPercent"}}) {
+        auto& bar = Get<QScrollBar>(dialog, name);
+        EXPECT_TRUE(bar.minimum() == 0 && bar.maximum() == 100 && bar.singleStep() == 1 &&
+                    bar.pageStep() == 5);
+        bar.setSliderDown(true);
+        for (const int value : {37, 100, 0}) {
+            bar.setSliderPosition(value);
+            EXPECT_EQ(Get<QLabel>(dialog, label).text(), QString::number(value) + "%");
+        }
+    }
+}
+
+// A picture with the origin at (390, 240), and its pixel at a logical position.
+QImage Paint(QSize size, double ratio) {
+    QImage image;
+    ShapeView = {0, 0, 390, 240};
+    ImageSurface surface(image, size, ratio);
+    DrawTunnelShape(surface, {});
+    return image;
+}
+std::string PixelAt(const QImage& image, int x, int y) {
+    return image.pixelColor(QPoint(x, y) * image.devicePixelRatio()).name().toStdString();
+}
+
+TEST_F(UiTest, KnownPointsOfTheBoxAtBothDensities) {
+    TunnelShape.SelectedNode = 2;
+    TunnelShape.SelectedIsOutside = kFalse;
+    for (const int ratio : {1, 2}) {
+        const QImage image = Paint(QSize(781, 481), ratio);
+        EXPECT_EQ(image.size(), QSize(781, 481) * ratio);
+        std::istringstream probes(  // background, origin, axes, grid, nodes, edges, a spoke, the selected
+                                    // node
+            "10 10 #000000 341 10 #000000 398 248 #000000 393 243 #c0c0c0 394 244 #c0c0c0 390 243 #404040 "
+            "10 240 #404040 340 10 #202020 10 290 #202020 780 140 #202020 40 480 #202020 487 286 #8080ff "
+            "519 318 #80ffff 260 61 #80ffff 490 170 #0000ff 350 90 #0000ff 515 170 #00ffff 265 170 #00ffff "
+            "502 302 #808080 294 94 #ffff00 290 170 #ff8000");
+        std::string expected;
+        for (int x, y; probes >> x >> y >> expected;)
+            EXPECT_EQ(PixelAt(image, x, y), expected) << x << ' ' << y << " at " << ratio;
+    }
+}
+
+TEST_F(UiTest, WhatLiesOutsideIsClippedAwayAtAnySize) {
+    TunnelShape.InsideNodes = {{-10000, -10000, 0}, {10000, 10000, 0}, {0, 1, 0}, {1e30f, 1, 0}};
+    TunnelShape.OutsideNodes = {{NAN, NAN, 0}, {INFINITY, -INFINITY, 0}, {-1e30f, 1e30f, 0}, {0.5f, NAN, 0}};
+    const QImage image = Paint(QSize(781, 481), 1);
+    EXPECT_EQ(PixelAt(image, 465, 165), "#0000ff") << "a line through the origin from far off to far off";
+    EXPECT_EQ(PixelAt(image, 700, 190), "#0000ff") << "a line to the right without end";
+    EXPECT_EQ(PixelAt(image, 10, 10), "#000000");
+    for (const QSize size : {QSize(0, 0), QSize(781, 0), QSize(0, 481), QSize(1, 1)})
+        EXPECT_EQ(Paint(size, 2).size(), size.isEmpty() ? QSize(0, 0) : size * 2);
+}
+
+TEST_F(UiTest, TheMouseAddsMovesAndPans) {
+    Drag(Qt::LeftButton, At(1.2, -1.2), At(-3.3, 0.7));
+    ASSERT_EQ(TunnelShape.NodeCount(), 5);
+    EXPECT_EQ(TunnelShape.InsideNodes[4], (Vector3D{-3.5f, 0.5f, 0}));
+    EXPECT_EQ(TunnelShape.OutsideNodes[4], (Vector3D{1.5f, -1.5f, 0}));
+    EXPECT_EQ(ReadOuts(), "-3.5 0.5");
+    Click(window, "chkSnapTo");
+    QTest::mouseMove(window.windowHandle(), At(-1.24, 2));
+    EXPECT_EQ(ReadOuts(), "-1.24 2.0");
+    for (const char* const hidden : {"chkShowNodes(0)", "chkShowNodes(1)"}) {
+        Click(window, hidden);
+        Drag(Qt::LeftButton, At(2, 3), At(2, 3));
+        EXPECT_EQ(TunnelShape.NodeCount(), 6) << "a hidden node can't be hit, and without any none is added";
+    }
+    TunnelShape.SelectedNode = 3;
+    Drag(Qt::MiddleButton, At(2, 3), At(3.5, 2.5));
+    EXPECT_TRUE(TunnelShape.SelectedNode == 3 && ShapeView.ViewOriginX == 396);
+    Drag(Qt::RightButton, At(2, 3), At(3.5, 2.5));
+    EXPECT_TRUE(TunnelShape.SelectedNode == -1 && ShapeView.ViewOriginX == 396 + 75);
+}
+
+TEST_F(UiTest, KeysRunTheirToolsWhereverTheFocusIsAndMoveIt) {
+    constexpr int kPad = Qt::KeypadModifier, kShift = Qt::ShiftModifier;
+    const auto expect = [&](int key, int modifiers, float x, float y, int count, float zoom) {
+        for (const char* const from : {"pbShape", "txtSnap"}) {
+            MakePresetShape(0);
+            TunnelShape.SelectedNode = 1;
+            TunnelShape.ZoomScale = 60;
+            Get(window, from).setFocus();
+            Key(key, modifiers);
+            EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{x, y, 0})) << key << ' ' << modifiers;
+            EXPECT_TRUE(TunnelShape.NodeCount() == count && TunnelShape.ZoomScale == zoom) << key;
+            EXPECT_EQ(Focus(), key == '/' && modifiers != kPad ? from : "pbShape") << key;
+            EXPECT_EQ(Get<QLineEdit>(window, "txtSnap").text(), "0.5") << key;
+        }
+    };
+    for (const int modifiers : {0, kPad, kShift}) {
+        expect('M', modifiers, -2, -1, 4, 60);
+        expect('F', modifiers, 2, 1, 4, 60);
+        expect('I', modifiers, 2, -1, 5, 60);
+        expect('+', modifiers, 2, -1, 4, 70);
+        expect('=', modifiers, 2, -1, 4, 70);
+        expect('-', modifiers, 2, -1, 4, 50);
+        expect('/', modifiers, 2, -1, 4, modifiers == kPad ? 50 : 60);
+        expect(Qt::Key_Delete, modifiers, 2, -1, 3, 60);
+    }
+}
+
+TEST_F(UiTest, TheSnapBoxSelectsItsTextAndFiltersWhatIsTyped) {
+    auto& box = Get<QLineEdit>(window, "txtSnap");
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, box.geometry().center());
+    EXPECT_EQ(box.selectedText() + box.toolTip(), "0.5Snap Interval");
+    Key(Qt::Key_Delete);  // nothing is selected on the canvas: the text takes the key
+    EXPECT_EQ(box.text() + Focus(), "txtSnap");
+    std::istringstream
+        cases(  // what stands in the box, what is typed, with "<" for Backspace, and the outcome
+            "'' 12.345 1.34 '' A,E7.X5 7.5 '' .. .. 0.25 7. 0.25 0.25 <9 9 1 2 1 1 . . 1.5 7 7");
+    for (std::string before, typed, after; cases >> std::quoted(before, '\'') >> typed >> after;) {
+        box.setText(QString::fromStdString(before));
+        Key(Qt::Key_Tab);
+        Key(Qt::Key_Tab, Qt::ShiftModifier);
+        EXPECT_EQ(box.selectedText().toStdString(), before);
+        for (const char c : typed)
+            Key(c == '<' ? int{Qt::Key_Backspace} : c);
+        EXPECT_EQ(box.text().toStdString(), after) << before << ' ' << typed;
+    }
+}
+
+TEST_F(UiTest, TheWindowShrinksToNothingAndShowsPointsInACommaCountry) {
+    for (const QSize size : {QSize(1, 1), QSize(300, 32), QSize(792, 566)}) {
+        window.resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(Get(window, "pbShape").geometry(), QRect(0, 32, size.width(), qMax(0, size.height() - 32)));
+        EXPECT_EQ(ShapeView.ViewOriginX, size.width() / 2);
+    }
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    Get<QLineEdit>(window, "txtSnap").setText("0.25");
+    QTest::mouseMove(window.windowHandle(), At(1.3, -1.3));
+    EXPECT_EQ(ReadOuts(), "1.25 -1.25");
+    std::setlocale(LC_ALL, "");
+    QLocale::setDefault(before);
+}
+
+}  // namespace
+}  // namespace boreforge
