@@ -2,6 +2,8 @@
 #include <QApplication>
 #include <QSettings>
 
+#include <csignal>
+
 #include "dialogs/MessageBoxes.h"
 #include "editor/frmMain.h"
 #include "version.h"
@@ -12,6 +14,7 @@ int main(int count, char** arguments) {
     for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
     QApplication application(count, arguments);
     QApplication::setApplicationName("boreforge");
     QApplication::setApplicationDisplayName("");

@@ -1,4 +1,5 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <new>
@@ -27,16 +28,18 @@ void ShowOnStandardError(const std::string& text, const std::string&, MessageIco
     std::fprintf(stderr, "%s\n", text.c_str());
 }
 
-// The object is written over whatever stands at its path; that must be none of the user's inputs.
-bool ObjectIsApart(const BatchOptions& options) {
-    const std::string others[] = {options.Track, options.Shape,
-                                  options.TrackOut.empty() ? std::string() : TrackSavePath(options.TrackOut)};
-    for (const std::string& other : others) {
-        if (other.empty() || !SameFile(options.Object, other)) continue;
-        ShowError("Error - The 3DS Object Would Replace " + other + "!");
-        return false;
-    }
-    return true;
+bool IsApart(const char* what, const std::string& output, const std::string& input) {
+    if (output.empty() || input.empty() || !SameFile(output, input)) return true;
+    ShowError(std::string("Error - The ") + what + " Would Replace " + input + "!");
+    return false;
+}
+
+// What is written goes over whatever stands there; that must be none of the user's inputs.
+bool OutputsAreApart(const BatchOptions& options) {
+    const std::string trackOut = options.TrackOut.empty() ? std::string() : TrackSavePath(options.TrackOut);
+    return IsApart("3DS Object", options.Object, options.Track) &&
+           IsApart("3DS Object", options.Object, options.Shape) &&
+           IsApart("3DS Object", options.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
 }
 
 bool PrepareShape(const BatchOptions& options) {
@@ -67,7 +70,7 @@ void PrintSummary(std::int32_t tunnels, const std::string& object) {
 
 int RunBatch(const BatchOptions& options) {
     ResetTunnelShape();
-    if (!ObjectIsApart(options) || !PrepareShape(options) || !OpenTrack(options.Track)) return kFailed;
+    if (!OutputsAreApart(options) || !PrepareShape(options) || !OpenTrack(options.Track)) return kFailed;
     if (!options.TrackOut.empty()) TrackFilePath = options.TrackOut;
     const std::int32_t tunnels = CountTunnels();
     if (!RunTunnelJob(DeriveJobSettings(options.Choices, options.Object))) return kFailed;
@@ -79,6 +82,7 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int count, char** arguments) {
     SetMessageHook(ShowOnStandardError);
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
     std::string error;
     const auto options = ParseBatchOptions(std::vector<std::string>(arguments + 1, arguments + count), error);
     if (!options) {

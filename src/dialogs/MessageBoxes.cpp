@@ -6,13 +6,26 @@
 
 namespace boreforge {
 
+namespace {
+
+// The window that a message belongs to. Right after another dialog no window is active yet.
+QWidget* MessageOwner() {
+    if (QWidget* const active = QApplication::activeWindow()) return active;
+    if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (window->isVisible()) return window;
+    return nullptr;
+}
+
+}  // namespace
+
 void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
     // A job that reports a failure has a waiting cursor up; over a question the user sees a pointer.
     const bool waiting = QApplication::overrideCursor() != nullptr;
     if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
     QMessageBox box(icon == MessageIcon::Information ? QMessageBox::Information : QMessageBox::Warning,
                     QString::fromStdString(title), QString::fromStdString(text), QMessageBox::Ok,
-                    QApplication::activeWindow());
+                    MessageOwner());
     box.setTextFormat(Qt::PlainText);
     box.exec();
     if (waiting) QApplication::restoreOverrideCursor();

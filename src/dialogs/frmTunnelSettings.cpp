@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QProxyStyle>
 #include <QPushButton>
 
 #include <functional>
@@ -74,7 +75,7 @@ QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* text, 
     return label;
 }
 
-// The platform's dark shadow of a button, which a light desktop makes nearly black. On a dark one it would
+// The platform's dark shadow of a button, a dark grey on a light desktop. On a dark one it would
 // vanish, and the softened text colour stands in.
 void SetNoteColor(QLabel* label) {
     QPalette palette = label->palette();
@@ -90,10 +91,22 @@ void SetNoteColor(QLabel* label) {
     label->setPalette(palette);
 }
 
+// The check box's place is lower than the box that most styles draw.
+class LowCheckBoxStyle : public QProxyStyle {
+  public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        const bool box = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
+        return box ? 12 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
 QCheckBox* MakeCheck(QWidget* parent, const ControlPlace& place, const char* text, bool checked,
                      TabOrder& order) {
     auto* const check = new QCheckBox(text, parent);
     Place(check, place);
+    auto* const style = new LowCheckBoxStyle;
+    style->setParent(check);
+    check->setStyle(style);
     check->setChecked(checked);
     check->setAccessibleName(text);
     constexpr int kBox = 22;  // logical pixels of the box and the gap beside it
@@ -136,6 +149,7 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     MakeModificationFrame();
     MakeButtons();
     ApplyTabOrder(tabOrder_);
+    chkRemTunnels_->setFocus();  // the first in that order; a list with the focus would change by a stray key
     if (owner) move(owner->frameGeometry().center() - rect().center());
 }
 

@@ -37,7 +37,8 @@ QColor Unpacked(PackedColor color) {
 PackedColor SystemColor(int index) {
     const QPalette palette = QGuiApplication::palette();
     if (index >= 0 && index < 16) return Packed(palette.color(kSystemRoles[index]));
-    return index == kButtonDarkShadow ? Packed(palette.color(QPalette::Shadow)) : 0;
+    // The toolkit's shadow is a shade lighter than the platform's dark one.
+    return index == kButtonDarkShadow ? Packed(palette.color(QPalette::Shadow).darker(115)) : 0;
 }
 
 std::int32_t ToolkitColorDialog(ColorDialogRecord& record) {

@@ -1,6 +1,7 @@
 #include "editor/SnapBox.h"
 
 #include <QKeyEvent>
+#include <QRegularExpressionValidator>
 
 #include "editor/ShapeInput.h"
 
@@ -8,6 +9,8 @@ namespace boreforge {
 
 SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setMaxLength(5);
+    // What is pasted or dropped comes in one piece and not by keys; of that nothing but digits and points.
+    setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
     // An input method would put characters in that no key press shows.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }

@@ -89,10 +89,26 @@ QToolButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& 
     return check;
 }
 
+// The Latin letter on a key of a keyboard that types other letters, by the key's place: X11 and Wayland
+// number the keys of every keyboard alike.
+int LetterAt(quint32 scanCode) {
+    switch (scanCode) {
+        case 31:
+            return Qt::Key_I;
+        case 41:
+            return Qt::Key_F;
+        case 58:
+            return Qt::Key_M;
+        default:
+            return 0;
+    }
+}
+
 // The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
 int KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
-    switch (event.key()) {
+    const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
+    switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
         case Qt::Key_Delete:
             return 46;
         case Qt::Key_F:
@@ -129,9 +145,12 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
 frmMain::frmMain() {
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
-    setWindowIcon(QIcon(":/icons/boreforge.svg"));
+    QApplication::setWindowIcon(QIcon(":/icons/boreforge.svg"));
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
-    move(screen()->availableGeometry().center() - rect().center());
+    // In the middle of the screen, but never with the tools above its edge.
+    const QRect room = screen()->availableGeometry();
+    const QPoint corner = room.center() - rect().center();
+    move(std::max(corner.x(), room.left()), std::max(corner.y(), room.top()));
 
     TrackFilePath.clear();
     TrackLoaded = false;

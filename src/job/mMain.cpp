@@ -154,8 +154,9 @@ bool RunTunnelJob(TunnelJobSettings settings) {
     if (!TraceIsCurrent()) {
         ShowError(
             "Error - The Track's Path Can't Be Followed!\n\n"
-            "A tunnel needs at least two segments, a node for each of them and no more than 1,000,000 units "
-            "of path. Nothing was written.");
+            "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, and "
+            "no "
+            "more than 1,000,000 units of path. Nothing was written.");
         return false;
     }
     if (SameFile(settings.OutputPath, TrackSavePath(TrackFilePath))) {
