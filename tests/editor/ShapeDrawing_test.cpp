@@ -1,8 +1,7 @@
 #include "editor/ShapeDrawing.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
+#include <iomanip>
 #include <sstream>
 
 #include "support/CoreTest.h"
@@ -12,30 +11,28 @@ namespace {
 
 // Writes down what is drawn on 781 by 481 pixels, each call with its colour and the pen's width.
 struct Recorder {
-    std::string calls;
+    std::ostringstream calls;
     int pen = 0;
 
-    void Clear() { calls += "clear\n"; }
+    void Clear() { calls << "clear\n"; }
     int Width() const { return 781; }
     int Height() const { return 481; }
     void SetPenWidth(int pixels) { pen = pixels; }
-    void Dot(CanvasPoint p, const ColorRGB& color) { Write("dot", p, color); }
+    void Dot(CanvasPoint p, const ColorRGB& color) { Write("dot ", p, color); }
     void Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {
-        std::snprintf(text, sizeof text, "%g,%g -", from.x, from.y);
-        Write(std::string(text).c_str(), to, color);
+        calls << from.x << ',' << from.y;
+        Write(" - ", to, color);
     }
     void Write(const char* start, CanvasPoint p, const ColorRGB& c) {
-        const unsigned rgb = c.red << 16u | c.green << 8u | c.blue;
-        std::snprintf(text, sizeof text, "%s %g,%g %06X %d\n", start, p.x, p.y, rgb, pen);
-        calls += text;
+        calls << start << p.x << ',' << p.y << ' ' << std::hex << std::uppercase << std::setfill('0')
+              << std::setw(6) << (c.red << 16 | c.green << 8 | c.blue) << std::dec << ' ' << pen << '\n';
     }
-    char text[80];
 };
 
 std::string Draw(ShownNodes shown = {}) {
     Recorder recorder;
     DrawTunnelShape(recorder, shown);
-    return recorder.calls;
+    return recorder.calls.str();
 }
 
 // The calls in which a text stands, and their number.
@@ -53,9 +50,10 @@ auto CountOf(const std::string& calls, const std::string& text) {
 
 struct ShapeDrawingTest : CoreTest {
     ShapeDrawingTest() { ShapeView = {0, 0, 390, 240}; }
-    static void MakeShape(std::size_t nodes) {
+    static void MakeShape(std::size_t nodes, int selected = -1, Truth outside = kFalse) {
         TunnelShape.InsideNodes = {{1, 1, 5}, {-1, 0.5f, 5}, {0, -1, 5}};
         TunnelShape.OutsideNodes = {{2, 2, 5}, {-2, 1, 5}, {0, -2, 5}};
+        TunnelShape = {TunnelShape.InsideNodes, TunnelShape.OutsideNodes, 50, selected, outside};
         TunnelShape.InsideNodes.resize(nodes);
         TunnelShape.OutsideNodes.resize(nodes);
     }
@@ -64,9 +62,8 @@ struct ShapeDrawingTest : CoreTest {
 TEST_F(ShapeDrawingTest, AnEmptyShapeIsTheOriginUnderTheGrid) {
     const std::string drawn = Draw();
     EXPECT_TRUE(
-        drawn.starts_with("clear\ndot 390,240 C0C0C0 15\n390,0 - 390,481 404040 1\n"
-                          "390,0 - 390,481 404040 1\n0,240 - 781,240 404040 1\n0,240 - 781,240 404040 "
-                          "1\n340,0 - 340,481 202020 1\n"
+        drawn.starts_with("clear\ndot 390,240 C0C0C0 15\n390,0 - 390,481 404040 1\n390,0 - 390,481 404040 1\n"
+                          "0,240 - 781,240 404040 1\n0,240 - 781,240 404040 1\n340,0 - 340,481 202020 1\n"
                           "440,0 - 440,481 202020 1\n0,190 - 781,190 202020 1\n0,290 - 781,290 202020 1\n"));
     EXPECT_TRUE(
         drawn.ends_with("-4610,0 - -4610,481 404040 1\n5390,0 - 5390,481 404040 1\n"
@@ -106,24 +103,16 @@ TEST_F(ShapeDrawingTest, SelectionMarksAPointAndTheEdgeThatLeavesItAndHidingTake
         {2, 1, kFalse, "dot 340,215 FFFF00 15\n340,215 - 440,190 FF8000 1\n"},
         {1, 0, kTrue, "dot 490,140 FFFF00 15\n"}};
     for (const auto& [nodes, selected, outside, calls] : cases) {
-        MakeShape(nodes);
-        TunnelShape.SelectedNode = selected;
-        TunnelShape.SelectedIsOutside = outside;
+        MakeShape(nodes, selected, outside);
         EXPECT_EQ(Of(Draw(), " FF"), calls) << nodes << ' ' << selected << ' ' << outside;
     }
-    // Inside dots, outside dots, bright spokes, and dim ones among the lines of the grid.
-    using Counts = std::array<std::ptrdiff_t, 4>;
-    const auto counts = [](ShownNodes shown) {
-        const std::string drawn = Draw(shown);
-        return Counts{CountOf(drawn, "8080FF"), CountOf(drawn, "80FFFF"), CountOf(drawn, "808080"),
-                      CountOf(drawn, "404040")};
-    };
     MakeShape(3);
-    TunnelShape.SelectedNode = -1;
-    EXPECT_EQ(counts({true, true}), (Counts{3, 3, 3, 44}));
-    EXPECT_EQ(counts({true, false}), (Counts{3, 0, 0, 47}));
-    EXPECT_EQ(counts({false, true}), (Counts{0, 3, 0, 47}));
-    EXPECT_EQ(counts({false, false}), (Counts{0, 0, 0, 47}));
+    const std::string all = Draw(), origin = Of(all, "C0C0C0");
+    EXPECT_EQ(Of(Draw({true, false}), "dot"), origin + Of(all, "8080FF"));
+    EXPECT_EQ(Of(Draw({false, true}), "dot"), origin + Of(all, "80FFFF"));
+    EXPECT_EQ(Of(Draw({false, false}), "dot"), origin);
+    for (const ShownNodes shown : {ShownNodes{true, false}, {false, true}, {false, false}})
+        EXPECT_TRUE(CountOf(Draw(shown), "808080") == 0 && CountOf(Draw(shown), "404040") == 44 + 3);
 }
 
 }  // namespace

@@ -15,16 +15,12 @@
 
 namespace boreforge {
 
-namespace {
-std::vector<std::string> shown;
-}
-
 CoreTest::CoreTest() {
     std::string pattern = (std::filesystem::temp_directory_path() / "boreforge-test-XXXXXX").string();
     folder_ = ::mkdtemp(pattern.data());
-    shown.clear();
+    shown_.clear();
     SetMessageHook([](const std::string& text, const std::string& title, MessageIcon icon) {
-        shown.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
+        shown_.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
     });
     fileCalls = SystemFileCalls();
     ResetTrackFile();
@@ -41,8 +37,6 @@ CoreTest::~CoreTest() {
     fileCalls = SystemFileCalls();
     std::filesystem::remove_all(folder_);
 }
-
-const std::vector<std::string>& CoreTest::Shown() { return shown; }
 
 std::vector<std::string> CoreTest::Listing() const {
     std::set<std::string> names;

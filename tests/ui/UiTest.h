@@ -3,13 +3,16 @@
 #pragma once
 
 #include <QApplication>
+#include <QDir>
 #include <QTest>
 #include <QTimer>
 
 #include <functional>
+#include <utility>
 
 #include "dialogs/mColorDialog.h"
 #include "dialogs/mFileDialog.h"
+#include "editor/ShapeView.h"
 #include "editor/frmMain.h"
 #include "support/CoreTest.h"
 
@@ -29,11 +32,30 @@ inline void Click(const QWidget& window, const char* name) {
 }
 
 // Shows a window and waits until it has the keyboard.
-void Show(QWidget& window);
+inline void Show(QWidget& window) {
+    window.show();
+    while (!window.isActiveWindow())
+        QApplication::processEvents();
+}
 
 class UiTest : public CoreTest {
   protected:
-    UiTest();
+    UiTest() {
+        file.clear();
+        color = -1;
+        ShapeView = {};
+        fileDialogCalls.GetOpenFileName = fileDialogCalls.GetSaveFileName = [](FileDialogArguments& record) {
+            asked = record;
+            record.FileName = QString::fromStdString(std::exchange(file, ""));
+            return record.FileName.isEmpty() ? 0 : 1;
+        };
+        ChooseColor = [](ColorDialogRecord& record) {
+            askedColor = record;
+            record.Color = std::exchange(color, -1);
+            return record.Color == -1 ? 0 : 1;
+        };
+        Show(window);
+    }
     // The window's pixel at a shape position, as long as the view was neither panned nor zoomed.
     static QPoint At(double x, double y) { return QPoint(qRound(396 + 50 * x), qRound(299 - 50 * y)); }
     void Drag(Qt::MouseButton button, QPoint from, QPoint to) {
@@ -45,12 +67,13 @@ class UiTest : public CoreTest {
         QTest::keyClick(window.windowHandle(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
     }
     QString Focus() const { return window.focusWidget()->objectName(); }
-    QString ReadOuts() const {
-        return Get<QLabel>(window, "lblMousePos(0)").text() + ' ' +
-               Get<QLabel>(window, "lblMousePos(1)").text();
-    }
+    QString Text(const char* name) const { return Get(window, name).property("text").toString(); }
     // Of the last file dialog: title, filter with "/" for zero characters, extension, folder, file and flags.
-    static QString Asked();
+    static QString Asked() {
+        const QStringList fields = {asked.DialogTitle, asked.Filter, asked.DefaultExtension,
+                                    QDir(asked.InitialFolder).dirName(), asked.FileName};
+        return fields.join(", ").replace(QChar(0), '/') + ", " + QString::number(asked.Flags, 16);
+    }
     // Runs `act` on the modal window of this class that opens next.
     template <class Window>
     void OnModal(std::function<void(Window&)> act) {

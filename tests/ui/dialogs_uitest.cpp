@@ -13,24 +13,23 @@
 #include "platform/FileCalls.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
-namespace boreforge {
-namespace {
+using namespace boreforge;
 
 TEST_F(UiTest, FileDialogsGetTheirFlagsAndAConvertedFilter) {
     // A save dialog, the first three arguments, further flags; the flags that arise.
     const int cases[][6] = {
         {0, 1, 1, 1, 0, 0x1005}, {0, 0, 0, 0, 0x68, 0x8}, {1, 1, 0, 0, 0x60, 0x6}, {1, 0, 0, 0, 8, 0xC}};
     for (const auto& [save, first, second, third, extra, flags] : cases)
-        for (const bool chosen : {true, false}) {
+        for (const char* const answer : {"/new.a", ""}) {
             FileDialogArguments given{"old", "old", save ? "A|*.a" : "A:*.a", 1, "", "", "", nullptr, extra};
             bool readOnly = second != 0;
-            file = chosen ? "/new.a" : "";
-            const bool result =
+            file = answer;
+            const bool chosen =
                 save ? ShowSaveFileDialog(given, first) : ShowOpenFileDialog(given, first, readOnly, third);
-            EXPECT_TRUE(result == chosen && readOnly == (second != 0) && asked.Flags == flags) << flags;
+            EXPECT_TRUE(chosen == (*answer != 0) && readOnly == (second != 0) && asked.Flags == flags);
+            EXPECT_EQ(given.Flags, chosen ? flags : 0);
             EXPECT_EQ(given.Filter, QString::fromLatin1("A\0*.a\0\0", 7));
             EXPECT_EQ(given.FileName + given.FileTitle, chosen ? "/new.aold" : "");
-            EXPECT_EQ(given.Flags, chosen ? flags : 0);
         }
 }
 
@@ -50,40 +49,33 @@ TEST_F(UiTest, TheRealSaveDialogAddsTheExtensionAndAsksBeforeOverwriting) {
             QTest::keyClicks(&Get(dialog, "fileNameEdit"), "tube");
             QTest::keyClick(&Get(dialog, "fileNameEdit"), Qt::Key_Return);
         });
-        EXPECT_TRUE(ShowSaveFileDialog(given, true));
-        EXPECT_EQ(given.FileName.toStdString(), In("tube.3ds"));
-        EXPECT_TRUE(given.FileTitle == "tube.3ds" && given.FilterIndex == 1);
+        EXPECT_TRUE(ShowSaveFileDialog(given, true) && given.FilterIndex == 1);
+        EXPECT_EQ(given.FileName.toStdString() + given.FileTitle.toStdString(), In("tube.3dstube.3ds"));
         EXPECT_EQ(question.contains("tube.3ds already exists"), exists);
         WriteBytes(In("tube.3ds"), {1});
     }
 }
 
 TEST_F(UiTest, CustomColorsAreFilledOnceAndOutliveTheDialog) {
-    static bool first = true;
     PackedColor chosen = 0x102030;
     EXPECT_FALSE(ShowColorDialog(chosen, true, true, false, nullptr));
     EXPECT_TRUE(chosen == -1 && askedColor.Color == 0x102030 && askedColor.Flags == 0x103);
-    for (int i = 0; first && i < 16; ++i)
+    for (int i = 0; CustomColors[3] != 0x0A0B0C && i < 16; ++i)
         EXPECT_EQ(CustomColors.at(static_cast<std::size_t>(i)), SystemColor(i)) << i;
-    first = false;
     CustomColors[3] = 0x0A0B0C;
     ChooseColor = ToolkitColorDialog;
-    for (const bool accept : {true, false}) {
-        chosen = 0x0080FF;
-        OnModal<QDialog>([&](QDialog& dialog) { dialog.done(accept); });
-        EXPECT_EQ(ShowColorDialog(chosen, false, false, true, nullptr), accept);
-        EXPECT_EQ(chosen, accept ? 0x0080FF : -1);
-        EXPECT_EQ(CustomColors[3], 0x0A0B0C);
-    }
+    OnModal<QDialog>([](QDialog& dialog) { dialog.accept(); });
+    EXPECT_TRUE(ShowColorDialog(chosen = 0x0080FF, false, false, true, nullptr));
+    EXPECT_TRUE(chosen == 0x0080FF && CustomColors[3] == 0x0A0B0C);
 }
 
 TEST_F(UiTest, EachToolAsksForItsFileAndACancelChangesNothing) {
     const QString shape = ", ZRBF Tunnel Shapes (*.zrbf)/*.zrbf//, zrbf, elements, , ";
-    const QString track = ", Zephyrail Track Files (*.zrtrack)/*.zrtrack//, zrtrack, tracks, , ";
     const std::pair<const char*, QString> cases[] = {
         {"btnShapeTools(3)", "Open Tunnel Shape..." + shape + "1004"},
         {"btnShapeTools(4)", "Save Tunnel Shape As..." + shape + "6"},
-        {"btnToolBar(0)", "Open Track File..." + track + "1004"}};
+        {"btnToolBar(0)",
+         "Open Track File..., Zephyrail Track Files (*.zrtrack)/*.zrtrack//, zrtrack, tracks, , 1004"}};
     for (const auto& [button, expected] : cases) {
         Click(window, button);
         EXPECT_EQ(Asked(), expected);
@@ -91,9 +83,15 @@ TEST_F(UiTest, EachToolAsksForItsFileAndACancelChangesNothing) {
     }
 }
 
-TEST_F(UiTest, AWrongShapeFileIsToldAndThePictureStaysUntilTheNextRedraw) {
+TEST_F(UiTest, ShapeFilesThatFailAreToldAndThePictureStaysUntilTheNextRedraw) {
     const auto pixel = [&] { return Get(window, "pbShape").grab().toImage().pixelColor(496, 250).name(); };
-    WriteBytes(In("w.zrbf"), Bytes(104, 'x'));
+    WriteBytes(file = In("w.zrbf"), Bytes(104, 'x'));
+    fileCalls.write = [](int, const void*, std::size_t) -> ssize_t { return -1; };
+    Click(window, "btnShapeTools(4)");
+    ASSERT_EQ(Shown().size(), 1u);
+    EXPECT_TRUE(Shown()[0].starts_with("(!) Error!\n") && Shown()[0].ends_with(In("w.zrbf")));
+    EXPECT_EQ(ReadBytes(In("w.zrbf")), Bytes(104, 'x'));
+    EXPECT_EQ(Listing(), std::vector<std::string>{"w.zrbf"});
     file = In("w.zrbf");
     SetMessageHook(ShowMessageBox);
     OnModal<QMessageBox>([](QMessageBox& box) {
@@ -108,31 +106,17 @@ TEST_F(UiTest, AWrongShapeFileIsToldAndThePictureStaysUntilTheNextRedraw) {
     EXPECT_EQ(pixel() + Focus(), "#202020pbShape");
 }
 
-TEST_F(UiTest, AShapeThatCantBeSavedLeavesTheOldFile) {
-    WriteBytes(In("old.zrbf"), {1, 2, 3});
-    fileCalls.write = [](int, const void*, std::size_t) -> ssize_t { return -1; };
-    file = In("old.zrbf");
-    Click(window, "btnShapeTools(4)");
-    ASSERT_EQ(Shown().size(), 1u);
-    EXPECT_TRUE(Shown()[0].starts_with("(!) Error!\n") && Shown()[0].ends_with(In("old.zrbf")));
-    EXPECT_EQ(ReadBytes(In("old.zrbf")), (Bytes{1, 2, 3}));
-    EXPECT_EQ(Listing(), std::vector<std::string>{"old.zrbf"});
-}
-
-using Settings = frmTunnelSettings;
-
 struct ExportTest : UiTest {
     ExportTest() {
         const std::vector<TrackBezierNode> nodes = WindingCircuit();
         MakeTrack({nodes.begin(), nodes.begin() + 4}, ".T..");
         WriteTrackFile(In("t.zrtrack"));
         track = ReadBytes(In("t.zrtrack"));
-        ResetTrackFile();
     }
     // Opens the track and hands the settings dialog over, which must close then.
-    void OpenTrackAnd(std::function<void(Settings&)> act) {
+    void OpenTrackAnd(std::function<void(frmTunnelSettings&)> act) {
         file = In("t.zrtrack");
-        OnModal<Settings>([&](Settings& dialog) {
+        OnModal<frmTunnelSettings>([&](frmTunnelSettings& dialog) {
             act(dialog);
             EXPECT_FALSE(dialog.isVisible());
             act = nullptr;
@@ -145,29 +129,25 @@ struct ExportTest : UiTest {
 };
 
 TEST_F(ExportTest, OneExportFromTheToolToBothFilesAfterOneThatFailed) {
-    OpenTrackAnd([&](Settings& dialog) {
-        file = In("none/tube.3ds");
-        Click(dialog, "btnStart");
-    });
-    EXPECT_EQ(Shown().size(), 1u);
-    EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
-    OpenTrackAnd([&](Settings& dialog) {
-        EXPECT_EQ(asked.FileName.toStdString(), In("t.zrtrack")) << "the last track is offered again";
-        file = In("tube.3ds");
-        Click(dialog, "btnStart");
-        EXPECT_EQ(asked.Owner, &dialog);
-    });
+    const auto makeAs = [&](const std::string& path) {
+        OpenTrackAnd([&](frmTunnelSettings& dialog) {
+            file = path;
+            Click(dialog, "btnStart");
+            EXPECT_EQ(asked.Owner, &dialog);
+        });
+    };
+    makeAs(In("none/tube.3ds"));
+    EXPECT_TRUE(Shown().size() == 1 && ReadBytes(In("t.zrtrack")) == track);
+    makeAs(In("tube.3ds"));
     EXPECT_EQ(Asked(), "Save Tunnel as 3DS Object..., 3DStudioMax Files (*.3ds)/*.3ds//, 3ds, objects, , 6");
-    EXPECT_EQ(Shown().size(), 1u);
     const Bytes object = ReadBytes(In("tube.3ds"));
-    ASSERT_GT(object.size(), 1000u);
-    EXPECT_TRUE(object[0] == 0x4D && object[1] == 0x4D);
+    ASSERT_TRUE(object.size() > 1000 && object[0] == 0x4D && object[1] == 0x4D);
     EXPECT_EQ(object.size(), object[2] + 256u * object[3] + 65536u * object[4]);
-    ResetTrackFile();
     ASSERT_TRUE(ReadTrackFile(In("t.zrtrack")) && TrackFile.SegmentCount() == 4);
     EXPECT_TRUE(TrackFile.Segments[1].UseOwnColors && !TrackFile.Segments[1].IsTunnel);
-    ASSERT_EQ(TrackFile.SceneryObjectCount(), 1);
-    EXPECT_EQ(TrackFile.SceneryObjects[0].ObjectFile, "tube.3ds");
+    EXPECT_EQ(TrackFile.SceneryObjects.at(0).ObjectFile, "tube.3ds");
+    Click(window, "btnToolBar(0)");
+    EXPECT_EQ(asked.FileName.toStdString(), In("t.zrtrack")) << "the last track is offered again";
 }
 
 TEST_F(ExportTest, EachOpeningStartsAfreshAndNothingReachesTheDiskWithoutMake) {
@@ -176,7 +156,7 @@ TEST_F(ExportTest, EachOpeningStartsAfreshAndNothingReachesTheDiskWithoutMake) {
                           c.DimColors, c.PlaceObject);
     };
     for (const std::string check : {"chkDoubleSided", "chkRemTunnels", "chkDimColors", "chkPlaceIt"})
-        OpenTrackAnd([&](Settings& dialog) {
+        OpenTrackAnd([&](frmTunnelSettings& dialog) {
             EXPECT_EQ(all(dialog.Choices()), std::tuple(0xC0C0C0, 0, 2, 50, false, true, true, true));
             Get<QScrollBar>(dialog, "hsTrans").setValue(40);
             Get<QScrollBar>(dialog, "hsDimPercent").setValue(10);
@@ -187,11 +167,11 @@ TEST_F(ExportTest, EachOpeningStartsAfreshAndNothingReachesTheDiskWithoutMake) {
                 Click(dialog, "lblTColor");
             EXPECT_TRUE(askedColor.Color == 0x123456 && askedColor.Flags == 0x103);
             EXPECT_EQ(Get(dialog, "lblTColor").palette().color(QPalette::Window), QColor(0x56, 0x34, 0x12));
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape})
-                for (const char* const focus : {"btnStart", "btnCancel", "hsTrans"}) {
-                    Get(dialog, focus).setFocus();
+            for (const char* const focus : {"btnStart", "btnCancel", "hsTrans"}) {
+                Get(dialog, focus).setFocus();
+                for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape})
                     QTest::keyClick(dialog.windowHandle(), key);
-                }
+            }
             EXPECT_EQ(asked.DialogTitle, "Open Track File...");
             Click(dialog, "btnStart");  // its save dialog is cancelled
             EXPECT_TRUE(dialog.isVisible() && asked.DialogTitle == "Save Tunnel as 3DS Object...");
@@ -203,6 +183,3 @@ TEST_F(ExportTest, EachOpeningStartsAfreshAndNothingReachesTheDiskWithoutMake) {
     EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
     EXPECT_EQ(Listing(), std::vector<std::string>{"t.zrtrack"});
 }
-
-}  // namespace
-}  // namespace boreforge

@@ -4,13 +4,12 @@
 set -eu
 work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; rm -rf "$work"' EXIT
-trap 'exit 1' HUP INT TERM
 "$2" "$work"
-mkfifo "$work/display"
 mkdir -m 700 "$work/home" "$work/run"
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>"$work/screen.log" &
+mkfifo "$work/display"
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 screen=$!
-read -r number <"$work/display" || { cat "$work/screen.log"; exit 1; }
+read -r number <"$work/display"
 export DISPLAY=":$number"
 env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
     DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
@@ -32,10 +31,9 @@ use() {
     xdotool windowfocus --sync "$window"
 }
 click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
-# Types a file's path into a dialog and waits until it is closed.
+# Types a path into a dialog and waits until all windows of a title are closed.
 answer() {
-    xdotool type "$1"
-    xdotool key Return
+    xdotool type "$1" && xdotool key Return
     try sh -c "! xdotool search --onlyvisible --name '$2'"
 }
 
@@ -57,14 +55,12 @@ click 310 254
 use "Save Tunnel as 3DS Object"
 answer "$work/tube" "^(Save Tunnel|3DS Tunnel)"
 "$3" "$main"
-wait $program || { echo "Exit status $?"; exit 1; }
-program=
-
+ended=$program program=
+wait "$ended"
 # Four nodes, inside and outside: -2 -1, -2.5 -1.5; -2 3, -2.5 3.5; 2 -1, 2.5 -1.5; -1.5 4, -1.5 4.5; z is 0.
 printf 'ZRBF\4\0\0\0\0\0\0\300\0\0\200\277\0\0\0\0\0\0\40\300\0\0\300\277\0\0\0\0\0\0\0\300\0\0\100\100\0\0\0\0'\
 '\0\0\40\300\0\0\140\100\0\0\0\0\0\0\0\100\0\0\200\277\0\0\0\0\0\0\40\100\0\0\300\277\0\0\0\0'\
 '\0\0\300\277\0\0\200\100\0\0\0\0\0\0\300\277\0\0\220\100\0\0\0\0' | cmp - "$work/shape.zrbf"
 [ "$(head -c 2 "$work/tube.3ds")" = MM ]
 grep -q tube.3ds "$work/tracks/small-circuit.zrtrack"
-left=$(find "$work/home" -type f ! -path '*/fontconfig/*')
-[ -z "$left" ] || { echo "Left in the home folder: $left"; exit 1; }
+! find "$work/home" -type f ! -path '*/fontconfig/*' | grep .
