@@ -13,7 +13,6 @@ namespace {
 struct Recorder {
     std::ostringstream calls;
     int pen = 0;
-
     void Clear() { calls << "clear\n"; }
     int Width() const { return 781; }
     int Height() const { return 481; }

@@ -47,11 +47,11 @@ TEST_F(TunnelShapeTest, NodesComeAndGoInPairs) {
 }
 
 TEST_F(TunnelShapeTest, PresetsReplaceShapeZoomAndSelection) {
-    const char* const presets[] = {
-        " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0",
+    const char* const rounded =
         " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
-        "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0",
-        "|"};
+        "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0";
+    const char* const presets[] = {
+        " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0", rounded, "|"};
     for (std::int16_t i = 0; i < 3; ++i) {
         TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
         MakePresetShape(i);

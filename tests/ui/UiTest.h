@@ -31,7 +31,6 @@ inline void Click(const QWidget& window, const char* name) {
     QTest::mouseClick(&Get(window, name), Qt::LeftButton);
 }
 
-// Shows a window and waits until it has the keyboard.
 inline void Show(QWidget& window) {
     window.show();
     while (!window.isActiveWindow())
