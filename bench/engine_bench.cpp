@@ -1,0 +1,322 @@
+// The engine's speed: the model store, the track files, the whole job, the tracer. Times are held against the
+// least that the same work could cost, taken in the same run, so that they say the same on every machine.
+#include <malloc.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "editor/TunnelShape.h"
+#include "export3ds/mSave3DSObject.h"
+#include "inputs.h"
+#include "job/mMain.h"
+#include "platform/FileCalls.h"
+#include "ratio_table.h"
+#include "tracing/mZR_TraceTrack.h"
+#include "trackfile/TrackDocument.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+#include "tunnelmesh/TunnelSweep.h"
+
+using namespace boreforge;
+
+namespace {
+
+using benchmark::State;
+
+// --- AddFace: a wall of 100 bands between rings of 50 points, 10,000 faces that make one mesh
+
+constexpr std::size_t kNodes = 50, kBands = 100;
+constexpr int kObjects = 50;  // as in a job, so that a face has its share of the cost of fresh memory
+std::vector<Ring> wall(kBands + 1);
+
+void LayWall() {
+    MakeRoundShape(kNodes, 3);
+    BuildCircuit(2, 100);
+    TraceTrack();
+    for (std::size_t i = 0; i <= kBands; ++i)
+        CarryContour(TunnelShape.InsideNodes, TracedSegments[0].Samples[i].WorldMatrix, wall[i]);
+}
+
+// Gives `add` the points of each triangle in the order of a sweep; a ring is new for the bands beside it.
+template <class Add>
+void SweepOver(Add add) {
+    Ring previous = wall[0], current;
+    for (std::size_t band = 1; band <= kBands; ++band) {
+        current = wall[band];
+        for (std::size_t k = 0; k < kNodes; ++k) {
+            const std::size_t k2 = k + 1 < kNodes ? k + 1 : 0;
+            add(previous[k], current[k], current[k2]);
+            add(current[k2], previous[k2], previous[k]);
+        }
+        std::swap(previous, current);
+    }
+}
+
+void FillByPoints() {
+    BeginObject(kObjectPrefix, 0, false, true);
+    SweepOver([none = TexCoord()](BufferPoint& a, BufferPoint& b, BufferPoint& c) {
+        AddFace(a.Point, b.Point, c.Point, none, none, none);
+    });
+}
+
+void FillByRings() {
+    BeginObject(kObjectPrefix, 0, false, true);
+    SweepOver([](BufferPoint& a, BufferPoint& b, BufferPoint& c) { AddFace(a, b, c); });
+}
+
+// The rule of shared vertices in its plainest form: all stored points are compared with all three of a face,
+// and the last equal one counts.
+struct ScannedObject {
+    std::vector<Vector3D> points;
+    std::vector<BufferFace> faces;
+
+    void Add(const Vector3D& a, const Vector3D& b, const Vector3D& c) {
+        BufferFace face{-1, -1, -1};
+        const auto count = static_cast<std::int32_t>(points.size());
+        for (std::int32_t i = 0; i < count; ++i) {
+            const Vector3D& point = points[static_cast<std::size_t>(i)];
+            if (a == point) face.a = i;
+            if (b == point) face.b = i;
+            if (c == point) face.c = i;
+        }
+        if (face.a < 0) face.a = Store(a);
+        if (face.b < 0) face.b = Store(b);
+        if (face.c < 0) face.c = Store(c);
+        faces.push_back(face);
+    }
+    std::int32_t Store(const Vector3D& point) {
+        points.push_back(point);
+        return static_cast<std::int32_t>(points.size()) - 1;
+    }
+};
+
+ScannedObject Scan() {
+    ScannedObject object;
+    SweepOver([&](const BufferPoint& a, const BufferPoint& b, const BufferPoint& c) {
+        object.Add(a.Point, b.Point, c.Point);
+    });
+    return object;
+}
+
+// True when `fill` makes one mesh with the points and the faces of the scan.
+bool MakesTheSame(void (*fill)(), const ScannedObject& scanned) {
+    ResetModel();
+    fill();
+    if (Model3DS.MeshCount() != 1) return false;
+    const Mesh3DS& mesh = Model3DS.Meshes.front();
+    const auto same = [](const MeshFace& one, const BufferFace& other) {
+        return one.a == other.a && one.b == other.b && one.c == other.c;
+    };
+    return std::equal(mesh.Points.begin(), mesh.Points.end(), scanned.points.begin(), scanned.points.end()) &&
+           std::equal(mesh.Faces.begin(), mesh.Faces.end(), scanned.faces.begin(), scanned.faces.end(), same);
+}
+
+void AddFillCase(const char* name, void (*fill)()) {
+    AddCase(name, [fill](State& state) {
+        ResetModel();
+        state.counters[kEach] = double{kObjects} * kMostFacesOfMesh;
+        return Timed(state, [&] {
+            for (int i = 0; i < kObjects; ++i)
+                fill();
+            return Model3DS.MeshCount() == kObjects;
+        });
+    });
+}
+
+bool AddFaceCases() {
+    LayWall();
+    const ScannedObject scanned = Scan();
+    if (!MakesTheSame(FillByPoints, scanned) || !MakesTheSame(FillByRings, scanned)) {
+        std::fputs("AddFace finds other vertices than the literal scan\n", stderr);
+        return false;
+    }
+    AddFillCase("AddFace", FillByPoints);
+    AddFillCase("AddFace of points that come again", FillByRings);
+    AddCase("literal scan", [](State& state) {
+        state.counters[kEach] = kMostFacesOfMesh;
+        return Timed(state, [] { return Scan().faces.size() == kMostFacesOfMesh; });
+    });
+    return true;
+}
+
+// --- Track files
+
+// Whether a save flushes its file to the disk. How long the disk takes is no matter of the program's, and a
+// fixed share of the time would flatter its growth.
+void SetFlush(bool flush) {
+    fileCalls.fsync = flush ? SystemFileCalls().fsync : [](int) { return 0; };
+}
+
+std::string LargeTrack(int megabytes) { return WorkFile(std::to_string(megabytes) + ".zrtrack"); }
+
+// A load and a save to another file of the same folder, with the flush that ends every save or without it;
+// and a copy of the same file with a flush or without. No file stands yet where the new one goes.
+void AddTrackCases(int megabytes) {
+    const std::string track = LargeTrack(megabytes), copy = WorkFile("copy.zrtrack");
+    for (const bool flush : {true, false}) {
+        const std::string size = (flush ? ", " : " unflushed, ") + std::to_string(megabytes) + " MB";
+        AddCase("load and save" + size, [=](State& state) {
+            SetFlush(flush);
+            const double seconds = Timed(state, [&] {
+                return ReadTrackFile(track) && WriteTrackFile(copy) && FileSize(copy) == FileSize(track);
+            });
+            ResetTrackFile();
+            malloc_trim(0);  // the next load, too, finds no memory that was touched before
+            ::unlink(copy.c_str());
+            return seconds;
+        });
+        AddCase("copy" + size, [=](State& state) {
+            const double seconds = Timed(state, [&] { return CopyFile(track, copy, flush); });
+            ::unlink(copy.c_str());
+            return seconds;
+        });
+    }
+}
+
+// --- The job
+
+// Makes the shape and the open, traced track of a job.
+using Open = std::function<bool()>;
+
+Open OnCircuit(int pieces, int nodes) {
+    return [=] {
+        MakeRoundShape(nodes, 3);
+        BuildCircuit(pieces, 20);
+        return TraceTrack();
+    };
+}
+
+Open OnLongCircuit(void (*makeShape)()) {
+    return [=] {
+        makeShape();
+        return OpenTrack(BOREFORGE_TRACKS "/long-circuit.zrtrack");
+    };
+}
+
+// Leaves nothing of the last job. The track will go to a file of its own, so that the next run finds the old.
+bool OpenJob(const Open& open) {
+    ResetModel();
+    TrackLoaded = open();
+    TrackFilePath = WorkFile("job.zrtrack");
+    return TrackLoaded;
+}
+
+// The job with the choices at which the program starts, but the finest detail.
+bool RunJob(const std::string& object) {
+    TunnelChoices choices;
+    choices.DetailItem = 0;
+    return RunTunnelJob(DeriveJobSettings(choices, object));
+}
+
+double TimeJob(State& state, const Open& open, bool flush) {
+    const std::string object = WorkFile("job.3ds");
+    SetFlush(flush);
+    const bool opened = OpenJob(open);
+    const double seconds = Timed(state, [&] { return opened && RunJob(object); });
+    ::unlink(object.c_str());
+    ::unlink(TrackFilePath.c_str());
+    return seconds;
+}
+
+// The whole job, the flush of the track included, and a copy of the object that it writes. The job leaves its
+// object to the system's cache, and so does the copy.
+void AddLongCircuitCases(const std::string& shape, void (*makeShape)()) {
+    const Open open = OnLongCircuit(makeShape);
+    AddCase("job on the long circuit, " + shape, [=](State& state) { return TimeJob(state, open, true); });
+    AddCase("copy of its object, " + shape, [=](State& state) {
+        const std::string object = WorkFile(shape + ".3ds"), copy = WorkFile("copy.3ds");
+        const bool made = FileSize(object) > 0 || (OpenJob(open) && RunJob(object));
+        const double seconds = Timed(state, [&] { return made && CopyFile(object, copy, false); });
+        ::unlink(copy.c_str());
+        return seconds;
+    });
+}
+
+// The time that a face takes, without the flush.
+void AddGrowthCase(const std::string& name, int pieces, int nodes) {
+    AddCase(name, [=](State& state) {
+        const double seconds = TimeJob(state, OnCircuit(pieces, nodes), false);
+        double faces = 0;
+        for (const Mesh3DS& mesh : Model3DS.Meshes)
+            faces += mesh.FaceCount();
+        state.counters[kEach] = faces;
+        return seconds;
+    });
+}
+
+constexpr int kPieces = 54, kManyPieces = 40 * kPieces, kRoundNodes = 32;
+
+// --- The tracer
+
+double TimeTrace(State& state) {
+    BuildCircuit(kManyPieces, 20);
+    const double seconds = Timed(state, TraceTrack);
+    double points = 0;
+    for (const TracedSegment& traced : TracedSegments)
+        points += 200 + 10 * double{traced.Length};  // to measure the piece, and to walk it
+    state.counters["Bezier points of a trace"] =
+        benchmark::Counter(points, benchmark::Counter::kIsIterationInvariantRate);
+    return seconds;
+}
+
+// --- Memory
+
+// Before any case, while this process is small. Also makes the large tracks, each in a child of its own.
+Figures MeasureMemory() {
+    const std::string track = LargeTrack(100), copy = WorkFile("copy.zrtrack"), object = WorkFile("job.3ds");
+    for (const int megabytes : {50, 100})
+        PeakMemoryOf([=] {
+            BuildLargeTrack(megabytes * std::int64_t{1000000});
+            return WriteTrackFile(LargeTrack(megabytes));
+        });
+    Figures figures;
+    figures["peak memory of load and save, 100 MB"] = {
+        PeakMemoryOf([&] { return ReadTrackFile(track) && WriteTrackFile(copy); })};
+    figures["size of the track"] = {static_cast<double>(FileSize(copy))};
+    figures["peak memory of 10 million faces"] = {
+        PeakMemoryOf([&] { return OpenJob(OnCircuit(kManyPieces, kRoundNodes)) && RunJob(object); })};
+    figures["3 times the object plus 30 MB"] = {3.0 * static_cast<double>(FileSize(object)) + 30e6};
+    for (const std::string& path : {copy, object, WorkFile("job.zrtrack")})
+        ::unlink(path.c_str());
+    return figures;
+}
+
+constexpr RatioRow kRows[] = {
+    {"AddFace", "ns/face", 1e-9, "literal scan", 0, 15},
+    {"AddFace of points that come again", "ns/face", 1e-9, "literal scan", 0, 15},
+    {"load and save, 50 MB", "ms", 1e-3, "copy, 50 MB"},
+    {"load and save, 50 MB", "ms", 1e-3, "copy unflushed, 50 MB"},
+    {"load and save unflushed, 50 MB", "ms", 1e-3, "copy unflushed, 50 MB"},
+    {"load and save, 100 MB", "ms", 1e-3, "copy, 100 MB", 3},
+    {"load and save, 100 MB", "ms", 1e-3, "copy unflushed, 100 MB", 3},
+    {"load and save unflushed, 100 MB", "ms", 1e-3, "copy unflushed, 100 MB", 3},
+    {"peak memory of load and save, 100 MB", "MB", 1e6, "size of the track", 3},
+    {"job on the long circuit, box", "ms", 1e-3, "copy of its object, box"},
+    {"job on the long circuit, 32 nodes", "ms", 1e-3, "copy of its object, 32 nodes"},
+    {"job of 10 million faces", "ns/face", 1e-9, "job of 250,000 faces", 1.1},
+    {"job of 32 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
+    {"job of 128 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
+    {"job of 512 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
+    {"peak memory of 10 million faces", "MB", 1e6, "3 times the object plus 30 MB", 1},
+    {"Bezier points of a trace", "M/s", 1e6, "", 0, 0, 5},
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (!AddFaceCases()) return 1;
+    AddTrackCases(50);
+    AddTrackCases(100);
+    AddLongCircuitCases("box", [] { MakePresetShape(0); });
+    AddLongCircuitCases("32 nodes", [] { MakeRoundShape(kRoundNodes, 3); });
+    AddGrowthCase("job of 250,000 faces", kPieces, kRoundNodes);
+    AddGrowthCase("job of 10 million faces", kManyPieces, kRoundNodes);
+    for (const int nodes : {8, 32, 128, 512})
+        AddGrowthCase("job of " + std::to_string(nodes) + " nodes", kPieces, nodes);
+    AddCase("trace", TimeTrace);
+    return RunCases(count, arguments, kRows, MeasureMemory(), true);
+}
