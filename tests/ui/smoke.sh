@@ -3,14 +3,15 @@
 #   smoke.sh PROGRAM MAKE_SAMPLES CLOSE_WINDOW
 set -eu
 work=$(mktemp -d)
-trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 "$2" "$work"
 mkdir -m 700 "$work/home" "$work/run"
 mkfifo "$work/display"
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+# A number of its own: servers that look for a free one get in each other's way.
+export DISPLAY=":$(($$ % 50000 + 100))"
+Xvfb "$DISPLAY" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
 screen=$!
-read -r number <"$work/display"
-export DISPLAY=":$number"
+read -r _ <"$work/display"
 env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
     DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
 program=$!
@@ -31,10 +32,11 @@ use() {
     xdotool windowfocus --sync "$window"
 }
 click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
-# Types a path into a dialog and waits until all windows of a title are closed.
+# Types a path into a dialog and presses Return until all windows of a title are closed: a list of completions
+# may take a Return for itself, and what is open after the dialog does nothing on one.
 answer() {
-    xdotool type "$1" && xdotool key Return
-    try sh -c "! xdotool search --onlyvisible --name '$2'"
+    xdotool type "$1"
+    try sh -c "! xdotool search --onlyvisible --name '$2' || { xdotool key Return; sleep 0.2; false; }"
 }
 
 use "Zephyrail Boreforge"
