@@ -222,18 +222,22 @@ double TimeJob(State& state, const Open& open, bool flush) {
     return seconds;
 }
 
-// The whole job, the flush of the track included, and a copy of the object that it writes. The job leaves its
-// object to the system's cache, and so does the copy.
+// A copy of the object that a job writes, made by that job once. The job leaves its object to the system's
+// cache, and so does the copy.
+double TimeCopy(State& state, const Open& open, const std::string& object) {
+    const std::string copy = WorkFile("copy.3ds");
+    const bool made = FileSize(object) > 0 || (OpenJob(open) && RunJob(object));
+    const double seconds = Timed(state, [&] { return made && CopyFile(object, copy, false); });
+    ::unlink(copy.c_str());
+    return seconds;
+}
+
+// The whole job, the flush of the track included.
 void AddLongCircuitCases(const std::string& shape, void (*makeShape)()) {
     const Open open = OnLongCircuit(makeShape);
+    const std::string object = WorkFile(shape + ".3ds");
     AddCase("job on the long circuit, " + shape, [=](State& state) { return TimeJob(state, open, true); });
-    AddCase("copy of its object, " + shape, [=](State& state) {
-        const std::string object = WorkFile(shape + ".3ds"), copy = WorkFile("copy.3ds");
-        const bool made = FileSize(object) > 0 || (OpenJob(open) && RunJob(object));
-        const double seconds = Timed(state, [&] { return made && CopyFile(object, copy, false); });
-        ::unlink(copy.c_str());
-        return seconds;
-    });
+    AddCase("copy of its object, " + shape, [=](State& state) { return TimeCopy(state, open, object); });
 }
 
 // The time that a face takes, without the flush.
@@ -244,6 +248,16 @@ void AddGrowthCase(const std::string& name, int pieces, int nodes) {
         for (const Mesh3DS& mesh : Model3DS.Meshes)
             faces += mesh.FaceCount();
         state.counters[kEach] = faces;
+        return seconds;
+    });
+}
+
+// What the system's part of the growth is: the time that a megabyte of the object takes to copy.
+void AddGrowthCopyCase(const std::string& name, int pieces, int nodes) {
+    const std::string object = WorkFile(name + ".3ds");
+    AddCase(name, [=](State& state) {
+        const double seconds = TimeCopy(state, OnCircuit(pieces, nodes), object);
+        state.counters[kEach] = static_cast<double>(FileSize(object)) / 1e6;
         return seconds;
     });
 }
@@ -298,6 +312,7 @@ constexpr RatioRow kRows[] = {
     {"job on the long circuit, box", "ms", 1e-3, "copy of its object, box"},
     {"job on the long circuit, 32 nodes", "ms", 1e-3, "copy of its object, 32 nodes"},
     {"job of 10 million faces", "ns/face", 1e-9, "job of 250,000 faces", 1.1},
+    {"copy of 10 million faces", "us/MB", 1e-6, "copy of 250,000 faces"},
     {"job of 32 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
     {"job of 128 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
     {"job of 512 nodes", "ns/face", 1e-9, "job of 8 nodes", 1.1},
@@ -315,6 +330,8 @@ int main(int count, char** arguments) {
     AddLongCircuitCases("32 nodes", [] { MakeRoundShape(kRoundNodes, 3); });
     AddGrowthCase("job of 250,000 faces", kPieces, kRoundNodes);
     AddGrowthCase("job of 10 million faces", kManyPieces, kRoundNodes);
+    AddGrowthCopyCase("copy of 250,000 faces", kPieces, kRoundNodes);
+    AddGrowthCopyCase("copy of 10 million faces", kManyPieces, kRoundNodes);
     for (const int nodes : {8, 32, 128, 512})
         AddGrowthCase("job of " + std::to_string(nodes) + " nodes", kPieces, nodes);
     AddCase("trace", TimeTrace);
