@@ -4,24 +4,14 @@
 set -eu
 work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
-"$2" "$work"
-mkdir -m 700 "$work/home" "$work/run"
-mkfifo "$work/display"
-# A number of its own: servers that look for a free one get in each other's way.
-export DISPLAY=":$(($$ % 50000 + 100))"
-Xvfb "$DISPLAY" -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
-screen=$!
-read -r _ <"$work/display"
-env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
-    DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
-program=$!
+trap 'exit 1' HUP INT TERM
 
-# Tries a command until it succeeds; gives up when the program has ended, or after minutes.
+# Tries a command until it succeeds; gives up when the process started last has ended, or after minutes.
 try() {
     tries=0
     until "$@" >"$work/found" 2>&1; do
         tries=$((tries + 1))
-        [ $tries -lt 5000 ] && kill -0 $program || { echo "In vain: $*"; exit 1; }
+        [ $tries -lt 5000 ] && kill -0 $! || { echo "In vain: $*"; exit 1; }
         sleep 0.02
     done
 }
@@ -39,6 +29,15 @@ answer() {
     try sh -c "! xdotool search --onlyvisible --name '$2' || { xdotool key Return; sleep 0.2; false; }"
 }
 
+"$2" "$work"
+mkdir -m 700 "$work/home" "$work/run"
+export DISPLAY=":$(($$ % 50000 + 100))"
+Xvfb "$DISPLAY" -noreset -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+screen=$!
+try xdotool getmouselocation
+env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
+    DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
+program=$!
 use "Zephyrail Boreforge"
 main=$window
 click 446 99  # a node at (1, 4), moved to (1.5, 4) and mirrored; then the corner at (2, 3) is removed
