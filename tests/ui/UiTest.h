@@ -45,13 +45,13 @@ class UiTest : public CoreTest {
         ShapeView = {};
         fileDialogCalls.GetOpenFileName = fileDialogCalls.GetSaveFileName = [](FileDialogArguments& record) {
             asked = record;
-            record.FileName = QString::fromStdString(std::exchange(file, ""));
-            return record.FileName.isEmpty() ? 0 : 1;
+            if (!file.empty()) record.FileName = QString::fromStdString(file);
+            return std::exchange(file, "").empty() ? 0 : 1;
         };
         ChooseColor = [](ColorDialogRecord& record) {
             askedColor = record;
-            record.Color = std::exchange(color, -1);
-            return record.Color == -1 ? 0 : 1;
+            if (color != -1) record.Color = color;
+            return std::exchange(color, -1) == -1 ? 0 : 1;
         };
         Show(window);
     }

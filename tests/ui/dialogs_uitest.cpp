@@ -1,7 +1,7 @@
+#include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScrollBar>
 
 #include <tuple>
@@ -64,9 +64,9 @@ TEST_F(UiTest, CustomColorsAreFilledOnceAndOutliveTheDialog) {
         EXPECT_EQ(CustomColors.at(static_cast<std::size_t>(i)), SystemColor(i)) << i;
     CustomColors[3] = 0x0A0B0C;
     ChooseColor = ToolkitColorDialog;
-    OnModal<QDialog>([](QDialog& dialog) { dialog.accept(); });
-    EXPECT_TRUE(ShowColorDialog(chosen = 0x0080FF, false, false, true, nullptr));
-    EXPECT_TRUE(chosen == 0x0080FF && CustomColors[3] == 0x0A0B0C);
+    OnModal<QColorDialog>([](auto& dialog) { dialog.setCurrentColor(0x010203u), dialog.accept(); });
+    EXPECT_TRUE(ShowColorDialog(chosen, false, false, true, nullptr));
+    EXPECT_TRUE(chosen == 0x030201 && CustomColors[3] == 0x0A0B0C);
 }
 
 TEST_F(UiTest, EachToolAsksForItsFileAndACancelChangesNothing) {

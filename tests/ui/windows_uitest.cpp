@@ -105,7 +105,7 @@ TEST_F(UiTest, TheSettingsDialogIsAsDesignedAndItsReadOutsFollowTheDrag) {
     }
 }
 
-// A picture with the origin at (390, 240), and its pixel at a logical position.
+// A picture with the origin at (390, 240) in logical pixels, and the colour of one of its device pixels.
 static QImage Paint(QSize size, double ratio) {
     QImage image;
     ShapeView = {0, 0, 390, 240};
@@ -113,8 +113,8 @@ static QImage Paint(QSize size, double ratio) {
     DrawTunnelShape(surface, {});
     return image;
 }
-static std::string PixelAt(const QImage& image, int x, int y) {
-    return image.pixelColor(QPoint(x, y) * image.devicePixelRatio()).name().toStdString();
+static std::string Pixel(const QImage& from, int x, int y) {
+    return from.pixelColor(x, y).name().toStdString();
 }
 
 TEST_F(UiTest, ThePictureIsRightAtBothDensitiesAndClipped) {
@@ -131,13 +131,13 @@ TEST_F(UiTest, ThePictureIsRightAtBothDensitiesAndClipped) {
             "502 302 #808080 294 94 #ffff00 290 170 #ff8000");
         std::string expected;
         for (int x, y; probes >> x >> y >> expected;)
-            EXPECT_EQ(PixelAt(image, x, y), expected) << x << ' ' << y << " at " << ratio;
+            EXPECT_EQ(Pixel(image, x * ratio, y * ratio), expected) << x << ' ' << y << " at " << ratio;
     }
     TunnelShape.InsideNodes = {{-10000, -10000, 0}, {10000, 10000, 0}, {0, 1, 0}, {1e30f, 1, 0}};
     TunnelShape.OutsideNodes = {{NAN, NAN, 0}, {INFINITY, -INFINITY, 0}, {-1e30f, 1e30f, 0}, {0.5f, NAN, 0}};
     const QImage image = Paint(QSize(781, 481), 1);
-    EXPECT_EQ(PixelAt(image, 465, 165), "#0000ff") << "a line through the origin from far off to far off";
-    EXPECT_EQ(PixelAt(image, 700, 190), "#ff8000") << "a line to the right without end";
+    EXPECT_EQ(Pixel(image, 465, 165), "#0000ff") << "a line through the origin from far off to far off";
+    EXPECT_EQ(Pixel(image, 700, 190), "#ff8000") << "a line to the right without end";
     EXPECT_TRUE(Paint(QSize(781, 0), 2).isNull() && Paint(QSize(0, 481), 1).isNull());
 }
 
