@@ -1,5 +1,5 @@
 // A growable array of bytes whose new elements are not set to zero when it grows: buffers here are always
-// filled by a read or a write at once, and clearing 100 MB first costs more than reading it.
+// filled by a read or a write at once, and setting them first would touch all of that memory twice.
 #pragma once
 
 #include <cstdint>

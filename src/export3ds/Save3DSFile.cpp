@@ -106,11 +106,11 @@ std::uint8_t* StoreFloat(std::uint8_t* place, float value) {
 
 // Rounds to six decimal places, ties to even, and never gives -0. From 16 on a 32-bit float has no finer
 // digits. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as
-// nearbyint does, in an instruction each.
+// nearbyint does, in an instruction each, and the subtraction leaves a zero positive.
 float RoundPlaces(float value) {
     constexpr double kWholeNumbers = 6755399441055744.0;
     const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
-    return std::fabs(value) < 16 ? static_cast<float>(rounded / 1e6) + 0.0f : value;
+    return std::fabs(value) < 16 ? static_cast<float>(rounded / 1e6) : value;
 }
 
 // Calls `store(place, i)` for i from 0 to count - 1, with room for `size` bytes each.
