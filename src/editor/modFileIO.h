@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/Bytes.h"
+#include "base/LargeArray.h"
 
 namespace boreforge {
 

@@ -55,7 +55,7 @@ constexpr std::int32_t kMatrixLength = kHeaderLength + 12 * 4;
 constexpr std::uint32_t kFormatVersion = 3;
 constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to the metre
 constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
-constexpr std::uint16_t kAllEdgesVisible = 7;
+constexpr std::int16_t kAllEdgesVisible = 7;
 constexpr std::size_t kMostMeshes = 32767;
 
 // Material names have eight characters, so every material takes the same room.
@@ -97,8 +97,9 @@ std::uint8_t* Store16(std::uint8_t* place, std::uint16_t value) {
     return place + 2;
 }
 std::uint8_t* Store32(std::uint8_t* place, std::uint32_t value) {
-    return Store16(Store16(place, static_cast<std::uint16_t>(value)),
-                   static_cast<std::uint16_t>(value >> 16));
+    for (int i = 0; i < 4; ++i)
+        place[i] = static_cast<std::uint8_t>(value >> 8 * i);
+    return place + 4;
 }
 std::uint8_t* StoreFloat(std::uint8_t* place, float value) {
     return Store32(place, std::bit_cast<std::uint32_t>(value));
@@ -106,11 +107,13 @@ std::uint8_t* StoreFloat(std::uint8_t* place, float value) {
 
 // Rounds to six decimal places, ties to even, and never gives -0. From 16 on a 32-bit float has no finer
 // digits. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as
-// nearbyint does, in an instruction each, and the subtraction leaves a zero positive.
+// nearbyint does, in an instruction each, and the subtraction leaves a zero positive. Multiplied by 1e-6,
+// every whole number up to 16,000,000 ends as the same float as divided by 1e6.
 float RoundPlaces(float value) {
     constexpr double kWholeNumbers = 6755399441055744.0;
     const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
-    return std::fabs(value) < 16 ? static_cast<float>(rounded / 1e6) : value;
+    const float result = static_cast<float>(rounded * 1e-6);
+    return std::fabs(value) < 16 ? result : value;
 }
 
 // Calls `store(place, i)` for i from 0 to count - 1, with room for `size` bytes each.
@@ -165,12 +168,22 @@ void PutMaterial(const Material3DS& material, OutputFile& file) {
 void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
     PutLength(POINT_ARRAY, length, file);
     PutWord(static_cast<std::uint16_t>(mesh.PointCount()), file);
-    PutEach(mesh.Points.size(), 12, file, [&](std::uint8_t* place, std::size_t i) {
-        const Vector3D& point = mesh.Points[i];
-        StoreFloat(place, RoundPlaces(point.x));
-        StoreFloat(place + 4, RoundPlaces(-point.z));
-        StoreFloat(place + 8, RoundPlaces(point.y));
-    });
+    constexpr std::size_t kAtOnce = 64;  // a loop over plain floats rounds several of them at a time
+    float axes[3 * kAtOnce] = {};
+    for (std::size_t first = 0; first < mesh.Points.size(); first += kAtOnce) {
+        const std::size_t count = std::min(kAtOnce, mesh.Points.size() - first);
+        for (std::size_t i = 0; i < count; ++i) {
+            const Vector3D& point = mesh.Points[first + i];
+            axes[3 * i] = point.x;
+            axes[3 * i + 1] = -point.z;
+            axes[3 * i + 2] = point.y;
+        }
+        for (float& axis : axes)
+            axis = RoundPlaces(axis);
+        std::uint8_t* const place = file.Claim(12 * count);
+        for (std::size_t i = 0; i < 3 * count; ++i)
+            StoreFloat(place + 4 * i, axes[i]);
+    }
 }
 
 void PutTexCoords(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
@@ -191,23 +204,26 @@ void PutMatrix(OutputFile& file) {
         PutDword(kMatrixOriginBits, file);
 }
 
+// Two 16-bit numbers, the first of them first in the file.
+std::uint32_t Pair(std::int16_t first, std::int16_t second) {
+    return static_cast<std::uint16_t>(first) | std::uint32_t{static_cast<std::uint16_t>(second)} << 16;
+}
+
 void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file) {
     const auto count = static_cast<std::uint16_t>(mesh.FaceCount());
     PutLength(FACE_ARRAY, lengths.faces, file);
     PutWord(count, file);
     PutEach(mesh.Faces.size(), 8, file, [&](std::uint8_t* place, std::size_t i) {
         const MeshFace& face = mesh.Faces[i];
-        Store16(place, static_cast<std::uint16_t>(face.a));
-        Store16(place + 2, static_cast<std::uint16_t>(face.b));
-        Store16(place + 4, static_cast<std::uint16_t>(face.c));
-        Store16(place + 6, kAllEdgesVisible);
+        Store32(place, Pair(face.a, face.b));
+        Store32(place + 4, Pair(face.c, kAllEdgesVisible));
     });
 
     PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
     PutZString(Model3DS.Materials[static_cast<std::size_t>(mesh.MaterialIndex)].Name, file);
     PutWord(count, file);
-    for (std::uint16_t i = 0; i < count; ++i)
-        PutWord(i, file);
+    PutEach(mesh.Faces.size(), 2, file,
+            [](std::uint8_t* place, std::size_t i) { Store16(place, static_cast<std::uint16_t>(i)); });
 
     PutLength(SMOOTH_GROUP, lengths.smoothGroups, file);
     PutEach(mesh.Faces.size(), 4, file, [&](std::uint8_t* place, std::size_t i) {

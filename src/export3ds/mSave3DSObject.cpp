@@ -70,6 +70,21 @@ void AddFaceOf(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3, const TexCoord
     AddBufferFace({a.vertex, b.vertex, c.vertex});
 }
 
+// The faces that the last meshes share, as many as the longest of them has.
+std::span<const MeshFace> sharedFaces;
+
+// The faces in the memory of the model: those that stand there already, where they are the same.
+std::span<const MeshFace> FacesOfModel(const std::vector<BufferFace>& faces) {
+    const auto same = [](const BufferFace& one, const MeshFace& other) { return MeshFaceOf(one) == other; };
+    if (faces.size() <= sharedFaces.size() &&
+        std::equal(faces.begin(), faces.end(), sharedFaces.begin(), same))
+        return sharedFaces.first(faces.size());
+    auto* const place =
+        static_cast<MeshFace*>(modelMemory.allocate(faces.size() * sizeof(MeshFace), alignof(MeshFace)));
+    std::transform(faces.begin(), faces.end(), place, MeshFaceOf);
+    return sharedFaces = {place, faces.size()};
+}
+
 Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[static_cast<std::size_t>(index)]; }
 
 }  // namespace
@@ -78,6 +93,7 @@ std::pmr::memory_resource* ModelMemory() { return &modelMemory; }
 
 void ResetModel() {
     Model3DS = Model3DSState();
+    sharedFaces = {};
     modelMemory.Release();
 }
 
@@ -130,8 +146,7 @@ void FlushObject() {
     mesh.HasTexCoords = ObjectBuffer.HasTexCoords && !ObjectBuffer.TexCoords.empty();
     if (mesh.HasTexCoords)
         mesh.TexCoords.assign(ObjectBuffer.TexCoords.begin(), ObjectBuffer.TexCoords.end());
-    mesh.Faces.resize(ObjectBuffer.Faces.size());
-    std::transform(ObjectBuffer.Faces.begin(), ObjectBuffer.Faces.end(), mesh.Faces.begin(), MeshFaceOf);
+    mesh.Faces = FaceArray(FacesOfModel(ObjectBuffer.Faces));
     ++ObjectPartNumber;
     BeginObject(ObjectBuffer.NamePrefix, ObjectBuffer.MaterialIndex, ObjectBuffer.HasTexCoords, true);
 }

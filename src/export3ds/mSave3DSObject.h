@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory_resource>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,12 +44,37 @@ struct Material3DS {
 // Where the arrays of the meshes live; ResetModel gives it all back at once.
 std::pmr::memory_resource* ModelMemory();
 
+// The triangles of a mesh, in memory that several meshes may share: the walls of one contour have the same
+// faces but for their number. An array that is added to becomes one of its own.
+class FaceArray {
+  public:
+    FaceArray() = default;
+    // Faces in the memory of the model, which stay as they are.
+    explicit FaceArray(std::span<const MeshFace> faces) : shared_(faces) {}
+
+    std::size_t size() const { return view().size(); }
+    const MeshFace* begin() const { return view().data(); }
+    const MeshFace* end() const { return begin() + size(); }
+    const MeshFace& operator[](std::size_t i) const { return view()[i]; }
+    void push_back(const MeshFace& face) {
+        if (own_.empty()) own_.assign(begin(), end());
+        own_.push_back(face);
+    }
+
+  private:
+    std::span<const MeshFace> view() const {
+        return own_.empty() ? shared_ : std::span<const MeshFace>(own_);
+    }
+    std::span<const MeshFace> shared_;
+    std::vector<MeshFace> own_;
+};
+
 struct Mesh3DS {
     std::string Name;
     std::int32_t MaterialIndex = -1;  // the material of the whole mesh
     std::pmr::vector<Vector3D> Points{ModelMemory()};
     std::pmr::vector<TexCoord> TexCoords{ModelMemory()};  // none, or one for each point
-    std::pmr::vector<MeshFace> Faces{ModelMemory()};
+    FaceArray Faces;
     std::pmr::vector<std::int32_t> SmoothGroups{ModelMemory()};  // see SmoothGroupOf
     bool HasTexCoords = false;
     // The smoothing group mask of each face. No masks at all stand for a mask of 0 on every face, as every

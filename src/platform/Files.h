@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "base/Bytes.h"
+#include "base/LargeArray.h"
 
 namespace boreforge {
 

@@ -7,9 +7,7 @@
 
 namespace boreforge {
 
-// Hands out memory from large blocks and takes it back all at once. The blocks ask the system for huge pages:
-// the first touch of fresh memory costs more than what is then done with it, and a huge page is touched once
-// for 512 small ones.
+// Hands out memory from large blocks and takes it back all at once.
 class LargeMemory : public std::pmr::memory_resource {
   public:
     LargeMemory() = default;

@@ -4,10 +4,11 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string>
-#include <vector>
 
+#include "base/LargeArray.h"
 #include "trackfile/TrackBytes.h"
 
 namespace boreforge {
@@ -39,16 +40,16 @@ class FieldCounter {
     void Reserved(std::int32_t bytes) { count += bytes; }
     void Tail(std::int32_t bytes) { count += bytes > 0 ? bytes : 0; }
     void Version(const std::array<std::uint8_t, 4>&) { count += 4; }
-    template <class Record>
-    void Count(const std::vector<Record>&) {
+    template <class List>
+    void Count(const List&) {
         count += 4;
     }
-    template <class Record>
-    void Records(const std::vector<Record>& records) {
-        for (const Record& record : records)
+    template <class List>
+    void Records(const List& records) {
+        for (const auto& record : records)
             Fields(*this, record);
     }
-    void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
+    void Grid(const LargeArray<float>& values, std::int32_t, std::int32_t) {
         count += 4 * static_cast<std::int64_t>(values.size());
     }
     template <class Content>
@@ -88,35 +89,36 @@ class FieldReader {
 
     // The number of records that stand further on. A number that the rest of the file can't hold fails here,
     // before any memory is asked for it.
-    template <class Record>
-    void Count(std::vector<Record>& records) {
+    template <class List>
+    void Count(List& records) {
         FieldCounter smallest;
-        Fields(smallest, SmallestRecord<Record>());
+        Fields(smallest, SmallestRecord<typename List::value_type>());
         const std::int64_t count = ReadI32(at_);
-        if (count < 0 || count * smallest.count > static_cast<std::int64_t>(at_.Remaining()))
-            at_.failed = true;
+        if (count < 0 || count * smallest.count > static_cast<std::int64_t>(at_.Remaining())) at_.Fail();
+        announced_ = at_.failed ? 0 : static_cast<std::size_t>(count);
         records.clear();
-        if (!at_.failed) records = std::vector<Record>(static_cast<std::size_t>(count));
+        records.reserve(announced_);
     }
-    template <class Record>
-    void Records(std::vector<Record>& records) {
-        for (Record& record : records)
-            Fields(*this, record);
+    // The records of the last Count.
+    template <class List>
+    void Records(List& records) {
+        for (std::size_t left = announced_; left > 0; --left)
+            Fields(*this, records.emplace_back());
     }
 
     // `depth` rows of `width` values.
-    void Grid(std::vector<float>& values, std::int32_t width, std::int32_t depth) {
+    void Grid(LargeArray<float>& values, std::int32_t width, std::int32_t depth) {
         const std::size_t room = at_.Remaining() / 4;
         values.clear();
-        if (width < 0 || depth < 0) at_.failed = true;
+        if (width < 0 || depth < 0) at_.Fail();
         if (at_.failed || width == 0 || depth == 0) return;
-        if (static_cast<std::size_t>(width) > room / static_cast<std::size_t>(depth)) {
-            at_.failed = true;
-            return;
+        if (static_cast<std::size_t>(width) > room / static_cast<std::size_t>(depth)) return at_.Fail();
+        values.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(depth));
+        const std::uint8_t* place = at_.Take(4 * values.size());
+        for (float& value : values) {
+            value = std::bit_cast<float>(BitsAt(place));
+            place += 4;
         }
-        values = std::vector<float>(static_cast<std::size_t>(width) * static_cast<std::size_t>(depth));
-        for (float& value : values)
-            value = ReadF32(at_);
     }
 
     // Fields behind their own length in bytes. The length is not used: the fields alone say where they end.
@@ -128,6 +130,7 @@ class FieldReader {
 
   private:
     ReadCursor& at_;
+    std::size_t announced_ = 0;
 };
 
 class FieldWriter {
@@ -155,18 +158,21 @@ class FieldWriter {
         for (const std::uint8_t byte : kWrittenVersion)
             WriteU8(bytes_, byte);
     }
-    template <class Record>
-    void Count(const std::vector<Record>& records) {
+    template <class List>
+    void Count(const List& records) {
         WriteI32(bytes_, static_cast<std::int32_t>(records.size()));
     }
-    template <class Record>
-    void Records(const std::vector<Record>& records) {
-        for (const Record& record : records)
+    template <class List>
+    void Records(const List& records) {
+        for (const auto& record : records)
             Fields(*this, record);
     }
-    void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
-        for (const float value : values)
-            WriteF32(bytes_, value);
+    void Grid(const LargeArray<float>& values, std::int32_t, std::int32_t) {
+        std::uint8_t* place = Append(bytes_, 4 * values.size());
+        for (const float value : values) {
+            PutBitsAt(place, std::bit_cast<std::uint32_t>(value));
+            place += 4;
+        }
     }
     template <class Content>
     void Block(const Content& content) {

@@ -1,13 +1,14 @@
 // The byte-level encodings of a .zrtrack file: big-endian, unaligned, texts one byte a character.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "base/Bytes.h"
+#include "base/LargeArray.h"
 #include "base/Values.h"
 
 namespace boreforge {
@@ -24,22 +25,71 @@ struct ReadCursor {
     bool failed = false;
 
     std::size_t Remaining() const { return bytes.size() - position; }
+
+    // From now on nothing remains, so that the one test of every read serves for both.
+    void Fail() {
+        failed = true;
+        bytes = bytes.first(position);
+    }
+
+    // The next `count` bytes, at least one, or nullptr where they are not there.
+    const std::uint8_t* Take(std::size_t count) {
+        if (Remaining() < count) [[unlikely]] {
+            Fail();
+            return nullptr;
+        }
+        position += count;
+        return bytes.data() + (position - count);
+    }
 };
 
-// Each of these moves the cursor behind what it read.
-std::uint8_t ReadU8(ReadCursor& at);
-std::int32_t ReadI32(ReadCursor& at);
-float ReadF32(ReadCursor& at);
-PackedColor ReadColor(ReadCursor& at);                      // the field's first byte is ignored
+// The four bytes of a big-endian number.
+inline std::uint32_t BitsAt(const std::uint8_t* b) {
+    return std::uint32_t{b[0]} << 24 | std::uint32_t{b[1]} << 16 | std::uint32_t{b[2]} << 8 | b[3];
+}
+inline void PutBitsAt(std::uint8_t* b, std::uint32_t bits) {
+    b[0] = static_cast<std::uint8_t>(bits >> 24);
+    b[1] = static_cast<std::uint8_t>(bits >> 16);
+    b[2] = static_cast<std::uint8_t>(bits >> 8);
+    b[3] = static_cast<std::uint8_t>(bits);
+}
+
+// Each of these moves the cursor behind what it read. Those of single numbers stand here because a large
+// track has tens of millions of them.
+inline std::uint32_t ReadBits(ReadCursor& at) {
+    const std::uint8_t* const b = at.Take(4);
+    return b ? BitsAt(b) : 0;
+}
+inline std::uint8_t ReadU8(ReadCursor& at) {
+    const std::uint8_t* const b = at.Take(1);
+    return b ? *b : std::uint8_t{0};
+}
+inline std::int32_t ReadI32(ReadCursor& at) { return static_cast<std::int32_t>(ReadBits(at)); }
+inline float ReadF32(ReadCursor& at) { return std::bit_cast<float>(ReadBits(at)); }
+// The field's first byte is ignored.
+inline PackedColor ReadColor(ReadCursor& at) { return static_cast<PackedColor>(ReadBits(at) & 0x00FFFFFFu); }
 std::string ReadText(ReadCursor& at, std::int32_t length);  // length 0 gives the empty text
 std::string ReadTag(ReadCursor& at);                        // four characters, upper-cased
 void SkipBytes(ReadCursor& at, std::int32_t count);         // reserved bytes
 
+// Appends `count` bytes and gives their place.
+inline std::uint8_t* Append(Bytes& bytes, std::size_t count) {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + count);
+    return bytes.data() + before;
+}
+
 // Each of these appends to the bytes, which are thus always exactly as long as what was written.
-void WriteU8(Bytes& bytes, std::uint8_t value);
-void WriteI32(Bytes& bytes, std::int32_t value);
-void WriteF32(Bytes& bytes, float value);
-void WriteColor(Bytes& bytes, PackedColor color);     // the field's first byte is written as zero
+inline void WriteBits(Bytes& bytes, std::uint32_t bits) { PutBitsAt(Append(bytes, 4), bits); }
+inline void WriteU8(Bytes& bytes, std::uint8_t value) { *Append(bytes, 1) = value; }
+inline void WriteI32(Bytes& bytes, std::int32_t value) {
+    WriteBits(bytes, static_cast<std::uint32_t>(value));
+}
+inline void WriteF32(Bytes& bytes, float value) { WriteBits(bytes, std::bit_cast<std::uint32_t>(value)); }
+// The field's first byte is written as zero.
+inline void WriteColor(Bytes& bytes, PackedColor color) {
+    WriteBits(bytes, static_cast<std::uint32_t>(color) & 0x00FFFFFFu);
+}
 void WriteText(Bytes& bytes, std::string_view text);  // neither length nor terminator
 void WriteTag(Bytes& bytes, std::string_view tag);    // four characters, as they are
 void WriteZeros(Bytes& bytes, std::int32_t count);    // nothing for a count of 0 or below

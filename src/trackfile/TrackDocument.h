@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/LargeArray.h"
 #include "base/Values.h"
 #include "tracing/mMath3D.h"
 
@@ -121,7 +122,7 @@ struct TrackDocument {
 
     std::int32_t TrckSize = 0, TrckChildren = 0;
     std::int32_t TrackValueA = 0;
-    std::vector<TrackColorSet> ColorSets;
+    LargeArray<TrackColorSet> ColorSets;
     std::int32_t TrackValueB = 0;
     PackedColor DefaultColor1 = 0, DefaultColor2 = 0, DefaultColor3 = 0;  // of segments without own colours
     PackedColor ExtraColor1 = 0, ExtraColor2 = 0, ExtraColor3 = 0, ExtraColor4 = 0, ExtraColor5 = 0;
@@ -130,28 +131,28 @@ struct TrackDocument {
     std::string InfoText;
 
     std::int32_t BezrSize = 0, BezrChildren = 0;
-    std::vector<TrackBezierNode> BezierNodes;
+    LargeArray<TrackBezierNode> BezierNodes;
 
     std::int32_t SegmSize = 0, SegmChildren = 0;
     Truth SegmentListFlag = kFalse;
-    std::vector<TrackSegment> Segments;
+    LargeArray<TrackSegment> Segments;
 
     std::int32_t SuppSize = 0, SuppChildren = 0;
     std::int32_t FundSize = 0, FundChildren = 0;
-    std::vector<TrackFundRecord> FundRecords;
+    LargeArray<TrackFundRecord> FundRecords;
     std::int32_t RascSize = 0, RascChildren = 0;
-    std::vector<TrackRascRecord> RascRecords;
+    LargeArray<TrackRascRecord> RascRecords;
     std::int32_t FrenSize = 0, FrenChildren = 0;
-    std::vector<TrackFrenRecord> FrenRecords;
+    LargeArray<TrackFrenRecord> FrenRecords;
     std::int32_t TubeSize = 0, TubeChildren = 0;
-    std::vector<TrackTubeRecord> TubeRecords;
+    LargeArray<TrackTubeRecord> TubeRecords;
     std::int32_t CatwSize = 0, CatwChildren = 0;
-    std::vector<TrackCatwRecord> CatwRecords;
+    LargeArray<TrackCatwRecord> CatwRecords;
 
     std::int32_t ScenSize = 0, ScenChildren = 0;
-    std::vector<TrackSceneryPoint> SceneryPoints;
+    LargeArray<TrackSceneryPoint> SceneryPoints;
     std::int32_t ScobSize = 0, ScobChildren = 0;
-    std::vector<TrackScenery> SceneryObjects;
+    LargeArray<TrackScenery> SceneryObjects;
 
     std::int32_t TeraSize = 0, TeraChildren = 0;
     Truth HasTerrain = kFalse;  // decides whether a terrain is written
@@ -165,7 +166,7 @@ struct TrackDocument {
     float TerrainFloat5 = 0;
     std::uint8_t TerrainByte = 0;
     Truth TerrainFlag = kFalse;
-    std::vector<float> TerrainGrid;  // TerrainDepth rows of TerrainWidth values, row by row
+    LargeArray<float> TerrainGrid;  // TerrainDepth rows of TerrainWidth values, row by row
 
     std::int32_t EnvcSize = 0, EnvcChildren = 0;
     std::string EnvironmentText1, EnvironmentText2;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <span>
 
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
@@ -115,6 +116,25 @@ TEST_F(ExportTest, OneTriangleByteForByte) {
     EXPECT_EQ(Bytes(file.begin() + 415, file.begin() + 473),
               Unfold("00000000 BD3786B5 00000000 0000E040 000010C1 00000041 "
                      "4041 20000000 0300 0000803E 0000803F 0000003F 0000803F 0000803F 0000803F 6041"));
+}
+
+// Meshes whose faces agree stand on one array in memory; what one is given later, the others don't get.
+TEST_F(ExportTest, FacesThatMeshesShareStayTheirOwn) {
+    const Vector3D corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    const std::vector<MeshFace> faces{{0, 1, 2}, {2, 1, 3}, {3, 0, 1}};
+    for (const int count : {2, 1, 2, 3, 1}) {
+        BeginObject("SEGT", 0, false, true);
+        const auto corner = [&](std::int16_t index) { return corners[index]; };
+        for (const MeshFace& face : std::span(faces).first(static_cast<std::size_t>(count)))
+            AddFace(corner(face.a), corner(face.b), corner(face.c), {}, {}, {});
+        FlushObject();
+    }
+    AddTriangle(corners[0], corners[0], corners[0]);
+    EXPECT_EQ(AddMeshFace(3, 2, 1, 4, 1), 1);
+    const std::vector<MeshFace> expected[] = {
+        {faces[0], faces[1]}, {faces[0], {3, 2, 1}}, {faces[0], faces[1]}, faces, {faces[0]}, {{0, 1, 2}}};
+    for (std::size_t i = 0; i < std::size(expected); ++i)
+        EXPECT_TRUE(std::ranges::equal(Model3DS.Meshes[i].Faces, expected[i])) << i;
 }
 
 TEST_F(ExportTest, AFileThatCantBeWrittenWholeIsRemoved) {

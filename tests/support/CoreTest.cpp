@@ -66,7 +66,7 @@ TrackBezierNode Node(const Vector3D& p, const Vector3D& back, const Vector3D& fo
 
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels) {
     ResetTrackFile();
-    TrackFile.BezierNodes = nodes;
+    TrackFile.BezierNodes.assign(nodes.begin(), nodes.end());
     TrackFile.Segments.resize(nodes.size());
     for (std::size_t i = 0; i < tunnels.size(); ++i)
         TrackFile.Segments.at(i).IsTunnel = ToTruth(tunnels[i] == 'T');

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Bytes.h"
+#include "base/LargeArray.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 
