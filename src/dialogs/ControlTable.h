@@ -54,12 +54,18 @@ inline void ApplyTabOrder(TabOrder order) {
 inline void FitText(QWidget* control, const QString& text, QSize size, bool wrap = false) {
     constexpr int kNarrowest = 60;  // percent
     QFont font = control->font();
-    for (int stretch = 100; stretch >= kNarrowest; stretch -= 2) {
+    const auto taken = [&](int stretch) {
         font.setStretch(stretch);
         const QRect room(QPoint(0, 0), QSize(size.width(), 1000));
-        const QRect needed = QFontMetrics(font).boundingRect(room, wrap ? Qt::TextWordWrap : 0, text);
-        if (needed.width() <= size.width() && needed.height() <= size.height()) break;
-    }
+        return QFontMetrics(font).boundingRect(room, wrap ? Qt::TextWordWrap : 0, text).size();
+    };
+    // The width follows the letters', so that few of them have to be tried: each is a search among the fonts.
+    int stretch = 100;
+    if (const int width = taken(stretch).width(); !wrap && width > size.width())
+        stretch = std::max(kNarrowest, stretch * (size.width() + 1) / width / 2 * 2);
+    while (stretch > kNarrowest && taken(stretch).boundedTo(size) != taken(stretch))
+        stretch -= 2;
+    font.setStretch(stretch);
     control->setFont(font);
 }
 

@@ -25,7 +25,8 @@ bool CutInterval(double from, double delta, double low, double high, double& t0,
 
 }  // namespace
 
-ImageSurface::ImageSurface(QImage& image, QSize logicalSize, double devicePixelRatio) : size_(logicalSize) {
+ImageSurface::ImageSurface(QImage& image, QSize logicalSize, double devicePixelRatio)
+    : size_(logicalSize), density_(devicePixelRatio) {
     const QSize device(static_cast<int>(std::ceil(logicalSize.width() * devicePixelRatio)),
                        static_cast<int>(std::ceil(logicalSize.height() * devicePixelRatio)));
     if (image.size() != device) image = device.isEmpty() ? QImage() : QImage(device, QImage::Format_RGB32);
@@ -38,17 +39,32 @@ void ImageSurface::Clear() {
     if (painter_.isActive()) painter_.fillRect(QRect(QPoint(0, 0), size_ + QSize(1, 1)), Qt::black);
 }
 
+const QImage& ImageSurface::StampOf(const ColorRGB& color) {
+    for (const DotStamp& stamp : stamps_)
+        if (stamp.width == penWidth_ && stamp.color == color) return stamp.image;
+    const double width = penWidth_ * density_;
+    const int side = 2 * static_cast<int>(std::ceil(width / 2)) + 1;  // odd, so that its middle is a pixel
+    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ColorOf(color));
+    painter.drawEllipse(QPointF(side / 2.0, side / 2.0), width / 2, width / 2);
+    painter.end();
+    image.setDevicePixelRatio(density_);
+    return stamps_.emplace_back(penWidth_, color, image).image;
+}
+
 void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
     const double reach = penWidth_;
     const bool visible =
         center.x > -reach && center.x < Width() + reach && center.y > -reach && center.y < Height() + reach;
     if (!painter_.isActive() || !visible) return;
-    painter_.setRenderHint(QPainter::Antialiasing, true);
-    painter_.setPen(Qt::NoPen);
-    painter_.setBrush(ColorOf(color));
-    // Half a pixel on: a position names the pixel, the painter the corner between four of them.
-    painter_.drawEllipse(QPointF(center.x + 0.5, center.y + 0.5), penWidth_ / 2.0, penWidth_ / 2.0);
-    painter_.setRenderHint(QPainter::Antialiasing, false);
+    const QImage& stamp = StampOf(color);
+    const int half = stamp.width() / 2;
+    const auto onPixel = [&](float at) { return (std::round(at * density_) - half) / density_; };
+    painter_.drawImage(QPointF(onPixel(center.x), onPixel(center.y)), stamp);
 }
 
 void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {

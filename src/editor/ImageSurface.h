@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QSize>
 
+#include <vector>
+
 #include "base/Values.h"
 #include "editor/ShapeDrawing.h"
 
@@ -26,8 +28,19 @@ class ImageSurface {
     void Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color);
 
   private:
+    // A finished dot, made once: a dot is put down on whole pixels, and a shape has hundreds of the same.
+    struct DotStamp {
+        int width;
+        ColorRGB color;
+        QImage image;
+    };
+    // The dot of this colour, as wide as the pen.
+    const QImage& StampOf(const ColorRGB& color);
+
     QSize size_;
+    double density_;
     int penWidth_ = 1;
+    std::vector<DotStamp> stamps_;
     QPainter painter_;
 };
 

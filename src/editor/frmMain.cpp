@@ -146,6 +146,7 @@ frmMain::frmMain() {
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     QApplication::setWindowIcon(QIcon(":/icons/boreforge.svg"));
+    setFont(WindowFont(*this));  // before any control asks for another one: fonts are slow to find
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
     // In the middle of the screen, but never with the tools above its edge.
     const QRect room = screen()->availableGeometry();
