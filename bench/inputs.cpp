@@ -1,6 +1,7 @@
 #include "inputs.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <numbers>
 #include <system_error>
 #include <vector>
@@ -82,6 +84,19 @@ double PeakMemoryOf(const std::function<bool()>& action) {
         return static_cast<double>(usage.ru_maxrss) * 1024;
     std::fputs("The work of a child process failed.\n", stderr);
     std::exit(1);
+}
+
+ChildFigures FiguresOfChild(const std::function<ChildFigures()>& action) {
+    void* const shared =
+        ::mmap(nullptr, sizeof(ChildFigures), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (shared == MAP_FAILED) return {};
+    PeakMemoryOf([&] {
+        ::new (shared) ChildFigures(action());
+        return true;
+    });
+    const ChildFigures figures = *static_cast<ChildFigures*>(shared);
+    ::munmap(shared, sizeof(ChildFigures));
+    return figures;
 }
 
 void MakeRoundShape(int nodes, double radius) {
