@@ -58,6 +58,11 @@ void WriteBytes(const std::string& path, const Bytes& bytes) {
     EXPECT_TRUE(file.flush().good()) << path;
 }
 
+void Put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
+    for (std::size_t i = 0; i < 4; ++i)
+        bytes.at(at + i) = static_cast<std::uint8_t>(value >> (24 - 8 * i));
+}
+
 TrackBezierNode Node(const Vector3D& p, const Vector3D& back, const Vector3D& forth, float roll,
                      bool rollFlag) {
     const auto moved = [&p](const Vector3D& by) { return Vector3D{p.x + by.x, p.y + by.y, p.z + by.z}; };
@@ -70,6 +75,12 @@ void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tun
     TrackFile.Segments.resize(nodes.size());
     for (std::size_t i = 0; i < tunnels.size(); ++i)
         TrackFile.Segments.at(i).IsTunnel = ToTruth(tunnels[i] == 'T');
+}
+
+void MakeLargeShape() {
+    ResetTunnelShape();
+    for (int i = 0; i < 300; ++i)
+        AddShapeNode({static_cast<float>(i % 25), static_cast<float>(i) / 25, 0});
 }
 
 std::vector<TrackBezierNode> WindingCircuit() {

@@ -32,11 +32,16 @@ class CoreTest : public testing::Test {
 Bytes ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const Bytes& bytes);
 
+// Stores a number big-endian.
+void Put32(Bytes& bytes, std::size_t at, std::uint32_t value);
+
 // A node of the path. `back` and `forth` lead from its position to ControlIn and ControlOut.
 TrackBezierNode Node(const Vector3D& position, const Vector3D& back, const Vector3D& forth, float roll = 0,
                      bool rollFlag = false);
 // Makes TrackFile a track of these nodes and as many segments; a 'T' in `tunnels` marks a tunnel.
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels = "");
+// Makes the shape one of so many nodes that its objects are larger than any buffer.
+void MakeLargeShape();
 // Six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
 std::vector<TrackBezierNode> WindingCircuit();
 

@@ -1,40 +1,11 @@
 // Runs the batch program as a user's script would.
-#include <sys/wait.h>
+#include "support/BatchTest.h"
 
-#include <cstdlib>
 #include <filesystem>
 
-#include "editor/TunnelShape.h"
-#include "editor/TunnelShapeFile.h"
 #include "job/mMain.h"
-#include "support/CoreTest.h"
-#include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
-
-const std::string kBatch = "'" PROGRAMS "/boreforge-batch' ";
-
-class BatchTest : public CoreTest {
-  protected:
-    BatchTest() {
-        MakeTrack(WindingCircuit(), "-TT-T-");
-        TrackFile.DefaultColor1 = 0xFF0000;
-        MakePresetShape(1);
-        EXPECT_TRUE(WriteTrackFile(In("t.zrtrack")) && SaveTunnelShape(In("s.zrbf")));
-        track_ = ReadBytes(In("t.zrtrack"));
-    }
-    // Runs a command in the test's folder and gives its exit status.
-    int Run(const std::string& command) {
-        const int status = std::system(("cd '" + In("") + "' && " + command + " >out 2>err").c_str());
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-    std::string Text(const std::string& name) const {
-        const Bytes bytes = ReadBytes(In(name));
-        return {bytes.begin(), bytes.end()};
-    }
-    bool TrackIsAsItWas() const { return ReadBytes(In("t.zrtrack")) == track_; }
-    Bytes track_;
-};
 
 TEST_F(BatchTest, MakesWhatTheJobMakes) {
     const std::string look = " --color 10,200,90 --transparency 7 --detail poor --double-sided --dim 30";

@@ -1,0 +1,87 @@
+#!/bin/sh
+# Saves on disks that refuse: full ones, locked files and folders, strange targets. What stood there stays.
+#   disks.sh BATCH_PROGRAM MAKE_SAMPLES
+# As root a disk of 24 KB is mounted, and what modes forbid is tried as the user "nobody".
+set -eu
+batch=$1
+work=$(mktemp -d)
+trap 'chmod -R u+w "$work"; umount "$work/disk" 2>/dev/null || true; rm -rf "$work"' EXIT
+"$2" "$work/samples"
+cp "$work/samples/tracks/small-circuit.zrtrack" "$work/old"
+chmod 755 "$work"
+mkdir -m 777 "$work/home" "$work/disk"
+root=$([ "$(id -u)" = 0 ] && echo yes || true)
+checks=0
+
+user() { if [ "$root" ]; then setpriv --reuid=65534 --regid=65534 --clear-groups "$@"; else "$@"; fi; }
+# Fails with the name of the check, and what the program said.
+fail() { echo "FAILED: $1"; cat "$work/said"; exit 1; }
+# check NAME SAYING TRACK ARGUMENTS...: the program refuses with these words and TRACK stays as it was.
+check() {
+    name=$1 saying=$2 track=$3
+    shift 3
+    status=0
+    user "$batch" "$track" "$@" >"$work/said" 2>&1 || status=$?
+    [ $status -eq 1 ] || fail "$name: ended with $status"
+    grep -q "$saying" "$work/said" || fail "$name: said something else"
+    cmp -s "$work/old" "$track" || fail "$name: the track is another one"
+    [ -z "$(find "$work/home" "$work/disk" -name '.boreforge*')" ] || fail "$name: left a temporary file"
+    checks=$((checks + 1))
+}
+# A track of its own in a folder of its own.
+fresh() {
+    rm -rf "$work/home/$1"
+    mkdir -m 777 "$work/home/$1"
+    cp "$work/old" "$work/home/$1/t.zrtrack"
+    chmod 666 "$work/home/$1/t.zrtrack"
+    cd "$work/home/$1"
+}
+
+if [ "$root" ] && mount -t tmpfs -o size=24k,mode=777 none "$work/disk" 2>/dev/null; then
+    cp "$work/old" "$work/disk/t.zrtrack"
+    chmod 666 "$work/disk/t.zrtrack"
+    check "a full disk, the object" "Object Can't Be Written" "$work/disk/t.zrtrack" "$work/disk/o.3ds"
+    [ ! -e "$work/disk/o.3ds" ] || fail "a full disk: a part of the object stays"
+    head -c 1000000 /dev/zero >"$work/disk/fill" 2>/dev/null || true
+    check "a full disk, the track" "Can't Be Saved" "$work/disk/t.zrtrack" "$work/home/o.3ds"
+    rm "$work/disk/fill"
+    user "$batch" "$work/disk/t.zrtrack" "$work/home/o.3ds" >"$work/said" 2>&1 || fail "the next save"
+else
+    echo "No disk of 24 KB could be mounted here; the two checks on it are left out."
+fi
+
+fresh folder
+chmod 555 .
+check "a read-only folder, the object" "Object Can't Be Written" t.zrtrack o.3ds
+check "a read-only folder, the track" "Can't Be Saved" t.zrtrack ../p.3ds
+fresh locked
+chmod 444 t.zrtrack
+check "a locked track" "Can't Be Saved" t.zrtrack o.3ds
+fresh object
+: >o.3ds
+chmod 444 o.3ds
+check "a locked object" "Object Can't Be Written" t.zrtrack o.3ds
+fresh target
+mkdir o.3ds u.zrtrack
+check "a folder for an object" "Object Can't Be Written" t.zrtrack o.3ds
+check "a folder for a track" "Can't Be Saved" t.zrtrack p.3ds --track-out u.zrtrack
+ln -s ring ring.3ds && ln -s ring.3ds ring
+check "a ring of links" "Object Can't Be Written" t.zrtrack ring.3ds
+check "a link to nowhere" "Object Can't Be Written" t.zrtrack /nowhere/o.3ds
+long=$(printf '%0300d' 0)
+check "a name of 300 bytes" "Object Can't Be Written" t.zrtrack "$long.3ds"
+check "a track's name of 300 bytes" "Can't Be Saved" t.zrtrack p.3ds --track-out "$long"
+
+# What may be written is: through a link, which stays one, and at the end of a path of 300 bytes.
+fresh links
+mkdir -m 777 far
+mv t.zrtrack far/t.zrtrack
+ln -s far/t.zrtrack t.zrtrack
+user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a link"
+[ -L t.zrtrack ] && ! cmp -s "$work/old" far/t.zrtrack || fail "a link: the track it leads to is to change"
+deep=$(printf '%0150d/%0150d' 0 0)
+mkdir -p "$deep" && chmod -R 777 .
+cp "$work/old" "$deep/t.zrtrack" && chmod 666 "$deep/t.zrtrack"
+user "$batch" "$deep/t.zrtrack" "$deep/o.3ds" >"$work/said" 2>&1 || fail "a path of 300 bytes"
+[ -s "$deep/o.3ds" ] && ! cmp -s "$work/old" "$deep/t.zrtrack" || fail "a path of 300 bytes: nothing written"
+echo "$((checks + 2)) checks of disks passed."

@@ -1,0 +1,125 @@
+// Files from strangers: whatever their numbers say, the time and the memory they take are bounded by their
+// size, and each ends in a clear result.
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <functional>
+#include <limits>
+
+#include "editor/TunnelShape.h"
+#include "job/mMain.h"
+#include "platform/FileCalls.h"
+#include "support/CoreTest.h"
+#include "support/Sanitizers.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+namespace boreforge {
+
+const std::string kRefused = "Invalid Track File!", kNoPath = "Can't Be Followed!", kMade = "made";
+
+class HostileTest : public CoreTest {
+  protected:
+    const std::string track = In("t.zrtrack");
+
+    // What loading, tracing and the whole job come to.
+    std::string Outcome(const Bytes& file) {
+        WriteBytes(track, file);
+        const std::size_t shown = Shown().size();
+        const bool good = OpenTrack(track) && RunTunnelJob(DeriveJobSettings({}, In("o.3ds")));
+        EXPECT_EQ(Shown().size(), shown + (good ? 0 : 1));
+        if (good) return kMade;
+        EXPECT_EQ(ReadBytes(track), file);
+        for (const std::string& known : {kRefused, kNoPath})
+            if (Shown().back().find(known) != std::string::npos) return known;
+        return Shown().back();
+    }
+    // Runs `work` in a process that gets no more than 512 MB of addresses and a minute of the processor.
+    void Bounded(const std::function<void()>& work) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const struct rlimit memory { 512 << 20, 512 << 20 }, seconds{60, 60};
+            bool good = ::setrlimit(RLIMIT_CPU, &seconds) == 0;
+            if (!kSanitized) good = good && ::setrlimit(RLIMIT_AS, &memory) == 0;
+            fileCalls.fsync = [](int) { return 0; };
+            work();
+            ::_exit(good && !HasFailure() ? 0 : 1);
+        }
+        int status = -1;
+        EXPECT_TRUE(::waitpid(child, &status, 0) == child && status == 0) << status;
+    }
+};
+
+TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
+    Bounded([&] {
+        // The known file with a path that can be followed: four nodes more.
+        WriteBytes(track, KnownFile());
+        ASSERT_TRUE(ReadTrackFile(track));
+        const auto nodes = WindingCircuit();
+        TrackFile.BezierNodes.assign(nodes.begin(), nodes.end());
+        MakePresetShape(0);
+        ASSERT_TRUE(WriteTrackFile(track));
+        const Bytes full = ReadBytes(track);
+        ASSERT_EQ(Outcome(full), kMade);
+        const std::size_t inserted = full.size() - KnownFile().size(), firstNode = 320;
+        int tried = 0;
+        for (const char letter : {'N', 'M', 'S'})
+            for (const std::size_t marked : MarkedFields(letter)) {
+                const std::size_t at = marked + (marked > firstNode ? inserted : 0);
+                const auto plusOne = static_cast<std::uint32_t>(full[at + 3] + 1);
+                for (const std::uint32_t value : {0xFFFFFFFFu, 0u, 1u, plusOne, 0x7FFFFFFFu, 0x80000000u}) {
+                    SCOPED_TRACE(letter + std::to_string(value) + " at " + std::to_string(at));
+                    Bytes file = full;
+                    Put32(file, at, value);
+                    const std::string outcome = Outcome(file);
+                    const bool absurd = value > 0xFFFF && (letter == 'N' || value == 0x7FFFFFFF);
+                    const std::string& due = letter == 'S' ? kMade : absurd ? kRefused : outcome;
+                    EXPECT_TRUE(outcome == kMade || outcome == kRefused || outcome == kNoPath) << outcome;
+                    EXPECT_EQ(outcome, due);
+                    ++tried;
+                }
+            }
+        EXPECT_GT(tried, 300);
+    });
+}
+
+TEST_F(HostileTest, CoordinatesOfAnyKindEndInATunnelOrAMessage) {
+    auto& nodes = TrackFile.BezierNodes;
+    const auto scale = [&](float by) {
+        for (TrackBezierNode& node : nodes)
+            for (Vector3D* const point : {&node.Position, &node.ControlIn, &node.ControlOut})
+                *point = {by * point->x, by * point->y, by * point->z};
+    };
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const std::tuple<const char*, std::string, std::function<void()>> cases[] = {
+        {"no number", kNoPath, [&] { nodes[2].Position.x = std::numeric_limits<float>::quiet_NaN(); }},
+        {"an infinite one", kNoPath, [&] { nodes[1].ControlIn.y = kInfinity; }},
+        {"an infinite roll", kNoPath, [&] { nodes[3].Roll = -kInfinity; }},
+        {"1e30", kNoPath, [&] { nodes[4].Position.z = 1e30f; }},
+        {"all large", kNoPath, [&] { scale(1e30f); }},
+        {"a long piece", kNoPath, [&] { nodes[0].Position.x = 3e6f; }},
+        {"1e-30", kMade,
+         [&] {
+             nodes[4].Position = {1e-30f, 1e-30f, 1e-30f};
+         }},
+        {"all small", kMade, [&] { scale(1e-30f); }},
+        {"one point", kMade, [&] { scale(0); }},
+        {"a large roll", kMade, [&] { nodes[3].Roll = 1e30f; }},
+        {"a shape of no numbers", kMade, [] { TunnelShape.InsideNodes[0].x = kInfinity - kInfinity; }},
+        {"a vast shape", kMade, [] { TunnelShape.OutsideNodes[0].y = 3e38f; }},
+        {"a small vast shape", kMade, [&] { scale(1e-30f), TunnelShape.OutsideNodes[0].y = 3e38f; }},
+        {"a vast terrain", kRefused, [] {
+             TrackFile.HasTerrain = kTrue;
+             TrackFile.TerrainWidth = TrackFile.TerrainDepth = 0x7FFFFFFF;
+         }}};
+    for (const auto& [name, outcome, spoil] : cases)
+        Bounded([&] {
+            MakeTrack(WindingCircuit(), "-TT-TT");
+            MakePresetShape(1);
+            spoil();
+            ASSERT_TRUE(WriteTrackFile(track));
+            EXPECT_EQ(Outcome(ReadBytes(track)), outcome) << name;
+        });
+}
+
+}  // namespace boreforge

@@ -1,0 +1,70 @@
+// Runs the picture program as a user's script would, and looks at what it drew.
+#include <QImage>
+
+#include "support/CommandTest.h"
+
+namespace boreforge {
+
+using PictureTest = CommandTest;
+const std::string kJob = "'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --color 255,0,255 --track-out t";
+const std::string kMake = "'" PROGRAMS "/boreforge-batch' " + kJob;
+const std::string kPicture = "unset DISPLAY WAYLAND_DISPLAY; '" PROGRAMS "/boreforge-picture' ";
+
+// Nothing else has the tunnel's colour, or that of the rails.
+bool IsTunnel(const QColor& c) { return c.red() > 1.4 * c.green() && c.blue() > 1.4 * c.green(); }
+bool IsRail(const QColor& c) { return c.red() > 1.8 * c.green() && c.red() > 2.5 * c.blue(); }
+
+TEST_F(PictureTest, ShowsTheTunnelAndTheTrackInEachView) {
+    ASSERT_EQ(Run(kMake), 0);
+    // The least and the most of the tunnel, and the least of the rails, as shares of the picture.
+    const std::tuple<std::string, double, double, double> cases[] = {
+        {"above", 0.02, 0.2, 0.0005}, {"side", 0.15, 0.6, 0.003}, {"inside", 0.8, 0.99, 0.01}};
+    for (const auto& [view, least, most, leastRails] : cases) {
+        const std::string options = " --track t.zrtrack --size 320x180 --view " + view;
+        ASSERT_EQ(Run(kPicture + "o.3ds one.png" + options) + Run(kPicture + "o.3ds two.png" + options), 0);
+        EXPECT_EQ(ReadBytes(In("one.png")), ReadBytes(In("two.png"))) << view;
+        const QImage image(QString::fromStdString(In("one.png")));
+        ASSERT_EQ(image.size(), QSize(320, 180));
+        double tunnel = 0, rails = 0, around = 0;  // around: at the sides and the top of the picture
+        for (int i = 0; i < 320 * 180; ++i) {
+            const QColor color = image.pixelColor(i % 320, i / 320);
+            tunnel += IsTunnel(color) / (320.0 * 180);
+            rails += IsRail(color) / (320.0 * 180);
+            around += IsTunnel(color) && (i < 320 || i % 320 % 319 == 0);
+        }
+        EXPECT_TRUE(tunnel > least && tunnel < most && rails > leastRails) << view << tunnel << " " << rails;
+        EXPECT_EQ(around == 320 + 2 * 179, view == "inside") << view << around;
+    }
+}
+
+TEST_F(PictureTest, RefusesWhatIsDamagedAndLeavesTheOldPicture) {
+    ASSERT_EQ(Run(kMake), 0);
+    const Bytes whole = ReadBytes(In("o.3ds")), old = {'o', 'l', 'd'};
+    const auto word = [&](std::size_t at) { return whole[at] + std::size_t{256} * whole[at + 1]; };
+    const std::size_t points = 399, faces = points + 8 + 12 * word(points + 6) + 54;
+    const std::size_t group = faces + 8 + 8 * word(faces + 6);
+    WriteBytes(In("p.png"), old);
+    const auto expect = [&](const std::string& arguments, int status, const std::string& saying) {
+        EXPECT_EQ(Run(kPicture + arguments), status) << saying;
+        EXPECT_NE(Text("err").find(saying), std::string::npos) << Text("err");
+        EXPECT_TRUE(ReadBytes(In("p.png")) == old && Listing().size() == 6) << saying;
+    };
+    const std::tuple<std::size_t, Bytes, const char*> cases[] = {
+        // clang-format off
+        {0, {0}, "no 3D Studio"}, {5, {127}, "doesn't fit"}, {18, {0}, "doesn't fit"}, {68, {0}, "lacks"},
+        {44 + 7, {'1'}, "two materials"}, {138, {101}, "above 100"}, {points + 6, {1, 0}, "length"},
+        {points + 10, {128, 127}, "not finite"}, {faces, {0}, "no list"}, {faces + 8, {255, 255}, "a vertex"},
+        {group, {0}, "no material"}, {group + 6, {'X'}, "no material 'X"}, {group + 17, {1}, "two materials"}};
+    // clang-format on
+    for (const auto& [at, bytes, saying] : cases) {
+        Bytes damaged = whole;
+        std::copy(bytes.begin(), bytes.end(), &damaged[at]);
+        WriteBytes(In("d.3ds"), damaged);
+        expect("d.3ds p.png", 1, saying);
+    }
+    expect("o.3ds p.png --view inside", 1, "needs the track");
+    expect("o.3ds ./o.3ds", 1, "Would Replace");
+    expect("o.3ds p.png --size 5x720", 2, "'5x720' is no value");
+}
+
+}  // namespace boreforge

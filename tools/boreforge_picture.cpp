@@ -1,0 +1,126 @@
+// boreforge-picture: checks a finished object and draws a picture of it, with no window and no display.
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "base/Message.h"
+#include "job/mMain.h"
+#include "picture_camera.h"
+#include "picture_object.h"
+#include "picture_options.h"
+#include "picture_path.h"
+#include "picture_render.h"
+#include "platform/Files.h"
+#include "tracing/mZR_TraceTrack.h"
+#include "version.h"
+
+using namespace boreforge;
+
+namespace {
+
+enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+
+void ShowOnStandardError(const std::string& text, const std::string&, MessageIcon) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+}
+
+bool PictureIsApart(const PictureOptions& options) {
+    for (const std::string& input : {options.Object, options.Track}) {
+        if (input.empty() || !SameFile(options.Picture, input)) continue;
+        ShowError("Error - The Picture Would Replace " + input + "!");
+        return false;
+    }
+    return true;
+}
+
+bool LoadObject(const std::string& path, PictureObject& object) {
+    Bytes file;
+    if (!ReadWholeFile(path, file)) {
+        ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path);
+        return false;
+    }
+    std::string damage;
+    if (ReadPictureObject(file, object, damage)) return true;
+    ShowError("Error - Invalid 3DS Object!\n\n" + path + "\n" + damage);
+    return false;
+}
+
+bool LoadPath(const std::string& track, const PictureObject& object, TrackPath& path) {
+    if (track.empty()) return true;
+    if (!OpenTrack(track)) return false;
+    if (!TraceIsCurrent()) {
+        ShowError("Error - The Track's Path Can't Be Followed!");
+        return false;
+    }
+    path = PathOfTrace();
+    FindCover(path, object);
+    return true;
+}
+
+bool SavePicture(const std::string& path, const std::vector<std::uint8_t>& pixels, PictureSize size) {
+    QImage image(pixels.data(), size.Width, size.Height, 3 * size.Width, QImage::Format_RGB888);
+    image.setDotsPerMeterX(3780);  // not the screen's, which there may not be
+    image.setDotsPerMeterY(3780);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    const bool made = image.save(&buffer, "PNG");
+    const auto* const start = reinterpret_cast<const std::uint8_t*>(bytes.constData());
+    if (made && ReplaceFile(path, {start, static_cast<std::size_t>(bytes.size())})) return true;
+    ShowError("Error - The Picture Can't Be Written!\n\n" + path);
+    return false;
+}
+
+int MakePicture(const PictureOptions& options) {
+    PictureObject object;
+    TrackPath path;
+    if (!PictureIsApart(options) || !LoadObject(options.Object, object) ||
+        !LoadPath(options.Track, object, path))
+        return kFailed;
+    PictureCamera camera;
+    std::string reason;
+    if (!AimCamera(options.View, options.Size, object, path, camera, reason)) {
+        ShowError("Error - There Is No Such View!\n\n" + reason);
+        return kFailed;
+    }
+    const std::vector<RailPiece> rails = RailsOf(path);
+    const bool inside = options.View == PictureView::Inside;
+    const auto pixels = RenderPicture({object, rails, camera, inside, PortalsOf(path)});
+    return SavePicture(options.Picture, pixels, options.Size) ? kDone : kFailed;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    SetMessageHook(ShowOnStandardError);
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    std::string error;
+    const auto options =
+        ParsePictureOptions(std::vector<std::string>(arguments + 1, arguments + count), error);
+    if (!options) {
+        std::fprintf(stderr, "boreforge-picture: %s\n\n%s", error.c_str(), kPictureUsage);
+        return kWrongUsage;
+    }
+    if (options->Help) {
+        std::fputs(kPictureUsage, stdout);
+        return kDone;
+    }
+    if (options->Version) {
+        std::printf("boreforge-picture %s\n", kVersion);
+        return kDone;
+    }
+    try {
+        return MakePicture(*options);
+    } catch (const std::bad_alloc&) {
+        ShowError("Error - Not Enough Memory!");
+        return kFailed;
+    }
+}
