@@ -62,7 +62,7 @@ inline void FitText(QWidget* control, const QString& text, QSize size, bool wrap
     // The width follows the letters', so that few of them have to be tried: each is a search among the fonts.
     int stretch = 100;
     if (const int width = taken(stretch).width(); !wrap && width > size.width())
-        stretch = std::max(kNarrowest, stretch * (size.width() + 1) / width / 2 * 2);
+        stretch = std::max(kNarrowest, stretch * size.width() / width / 2 * 2);
     while (stretch > kNarrowest && taken(stretch).boundedTo(size) != taken(stretch))
         stretch -= 2;
     font.setStretch(stretch);

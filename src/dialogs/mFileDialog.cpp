@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStringList>
 
 #include <algorithm>
@@ -34,12 +35,21 @@ QStringList ToolkitFilters(const QString& converted) {
     return filters;
 }
 
+// Where a save may start in place of a folder: the folders of an installed program belong to the
+// administrator, and the user's files go elsewhere.
+QString WritableStart(const QString& folder) {
+    if (QFileInfo(folder).isWritable()) return folder;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
+}
+
 void SetStart(QFileDialog& dialog, const FileDialogArguments& record) {
     const QFileInfo named(record.FileName);
+    const QString& folder = record.InitialFolder;
     if (named.isAbsolute() && named.dir().exists())
         dialog.setDirectory(named.dir());
-    else if (QDir(record.InitialFolder).exists())
-        dialog.setDirectory(record.InitialFolder);
+    else if (QDir(folder).exists())
+        dialog.setDirectory(dialog.acceptMode() == QFileDialog::AcceptSave ? WritableStart(folder) : folder);
     if (!record.FileName.isEmpty()) dialog.selectFile(named.fileName());
 }
 

@@ -53,7 +53,8 @@ const QImage& ImageSurface::StampOf(const ColorRGB& color) {
     painter.drawEllipse(QPointF(side / 2.0, side / 2.0), width / 2, width / 2);
     painter.end();
     image.setDevicePixelRatio(density_);
-    return stamps_.emplace_back(penWidth_, color, image).image;
+    stamps_.push_back({penWidth_, color, image});
+    return stamps_.back().image;
 }
 
 void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {

@@ -1,7 +1,6 @@
 #include "editor/frmMain.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QToolButton>
@@ -14,6 +13,7 @@
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
+#include "editor/Icons.h"
 #include "editor/ShapeView.h"
 #include "editor/SnapBox.h"
 #include "editor/TunnelShape.h"
@@ -71,7 +71,7 @@ constexpr char kShapeFilter[] = "ZRBF Tunnel Shapes (*.zrbf)|*.zrbf";
 QToolButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
     auto* const button = new QToolButton(parent);
     Place(button, tool.place);
-    button->setIcon(QIcon(QString(":/icons/%1.svg").arg(tool.icon)));
+    button->setIcon(IconOf(tool.icon));
     button->setIconSize(QSize(kIconPixels, kIconPixels));
     button->setToolTip(tool.toolTip);
     // The key in brackets is for the eye.
@@ -145,7 +145,7 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
 frmMain::frmMain() {
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
-    QApplication::setWindowIcon(QIcon(":/icons/boreforge.svg"));
+    QApplication::setWindowIcon(IconOf("boreforge"));
     setFont(WindowFont(*this));  // before any control asks for another one: fonts are slow to find
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
     // In the middle of the screen, but never with the tools above its edge.

@@ -112,8 +112,9 @@ TEST_F(HostileTest, CoordinatesOfAnyKindEndInATunnelOrAMessage) {
              TrackFile.HasTerrain = kTrue;
              TrackFile.TerrainWidth = TrackFile.TerrainDepth = 0x7FFFFFFF;
          }}};
-    for (const auto& [name, outcome, spoil] : cases)
+    for (const auto& row : cases)
         Bounded([&] {
+            const auto& [name, outcome, spoil] = row;
             MakeTrack(WindingCircuit(), "-TT-TT");
             MakePresetShape(1);
             spoil();

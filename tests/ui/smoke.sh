@@ -11,7 +11,7 @@ try() {
     tries=0
     until "$@" >"$work/found" 2>&1; do
         tries=$((tries + 1))
-        [ $tries -lt 5000 ] && kill -0 $! || { echo "In vain: $*"; exit 1; }
+        if [ $tries -ge 5000 ] || ! kill -0 $!; then echo "In vain: $*"; exit 1; fi
         sleep 0.02
     done
 }

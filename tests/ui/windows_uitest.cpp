@@ -80,6 +80,8 @@ TEST_F(UiTest, TheMainWindowIsAsDesigned) {
     for (const auto* const tool : window.findChildren<QToolButton*>()) {
         const QImage image = tool->icon().pixmap(16, 16).toImage();
         ++pictures[QByteArray(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes())];
+        for (const double scale : {1.25, 1.5, 2.0, 2.5, 3.0})
+            EXPECT_EQ(tool->icon().pixmap(QSize(16, 16), scale).size(), QSize(16, 16) * scale);
         EXPECT_EQ(tool->isChecked(), tool->objectName().startsWith("chk"));
     }
     EXPECT_EQ(pictures.size(), 16u) << "each tool has a picture of its own";
