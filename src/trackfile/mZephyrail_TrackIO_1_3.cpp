@@ -109,7 +109,8 @@ bool ReadTrackFile(const std::string& path) {
         good = false;
     }
     if (good)
-        TrackBytes = Bytes(1);
+        TrackBytes.resize(
+            1);  // the memory stays for the save: to touch new memory would take longer than the save
     else
         ResetTrackFile();
     return good;
@@ -119,7 +120,7 @@ bool WriteTrackFile(const std::string& path) {
     if (!ComputeChunkSizes()) return false;
     bool good = false;
     try {
-        TrackBytes = Bytes();
+        TrackBytes.clear();
         TrackBytes.reserve(static_cast<std::size_t>(TrackFile.ZphrSize) + kTagAndSizeBytes);
         for (const ChunkKind& kind : kChunkTree)
             if (IsWritten(kind)) kind.write(TrackBytes, TrackFile);
@@ -127,7 +128,7 @@ bool WriteTrackFile(const std::string& path) {
     } catch (const std::bad_alloc&) {
         good = false;
     }
-    TrackBytes = Bytes(1);
+    TrackBytes.resize(1);
     return good;
 }
 
