@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,10 +49,10 @@ inline std::uint32_t BitsAt(const std::uint8_t* b) {
     return std::uint32_t{b[0]} << 24 | std::uint32_t{b[1]} << 16 | std::uint32_t{b[2]} << 8 | b[3];
 }
 inline void PutBitsAt(std::uint8_t* b, std::uint32_t bits) {
-    b[0] = static_cast<std::uint8_t>(bits >> 24);
-    b[1] = static_cast<std::uint8_t>(bits >> 16);
-    b[2] = static_cast<std::uint8_t>(bits >> 8);
-    b[3] = static_cast<std::uint8_t>(bits);
+    const std::uint8_t bytes[] = {static_cast<std::uint8_t>(bits >> 24),
+                                  static_cast<std::uint8_t>(bits >> 16), static_cast<std::uint8_t>(bits >> 8),
+                                  static_cast<std::uint8_t>(bits)};
+    std::memcpy(b, bytes, sizeof bytes);
 }
 
 // Each of these moves the cursor behind what it read. Those of single numbers stand here because a large
