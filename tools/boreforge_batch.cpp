@@ -1,13 +1,11 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
-#include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <new>
 #include <string>
-#include <vector>
 
 #include "base/Message.h"
 #include "batch_options.h"
+#include "command_line.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
@@ -16,17 +14,10 @@
 #include "platform/Files.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
-#include "version.h"
 
 using namespace boreforge;
 
 namespace {
-
-enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
-
-void ShowOnStandardError(const std::string& text, const std::string&, MessageIcon) {
-    std::fprintf(stderr, "%s\n", text.c_str());
-}
 
 bool IsApart(const char* what, const std::string& output, const std::string& input) {
     if (output.empty() || input.empty() || !SameFile(output, input)) return true;
@@ -81,26 +72,5 @@ int RunBatch(const BatchOptions& options) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    SetMessageHook(ShowOnStandardError);
-    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
-    std::string error;
-    const auto options = ParseBatchOptions(std::vector<std::string>(arguments + 1, arguments + count), error);
-    if (!options) {
-        std::fprintf(stderr, "boreforge-batch: %s\n\n%s", error.c_str(), kBatchUsage);
-        return kWrongUsage;
-    }
-    if (options->Help) {
-        std::fputs(kBatchUsage, stdout);
-        return kDone;
-    }
-    if (options->Version) {
-        std::printf("boreforge-batch %s\n", kVersion);
-        return kDone;
-    }
-    try {
-        return RunBatch(*options);
-    } catch (const std::bad_alloc&) {
-        ShowError("Error - Not Enough Memory!");
-        return kFailed;
-    }
+    return RunProgram("boreforge-batch", kBatchUsage, count, arguments, ParseBatchOptions, RunBatch);
 }

@@ -3,15 +3,13 @@
 #include <QByteArray>
 #include <QImage>
 
-#include <csignal>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "base/Message.h"
+#include "command_line.h"
 #include "job/mMain.h"
 #include "picture_camera.h"
 #include "picture_object.h"
@@ -20,17 +18,10 @@
 #include "picture_render.h"
 #include "platform/Files.h"
 #include "tracing/mZR_TraceTrack.h"
-#include "version.h"
 
 using namespace boreforge;
 
 namespace {
-
-enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
-
-void ShowOnStandardError(const std::string& text, const std::string&, MessageIcon) {
-    std::fprintf(stderr, "%s\n", text.c_str());
-}
 
 bool PictureIsApart(const PictureOptions& options) {
     for (const std::string& input : {options.Object, options.Track}) {
@@ -100,27 +91,5 @@ int MakePicture(const PictureOptions& options) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    SetMessageHook(ShowOnStandardError);
-    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
-    std::string error;
-    const auto options =
-        ParsePictureOptions(std::vector<std::string>(arguments + 1, arguments + count), error);
-    if (!options) {
-        std::fprintf(stderr, "boreforge-picture: %s\n\n%s", error.c_str(), kPictureUsage);
-        return kWrongUsage;
-    }
-    if (options->Help) {
-        std::fputs(kPictureUsage, stdout);
-        return kDone;
-    }
-    if (options->Version) {
-        std::printf("boreforge-picture %s\n", kVersion);
-        return kDone;
-    }
-    try {
-        return MakePicture(*options);
-    } catch (const std::bad_alloc&) {
-        ShowError("Error - Not Enough Memory!");
-        return kFailed;
-    }
+    return RunProgram("boreforge-picture", kPictureUsage, count, arguments, ParsePictureOptions, MakePicture);
 }

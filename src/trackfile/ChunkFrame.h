@@ -9,6 +9,18 @@
 
 namespace boreforge {
 
+// The fields of most chunks: a list of records between reserved bytes.
+template <auto RecordsOf>
+struct ListFields {
+    template <class Walk>
+    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+        walk.Reserved(16);
+        walk.Count(track.*RecordsOf);
+        walk.Records(track.*RecordsOf);
+        walk.Reserved(16);
+    }
+};
+
 template <class Layout>
 void ReadChunk(ReadCursor& at, TrackDocument& track) {
     track.*Layout::Size = ReadI32(at);

@@ -124,17 +124,10 @@ TrackSegment SmallestRecord<TrackSegment>() {
 
 namespace {
 
-struct BezrLayout {
+struct BezrLayout : ListFields<&TrackDocument::BezierNodes> {
     static constexpr char Tag[] = "BEZR";
     static constexpr auto Size = &TrackDocument::BezrSize;
     static constexpr auto Children = &TrackDocument::BezrChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.BezierNodes);
-        walk.Records(track.BezierNodes);
-        walk.Reserved(16);
-    }
 };
 
 struct SegmLayout {

@@ -31,30 +31,16 @@ void Fields(Walk& walk, In<Walk, TrackScenery>& object) {
 
 namespace {
 
-struct ScenLayout {
+struct ScenLayout : ListFields<&TrackDocument::SceneryPoints> {
     static constexpr char Tag[] = "SCEN";
     static constexpr auto Size = &TrackDocument::ScenSize;
     static constexpr auto Children = &TrackDocument::ScenChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.SceneryPoints);
-        walk.Records(track.SceneryPoints);
-        walk.Reserved(16);
-    }
 };
 
-struct ScobLayout {
+struct ScobLayout : ListFields<&TrackDocument::SceneryObjects> {
     static constexpr char Tag[] = "SCOB";
     static constexpr auto Size = &TrackDocument::ScobSize;
     static constexpr auto Children = &TrackDocument::ScobChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.SceneryObjects);
-        walk.Records(track.SceneryObjects);
-        walk.Reserved(16);
-    }
 };
 
 struct TeraLayout {

@@ -75,69 +75,34 @@ struct SuppLayout {
     }
 };
 
-struct FundLayout {
+struct FundLayout : ListFields<&TrackDocument::FundRecords> {
     static constexpr char Tag[] = "FUND";
     static constexpr auto Size = &TrackDocument::FundSize;
     static constexpr auto Children = &TrackDocument::FundChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.FundRecords);
-        walk.Records(track.FundRecords);
-        walk.Reserved(16);
-    }
 };
 
-struct RascLayout {
+struct RascLayout : ListFields<&TrackDocument::RascRecords> {
     static constexpr char Tag[] = "RASC";
     static constexpr auto Size = &TrackDocument::RascSize;
     static constexpr auto Children = &TrackDocument::RascChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.RascRecords);
-        walk.Records(track.RascRecords);
-        walk.Reserved(16);
-    }
 };
 
-struct FrenLayout {
+struct FrenLayout : ListFields<&TrackDocument::FrenRecords> {
     static constexpr char Tag[] = "FREN";
     static constexpr auto Size = &TrackDocument::FrenSize;
     static constexpr auto Children = &TrackDocument::FrenChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.FrenRecords);
-        walk.Records(track.FrenRecords);
-        walk.Reserved(16);
-    }
 };
 
-struct TubeLayout {
+struct TubeLayout : ListFields<&TrackDocument::TubeRecords> {
     static constexpr char Tag[] = "TUBE";
     static constexpr auto Size = &TrackDocument::TubeSize;
     static constexpr auto Children = &TrackDocument::TubeChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.TubeRecords);
-        walk.Records(track.TubeRecords);
-        walk.Reserved(16);
-    }
 };
 
-struct CatwLayout {
+struct CatwLayout : ListFields<&TrackDocument::CatwRecords> {
     static constexpr char Tag[] = "CATW";
     static constexpr auto Size = &TrackDocument::CatwSize;
     static constexpr auto Children = &TrackDocument::CatwChildren;
-    template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Reserved(16);
-        walk.Count(track.CatwRecords);
-        walk.Records(track.CatwRecords);
-        walk.Reserved(16);
-    }
 };
 
 }  // namespace

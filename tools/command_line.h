@@ -1,0 +1,50 @@
+// What the programs without a window have in common: messages on standard error, help, version, exit status.
+#pragma once
+
+#include <csignal>
+#include <cstdio>
+#include <new>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/Message.h"
+#include "version.h"
+
+namespace boreforge {
+
+enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
+
+// Runs a program from its main function. `parse` takes the arguments behind the program's name; it gives
+// nothing when they are wrong and says how. `run` does the work and gives the exit status.
+template <class Options>
+int RunProgram(const char* name, const char* usage, int count, char** arguments,
+               std::optional<Options> (*parse)(const std::vector<std::string>&, std::string&),
+               int (*run)(const Options&)) {
+    SetMessageHook([](const std::string& text, const std::string&, MessageIcon) {
+        std::fprintf(stderr, "%s\n", text.c_str());
+    });
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    std::string error;
+    const auto options = parse(std::vector<std::string>(arguments + 1, arguments + count), error);
+    if (!options) {
+        std::fprintf(stderr, "%s: %s\n\n%s", name, error.c_str(), usage);
+        return kWrongUsage;
+    }
+    if (options->Help) {
+        std::fputs(usage, stdout);
+        return kDone;
+    }
+    if (options->Version) {
+        std::printf("%s %s\n", name, kVersion);
+        return kDone;
+    }
+    try {
+        return run(*options);
+    } catch (const std::bad_alloc&) {
+        ShowError("Error - Not Enough Memory!");
+        return kFailed;
+    }
+}
+
+}  // namespace boreforge
