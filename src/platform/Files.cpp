@@ -166,7 +166,7 @@ bool OutputFile::Create(const std::string& path) {
     path_ = FollowLinks(path);
     struct stat old;
     if (path_.empty() || LookAt(path_, old) == Standing::Refused) return false;
-    buffer_.resize(kBufferSize);
+    buffer_ = std::make_unique_for_overwrite<std::uint8_t[]>(kBufferSize);
     // A failed deletion is no failure yet: a file that can be opened is then overwritten from its first byte.
     (void)fileCalls.unlink(path_.c_str());
     file_ = fileCalls.open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
@@ -176,7 +176,7 @@ bool OutputFile::Create(const std::string& path) {
 }
 
 void OutputFile::Flush() {
-    good_ = good_ && WriteAll(file_, buffer_.data(), used_);
+    good_ = good_ && WriteAll(file_, buffer_.get(), used_);
     used_ = 0;
 }
 

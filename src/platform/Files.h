@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -46,7 +47,7 @@ class OutputFile {
     // `count` bytes of the buffer to be filled at once; they count as written. At most kBufferSize.
     std::uint8_t* Claim(std::size_t count) {
         if (kBufferSize - used_ < count) Flush();
-        std::uint8_t* const place = buffer_.data() + used_;
+        std::uint8_t* const place = buffer_.get() + used_;
         used_ += count;
         return place;
     }
@@ -61,7 +62,7 @@ class OutputFile {
     void Flush();
 
     std::string path_;
-    Bytes buffer_;
+    std::unique_ptr<std::uint8_t[]> buffer_;
     std::size_t used_ = 0;
     int file_ = -1;
     bool good_ = false;
