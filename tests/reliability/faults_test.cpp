@@ -48,7 +48,9 @@ FileCalls FailingCalls(int which) {
 class FaultsTest : public CoreTest {
   protected:
     FaultsTest() { fs::create_directory(In("d")); }
-    ~FaultsTest() override { std::printf("%d calls failed, one at a time\n", faults_); }
+    ~FaultsTest() override {
+        if (faults_ > 0) std::printf("%d calls failed, one at a time\n", faults_);
+    }
     const std::string track = In("d/t.zrtrack"), shape = In("d/s.zrbf"), object = In("d/o.3ds");
 
     // Runs `work` once for each call that it makes, which then fails, and once without a failure; after each
