@@ -39,7 +39,7 @@ bool PrepareShape(const BatchOptions& options) {
         return true;
     }
     if (LoadTunnelShape(options.Shape)) return true;
-    ShowError("Error - Invalid Tunnel Shape File!");
+    ShowError("Error - Invalid Tunnel Shape File!\n\n" + options.Shape);
     return false;
 }
 
@@ -61,7 +61,11 @@ void PrintSummary(std::int32_t tunnels, const std::string& object) {
 
 int RunBatch(const BatchOptions& options) {
     ResetTunnelShape();
-    if (!OutputsAreApart(options) || !PrepareShape(options) || !OpenTrack(options.Track)) return kFailed;
+    if (!OutputsAreApart(options) || !PrepareShape(options)) return kFailed;
+    if (!OpenTrack(options.Track)) {
+        std::fprintf(stderr, "\n%s\n", options.Track.c_str());  // one of many in a script's loop
+        return kFailed;
+    }
     if (!options.TrackOut.empty()) TrackFilePath = options.TrackOut;
     const std::int32_t tunnels = CountTunnels();
     if (!RunTunnelJob(DeriveJobSettings(options.Choices, options.Object))) return kFailed;

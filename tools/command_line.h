@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/Message.h"
+#include "platform/Files.h"
 #include "version.h"
 
 namespace boreforge {
@@ -25,6 +26,7 @@ int RunProgram(const char* name, const char* usage, int count, char** arguments,
         std::fprintf(stderr, "%s\n", text.c_str());
     });
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    RemoveUnfinishedOnSignals();
     std::string error;
     const auto options = parse(std::vector<std::string>(arguments + 1, arguments + count), error);
     if (!options) {

@@ -5,7 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <csignal>
+#include <cstring>
 
 #include "platform/FileCalls.h"
 
@@ -83,6 +86,25 @@ bool TakeOver(int file, const struct stat& old) {
     return fileCalls.fchmod(file, old.st_mode & 07777) == 0;
 }
 
+// The file that would stay unfinished if the program ended now; empty when there is none.
+char unfinished[PATH_MAX];
+
+// Signals see the old name, none, or the new one, but no mixture.
+void SetUnfinished(const std::string& path) {
+    unfinished[0] = 0;
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+    if (path.empty() || path.size() >= sizeof unfinished) return;
+    std::memcpy(unfinished + 1, path.c_str() + 1, path.size());
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+    unfinished[0] = path[0];
+}
+
+void EndBySignal(int signal) {
+    if (unfinished[0] != 0) (void)::unlink(unfinished);
+    (void)std::signal(signal, SIG_DFL);
+    (void)std::raise(signal);
+}
+
 // Makes a rename last through a loss of power. Best effort: not every file system can flush a folder.
 void FlushFolder(const std::string& folder) {
     const int file = fileCalls.open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
@@ -142,17 +164,18 @@ bool ReplaceFile(const std::string& path, std::span<const std::uint8_t> content)
     std::string temporary;
     const int file = OpenTemporary(folder, mode, temporary);
     if (file < 0) return false;
+    SetUnfinished(temporary);
     bool good = WriteAll(file, content.data(), content.size());
     good = good && (standing == Standing::Nothing || TakeOver(file, old));
     good = good && fileCalls.fsync(file) == 0;
     good = fileCalls.close(file) == 0 && good;
     good = good && fileCalls.rename(temporary.c_str(), target.c_str()) == 0;
-    if (!good) {
+    if (good)
+        FlushFolder(folder);
+    else
         (void)fileCalls.unlink(temporary.c_str());
-        return false;
-    }
-    FlushFolder(folder);
-    return true;
+    SetUnfinished("");
+    return good;
 }
 
 OutputFile::~OutputFile() {
@@ -172,6 +195,7 @@ bool OutputFile::Create(const std::string& path) {
     file_ = fileCalls.open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     used_ = 0;
     good_ = file_ >= 0;
+    if (good_) SetUnfinished(path_);
     return good_;
 }
 
@@ -185,7 +209,13 @@ bool OutputFile::Finish() {
     good_ = fileCalls.close(file_) == 0 && good_;
     file_ = -1;
     if (!good_) (void)fileCalls.unlink(path_.c_str());
+    SetUnfinished("");
     return good_;
+}
+
+void RemoveUnfinishedOnSignals() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        if (std::signal(signal, EndBySignal) == SIG_IGN) (void)std::signal(signal, SIG_IGN);  // as by nohup
 }
 
 }  // namespace boreforge

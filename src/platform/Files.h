@@ -68,4 +68,8 @@ class OutputFile {
     bool good_ = false;
 };
 
+// From now on a file that is being written is removed when the user or the system ends the program by a
+// signal that can be caught: SIGINT, SIGTERM or SIGHUP, but for those that were ignored before.
+void RemoveUnfinishedOnSignals();
+
 }  // namespace boreforge

@@ -51,7 +51,7 @@ class SuddenEndTest : public BatchTest {
     }
 };
 
-TEST_F(SuddenEndTest, AKilledExportLeavesTheOldTrackOrTheNewOne) {
+TEST_F(SuddenEndTest, AnExportThatIsEndedLeavesTheOldTrackOrTheNewOne) {
     int status = -1;
     auto taken = Microseconds::max();  // by the quickest of three whole runs
     for (int run = 0; run < 3; ++run) {
@@ -64,26 +64,31 @@ TEST_F(SuddenEndTest, AKilledExportLeavesTheOldTrackOrTheNewOne) {
     const Bytes made = ReadBytes(track), whole = ReadBytes(object);
     ASSERT_NE(made, track_);
 
-    constexpr int kKills = 300;
+    constexpr int kKills = 300, kTerminations = 100;
     std::mt19937 random(20261123);
     std::uniform_int_distribution<long> moment(0, taken.count());
     int inObject = 0, inTrack = 0, finished = 0;
-    for (int kill = 0; kill < kKills; ++kill) {
+    for (int kill = 0; kill < kKills + kTerminations; ++kill) {
         SCOPED_TRACE(kill);
         WriteBytes(track, track_);
         fs::remove(object);
         const std::size_t before = Temporaries();
         const pid_t child = Start();
         std::this_thread::sleep_for(Microseconds(moment(random)));
-        ::kill(child, SIGKILL);
+        ::kill(child, kill < kKills ? SIGKILL : SIGTERM);
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         const Bytes now = ReadBytes(track);
         ASSERT_TRUE(now == track_ || now == made);
         ASSERT_TRUE(ReadTrackFile(track) && (WIFSIGNALED(status) || now == made));
+        EXPECT_TRUE(now == track_ || ReadBytes(object) == whole);
+        const bool halfObject = fs::exists(object) && fs::file_size(object) < whole.size();
+        if (kill >= kKills) {
+            EXPECT_TRUE(!halfObject && Temporaries() == before) << "what is unfinished is removed";
+            continue;
+        }
         finished += now == made ? 1 : 0;
         inTrack += Temporaries() > before ? 1 : 0;
-        inObject += fs::exists(object) && fs::file_size(object) < whole.size() ? 1 : 0;
-        EXPECT_TRUE(now == track_ || ReadBytes(object) == whole);
+        inObject += halfObject ? 1 : 0;
     }
     std::printf("%d kills: %d while the object was written, %d while the track was, %d behind that\n", kKills,
                 inObject, inTrack, finished);

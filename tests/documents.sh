@@ -1,7 +1,7 @@
 #!/bin/sh
-# Holds the picture of the modules in docs/architecture.md against the includes of src/: the same arrows, and no
-# circle among them.
-#   modules.sh PROJECT
+# Holds the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
+# includes in src/, with no circle among them, and every link leads somewhere.
+#   documents.sh PROJECT
 set -eu
 cd "$1"
 
@@ -32,3 +32,10 @@ drawn >"$work/drawn"
 diff "$work/drawn" "$work/included" || { echo "Above, <: drawn alone, >: included alone."; exit 1; }
 tsort "$work/included" >"$work/order" || { echo "The modules above include each other."; exit 1; }
 echo "$(wc -l <"$work/drawn") arrows, as drawn."
+
+for page in $(git ls-files '*.md'); do
+    grep -oE '\]\([^)#:]+' "$page" | cut -c 3- | while read -r link; do
+        [ -e "$(dirname "$page")/$link" ] || echo "$page: $link"
+    done
+done >"$work/dead"
+[ ! -s "$work/dead" ] || { echo "Links that lead nowhere:"; cat "$work/dead"; exit 1; }
