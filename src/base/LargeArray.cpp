@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace boreforge {
 
@@ -17,10 +18,11 @@ std::size_t WholePages(std::size_t bytes) { return (bytes + kHugePage - 1) / kHu
 // From the system, not from the heap, which would hand out again what it cut into small pages.
 void* AllocateLarge(std::size_t bytes) {
     if (bytes < kHugePage) return ::operator new(bytes);
+    if (bytes > static_cast<std::size_t>(PTRDIFF_MAX)) throw std::bad_alloc();
     const std::size_t size = WholePages(bytes);
     // One huge page more than needed, so that a whole number of them can be cut out at their own alignment.
-    void* const raw = ::mmap(nullptr, size + kHugePage, PROT_READ | PROT_WRITE,
-                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    void* const raw =
+        ::mmap(nullptr, size + kHugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (raw == MAP_FAILED) throw std::bad_alloc();
     auto* const first = static_cast<std::byte*>(raw);
     const std::size_t before =

@@ -1,4 +1,5 @@
-// Every call that reaches the disk goes through this one table, so that a test can make any of them fail.
+// Every call that reads or changes a file goes through this one table, so that a test can make any of them
+// fail.
 #pragma once
 
 #include <sys/stat.h>

@@ -5,10 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 
 #include "platform/FileCalls.h"
 
@@ -69,11 +67,48 @@ bool ReadAll(int file, std::uint8_t* bytes, std::size_t count) {
     return true;
 }
 
+constexpr int kCaughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+// The file that would stay unfinished if the program ended now; empty when there is none.
+char unfinished[PATH_MAX];
+
+// Keeps the signals waiting while a file and what is known of it come into being or go together.
+class SignalsWait {
+  public:
+    SignalsWait() {
+        sigset_t caught;
+        ::sigemptyset(&caught);
+        for (const int signal : kCaughtSignals)
+            ::sigaddset(&caught, signal);
+        ::sigprocmask(SIG_BLOCK, &caught, &before_);
+    }
+    SignalsWait(const SignalsWait&) = delete;
+    SignalsWait& operator=(const SignalsWait&) = delete;
+    ~SignalsWait() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+  private:
+    sigset_t before_;
+};
+
+void EndBySignal(int signal) {
+    if (unfinished[0] != 0) (void)::unlink(unfinished);
+    (void)std::signal(signal, SIG_DFL);
+    (void)std::raise(signal);
+}
+
+// Opens a file that is new; it is unfinished from now on. -1 when that fails.
+int OpenNew(const std::string& path, int flags, mode_t mode) {
+    const SignalsWait wait;
+    const int file = fileCalls.open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, mode);
+    if (file >= 0) unfinished[path.copy(unfinished, sizeof unfinished - 1)] = 0;
+    return file;
+}
+
 // Opens a new file in `folder` under a name that nothing has yet; -1 when that fails.
 int OpenTemporary(const std::string& folder, mode_t mode, std::string& path) {
     for (int attempt = 0; attempt < 100; ++attempt) {
         path = folder + "/.boreforge-" + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
-        const int file = fileCalls.open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        const int file = OpenNew(path, O_EXCL, mode);
         if (file >= 0 || errno != EEXIST) return file;
     }
     return -1;
@@ -84,25 +119,6 @@ bool TakeOver(int file, const struct stat& old) {
     if (old.st_uid != ::geteuid() || old.st_gid != ::getegid())
         (void)fileCalls.fchown(file, old.st_uid, old.st_gid);
     return fileCalls.fchmod(file, old.st_mode & 07777) == 0;
-}
-
-// The file that would stay unfinished if the program ended now; empty when there is none.
-char unfinished[PATH_MAX];
-
-// Signals see the old name, none, or the new one, but no mixture.
-void SetUnfinished(const std::string& path) {
-    unfinished[0] = 0;
-    std::atomic_signal_fence(std::memory_order_seq_cst);
-    if (path.empty() || path.size() >= sizeof unfinished) return;
-    std::memcpy(unfinished + 1, path.c_str() + 1, path.size());
-    std::atomic_signal_fence(std::memory_order_seq_cst);
-    unfinished[0] = path[0];
-}
-
-void EndBySignal(int signal) {
-    if (unfinished[0] != 0) (void)::unlink(unfinished);
-    (void)std::signal(signal, SIG_DFL);
-    (void)std::raise(signal);
 }
 
 // Makes a rename last through a loss of power. Best effort: not every file system can flush a folder.
@@ -164,7 +180,6 @@ bool ReplaceFile(const std::string& path, std::span<const std::uint8_t> content)
     std::string temporary;
     const int file = OpenTemporary(folder, mode, temporary);
     if (file < 0) return false;
-    SetUnfinished(temporary);
     bool good = WriteAll(file, content.data(), content.size());
     good = good && (standing == Standing::Nothing || TakeOver(file, old));
     good = good && fileCalls.fsync(file) == 0;
@@ -174,7 +189,7 @@ bool ReplaceFile(const std::string& path, std::span<const std::uint8_t> content)
         FlushFolder(folder);
     else
         (void)fileCalls.unlink(temporary.c_str());
-    SetUnfinished("");
+    unfinished[0] = 0;
     return good;
 }
 
@@ -192,10 +207,9 @@ bool OutputFile::Create(const std::string& path) {
     buffer_ = std::make_unique_for_overwrite<std::uint8_t[]>(kBufferSize);
     // A failed deletion is no failure yet: a file that can be opened is then overwritten from its first byte.
     (void)fileCalls.unlink(path_.c_str());
-    file_ = fileCalls.open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    file_ = OpenNew(path_, O_TRUNC, 0666);
     used_ = 0;
     good_ = file_ >= 0;
-    if (good_) SetUnfinished(path_);
     return good_;
 }
 
@@ -209,12 +223,12 @@ bool OutputFile::Finish() {
     good_ = fileCalls.close(file_) == 0 && good_;
     file_ = -1;
     if (!good_) (void)fileCalls.unlink(path_.c_str());
-    SetUnfinished("");
+    unfinished[0] = 0;
     return good_;
 }
 
 void RemoveUnfinishedOnSignals() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (const int signal : kCaughtSignals)
         if (std::signal(signal, EndBySignal) == SIG_IGN) (void)std::signal(signal, SIG_IGN);  // as by nohup
 }
 

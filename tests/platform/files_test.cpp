@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "platform/FileCalls.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +14,26 @@ namespace fs = std::filesystem;
 using FilesTest = CoreTest;
 
 const Bytes kOld(3000, 'o'), kNew(2000, 'n');
+TEST_F(FilesTest, TheNewFileIsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
+    static std::string calls;
+    static const FileCalls kSystem = SystemFileCalls();
+    calls.clear();
+    WriteBytes(In("f"), kOld);
+    fileCalls.open = [](const char* path, int flags, mode_t mode) {
+        calls += "open" + std::to_string(mode) + " ";
+        return kSystem.open(path, flags, mode);
+    };
+    fileCalls.write = [](int file, const void* bytes, std::size_t count) {
+        return calls += "write ", kSystem.write(file, bytes, count);
+    };
+    fileCalls.fsync = [](int file) { return calls += "fsync ", kSystem.fsync(file); };
+    fileCalls.rename = [](const char* from, const char* to) {
+        return calls += "rename ", kSystem.rename(from, to);
+    };
+    EXPECT_TRUE(ReplaceFile(In("f"), kNew));
+    EXPECT_EQ(calls, "open384 write fsync rename open0 fsync ") << "384: for the owner alone";
+}
+
 TEST_F(FilesTest, LinksAreFollowedAndWhatIsNoPlainFileIsRefused) {
     fs::create_directory(In("folder"));
     WriteBytes(In("folder/real"), kOld);

@@ -54,6 +54,8 @@ fresh folder
 chmod 555 .
 check "a read-only folder, the object" "Object Can't Be Written" t.zrtrack o.3ds
 check "a read-only folder, the track" "Can't Be Saved" t.zrtrack ../p.3ds
+fresh small
+(ulimit -f 8 && check "a limit of file sizes" "Object Can't Be Written" t.zrtrack o.3ds)
 fresh locked
 chmod 444 t.zrtrack
 check "a locked track" "Can't Be Saved" t.zrtrack o.3ds
@@ -86,4 +88,4 @@ cp "$work/old" "$deep/t.zrtrack" && chmod 666 "$deep/t.zrtrack"
 user "$batch" "$deep/t.zrtrack" "$deep/o.3ds" >"$work/said" 2>&1 || fail "a path of 300 bytes"
 [ -s "$deep/o.3ds" ] || fail "a path of 300 bytes: no object"
 ! cmp -s "$work/old" "$deep/t.zrtrack" || fail "a path of 300 bytes: the track is to change"
-echo "$((checks + 2)) checks of disks passed."
+echo "$((checks + 3)) checks of disks passed."

@@ -16,6 +16,7 @@
 #include "editor/ImageSurface.h"
 #include "editor/ShapeView.h"
 #include "editor/TunnelShape.h"
+#include "version.h"
 
 using namespace boreforge;
 
@@ -73,7 +74,7 @@ static void ExpectControls(QWidget& window, const char* table) {
 }
 
 TEST_F(UiTest, TheMainWindowIsAsDesigned) {
-    EXPECT_EQ(window.windowTitle() + Focus(), "Zephyrail Boreforge - v1.3.1.1pbShape");
+    EXPECT_EQ(window.windowTitle() + Focus(), QString("Zephyrail Boreforge - v%1pbShape").arg(kVersion));
     EXPECT_EQ(window.size(), QSize(792, 566));
     ExpectControls(window, kMain);
     std::map<QByteArray, int> pictures;
