@@ -2,6 +2,7 @@
 // the track on the disk is as it was.
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -70,12 +71,14 @@ TunnelChoices AnyChoices(FuzzedDataProvider& input) {
     return choices;
 }
 
-// The sum of the distances between the points of each piece; no piece is longer than its own.
+// The sum of the distances between the points of each piece; no piece is longer than its own. There may be
+// more nodes than pieces.
 double LongestPath() {
+    const std::size_t pieces = std::min(TrackFile.Segments.size(), TrackFile.BezierNodes.size());
     double length = 0;
-    for (std::size_t i = 0; i < TrackFile.BezierNodes.size(); ++i) {
+    for (std::size_t i = 0; i < pieces; ++i) {
         const TrackBezierNode& from = TrackFile.BezierNodes[i];
-        const TrackBezierNode& to = TrackFile.BezierNodes[(i + 1) % TrackFile.BezierNodes.size()];
+        const TrackBezierNode& to = TrackFile.BezierNodes[(i + 1) % pieces];
         length += VecDistance(from.Position, from.ControlOut) + VecDistance(from.ControlOut, to.ControlIn) +
                   VecDistance(to.ControlIn, to.Position);
     }
@@ -85,7 +88,7 @@ double LongestPath() {
 // Paths that are followed for long: nothing new comes of them. Those that can't be are soon refused.
 bool TakesLong() {
     const double longest = LongestPath();
-    return longest > 1500 && longest < 1e9;
+    return longest > 1000 && longest < 1e9;
 }
 
 }  // namespace
