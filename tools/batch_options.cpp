@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <iterator>
 
+#include "command_line.h"
+
 namespace boreforge {
 
 const char kBatchUsage[] =
@@ -124,48 +126,26 @@ bool SetValue(BatchOptions& options, const std::string& option, const std::strin
     return !value.empty();
 }
 
+// Takes the option at `i`, with its value if it has one, behind those that were seen. The reason why it
+// can't; empty when it could.
+std::string TakeOption(const std::vector<std::string>& arguments, std::size_t& i,
+                       std::vector<std::string>& seen, BatchOptions& options) {
+    const std::string& option = arguments[i];
+    if (Contradicts(seen, option)) return "'" + option + "' contradicts an option before it";
+    seen.push_back(option);
+    if (!TakesValue(option)) return SetSwitch(options, option) ? "" : "there is no option '" + option + "'";
+    if (++i == arguments.size()) return "'" + option + "' needs a value";
+    const std::string& value = arguments[i];
+    return SetValue(options, option, value) ? "" : "'" + value + "' is no value for '" + option + "'";
+}
+
 }  // namespace
 
 std::optional<BatchOptions> ParseBatchOptions(const std::vector<std::string>& arguments, std::string& error) {
-    BatchOptions options;
-    std::vector<std::string> paths, seen;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument == "--help" || argument == "--version") {
-            (argument == "--help" ? options.Help : options.Version) = true;
-            return options;
-        }
-        if (!argument.starts_with("-") || argument == "-") {
-            paths.push_back(argument);
-            continue;
-        }
-        if (Contradicts(seen, argument)) {
-            error = "'" + argument + "' contradicts an option before it";
-            return std::nullopt;
-        }
-        seen.push_back(argument);
-        if (TakesValue(argument)) {
-            if (i + 1 == arguments.size()) {
-                error = "'" + argument + "' needs a value";
-                return std::nullopt;
-            }
-            const std::string& value = arguments[++i];
-            if (!SetValue(options, argument, value)) {
-                error = "'" + value + "' is no value for '" + argument + "'";
-                return std::nullopt;
-            }
-        } else if (!SetSwitch(options, argument)) {
-            error = "there is no option '" + argument + "'";
-            return std::nullopt;
-        }
-    }
-    if (paths.size() != 2 || paths[0].empty() || paths[1].empty()) {
-        error = "a track file and an output file are needed, and nothing else";
-        return std::nullopt;
-    }
-    options.Track = paths[0];
-    options.Object = paths[1];
-    return options;
+    std::vector<std::string> seen;
+    return ParseArguments(
+        arguments, error, "a track file and an output file", &BatchOptions::Track, &BatchOptions::Object,
+        [&](std::size_t& i, BatchOptions& options) { return TakeOption(arguments, i, seen, options); });
 }
 
 }  // namespace boreforge

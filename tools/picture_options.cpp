@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cstddef>
 
+#include "command_line.h"
+
 namespace boreforge {
 
 const char kPictureUsage[] =
@@ -68,28 +70,10 @@ std::string TakeOption(const std::vector<std::string>& arguments, std::size_t& i
 
 std::optional<PictureOptions> ParsePictureOptions(const std::vector<std::string>& arguments,
                                                   std::string& error) {
-    PictureOptions options;
-    std::vector<std::string> paths;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        if (argument == "--help" || argument == "--version") {
-            (argument == "--help" ? options.Help : options.Version) = true;
-            return options;
-        }
-        if (!argument.starts_with("-") || argument == "-") {
-            paths.push_back(argument);
-            continue;
-        }
-        error = TakeOption(arguments, i, options);
-        if (!error.empty()) return std::nullopt;
-    }
-    if (paths.size() != 2 || paths[0].empty() || paths[1].empty()) {
-        error = "an object file and a picture file are needed, and nothing else";
-        return std::nullopt;
-    }
-    options.Object = paths[0];
-    options.Picture = paths[1];
-    return options;
+    return ParseArguments(arguments, error, "an object file and a picture file", &PictureOptions::Object,
+                          &PictureOptions::Picture, [&](std::size_t& i, PictureOptions& options) {
+                              return TakeOption(arguments, i, options);
+                          });
 }
 
 }  // namespace boreforge
