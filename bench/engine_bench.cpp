@@ -148,7 +148,7 @@ bool AddFaceCases() {
 // Whether a save flushes its file to the disk. How long the disk takes is no matter of the program's, and a
 // fixed share of the time would flatter its growth.
 void SetFlush(bool flush) {
-    fileCalls.fsync = flush ? SystemFileCalls().fsync : [](int) { return 0; };
+    fileCalls.flush = flush ? SystemFileCalls().flush : [](int) { return 0; };
 }
 
 std::string LargeTrack(int megabytes) { return WorkFile(std::to_string(megabytes) + ".zrtrack"); }

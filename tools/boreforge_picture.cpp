@@ -16,7 +16,7 @@
 #include "picture_options.h"
 #include "picture_path.h"
 #include "picture_render.h"
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "tracing/mZR_TraceTrack.h"
 
 using namespace boreforge;
@@ -65,7 +65,8 @@ bool SavePicture(const std::string& path, const std::vector<std::uint8_t>& pixel
     buffer.open(QIODevice::WriteOnly);
     const bool made = image.save(&buffer, "PNG");
     const auto* const start = reinterpret_cast<const std::uint8_t*>(bytes.constData());
-    if (made && ReplaceFile(path, {start, static_cast<std::size_t>(bytes.size())})) return true;
+    if (made && SaveWholeFile(path, FileKind::Other, {start, static_cast<std::size_t>(bytes.size())}))
+        return true;
     ShowError("Error - The Picture Can't Be Written!\n\n" + path);
     return false;
 }

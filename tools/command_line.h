@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/Message.h"
-#include "platform/Files.h"
+#include "platform/Signals.h"
 #include "version.h"
 
 namespace boreforge {

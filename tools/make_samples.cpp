@@ -75,7 +75,8 @@ int main(int count, char** arguments) {
         return kWrongUsage;
     }
     const std::filesystem::path root = folder;
-    const bool good = WriteSamples(root / "tracks", kTracks, WriteTrackFile) &&
+    const bool good = WriteSamples(root / "tracks", kTracks,
+                                   [](const std::string& path) { return WriteTrackFile(path); }) &&
                       WriteSamples(root / "elements", kShapes, SaveTunnelShape);
     return good ? kDone : kFailed;
 }

@@ -6,12 +6,12 @@
 
 #include "editor/TunnelShape.h"
 #include "editor/modFileIO.h"
+#include "platform/Files.h"
 
 namespace boreforge {
 
 namespace {
 
-constexpr std::string_view kMagic = "ZRBF";
 constexpr std::int64_t kHeadBytes = 8;
 constexpr std::int64_t kNodeBytes = 24;
 
@@ -34,7 +34,7 @@ bool GetShape() {
     const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the last byte is not the file's
     if (length < kHeadBytes) return false;
     std::int32_t position = 0;
-    if (GetTag(position) != kMagic) return false;
+    if (GetTag(position) != kShapeBeginning) return false;
     const std::int32_t count = GetInt32(position);
     if (kHeadBytes + kNodeBytes * count > length) return false;
     for (std::int32_t i = 0; i < count; ++i) {
@@ -48,7 +48,10 @@ bool GetShape() {
 
 bool LoadTunnelShape(const std::string& path) {
     try {
-        if (!ReadFileToBuffer(path)) return false;
+        if (!ReadFileToBuffer(path, kShapeBeginning)) {
+            if (lastFileFailure.problem == FileProblem::WrongBeginning) ResetTunnelShape();
+            return false;
+        }
     } catch (const std::bad_alloc&) {
         return false;
     }
@@ -66,7 +69,7 @@ bool LoadTunnelShape(const std::string& path) {
 bool SaveTunnelShape(const std::string& path) {
     ClearFileBuffer();
     std::int32_t position = 0;
-    PutTag(position, kMagic);
+    PutTag(position, kShapeBeginning);
     PutInt32(position, TunnelShape.NodeCount());
     for (std::size_t i = 0; i < TunnelShape.InsideNodes.size(); ++i) {
         PutPoint(position, TunnelShape.InsideNodes[i]);

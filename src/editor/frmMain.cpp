@@ -19,6 +19,7 @@
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "job/mMain.h"
+#include "platform/FileFailure.h"
 #include "version.h"
 
 namespace boreforge {
@@ -292,7 +293,9 @@ void frmMain::SaveShape() {
     FileDialogArguments arguments = ShapeFileArguments(this, "Save Tunnel Shape As...");
     if (!ShowSaveFileDialog(arguments, true)) return;
     const std::string path = arguments.FileName.toStdString();
-    if (!SaveTunnelShape(path)) ShowError("Error - The Tunnel Shape Can't Be Saved!\n\n" + path);
+    if (!SaveTunnelShape(path))
+        ShowError(
+            FailureMessage("Error - The Tunnel Shape Can't Be Saved!", path, "The shape is still open."));
     RedrawAndFocus();
 }
 

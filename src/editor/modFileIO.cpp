@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "base/Values.h"
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 
 namespace boreforge {
 
@@ -31,15 +31,15 @@ const std::uint8_t* Get4(std::int32_t& position) {
 
 void ClearFileBuffer() { FileBuffer.assign(1, 0); }
 
-bool ReadFileToBuffer(const std::string& path) {
+bool ReadFileToBuffer(const std::string& path, std::string_view beginning) {
     Bytes content;
-    if (path.empty() || !FileExists(path) || !ReadWholeFile(path, content)) return false;
+    if (!ReadWholeFile(path, content, beginning)) return false;
     content.push_back(0);
     FileBuffer = std::move(content);
     return true;
 }
 
-bool WriteBufferToFile(const std::string& path) { return !path.empty() && ReplaceFile(path, FileBuffer); }
+bool WriteBufferToFile(const std::string& path) { return SaveWholeFile(path, FileKind::Shape, FileBuffer); }
 
 std::int32_t GetInt32(std::int32_t& position) {
     const std::uint8_t* const b = Get4(position);

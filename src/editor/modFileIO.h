@@ -14,9 +14,10 @@ extern Bytes FileBuffer;
 // Makes FileBuffer one zero byte.
 void ClearFileBuffer();
 
-// Replaces FileBuffer by the file's bytes and one zero byte more. False, with FileBuffer as it was, for an
-// empty path and for a file that isn't there or can't be read.
-bool ReadFileToBuffer(const std::string& path);
+// Replaces FileBuffer by the file's bytes and one zero byte more. False, with FileBuffer as it was and the
+// reason in lastFileFailure, for a file that isn't there, can't be read, or doesn't begin with `beginning`,
+// ASCII case ignored: of such a file no more than its beginning is read.
+bool ReadFileToBuffer(const std::string& path, std::string_view beginning = {});
 
 // Replaces the file at `path` by FileBuffer. False for an empty path and when the file can't be written
 // whole: an old file is then as it was.

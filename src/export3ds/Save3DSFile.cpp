@@ -254,9 +254,9 @@ std::int32_t Compute3DSLength() {
 
 bool Save3DSFile(const std::string& fileName) {
     const std::int32_t length = Compute3DSLength();
-    if (length < 0 || Model3DS.Meshes.size() > kMostMeshes) return false;
+    if (length < 0 || Model3DS.Meshes.size() > kMostMeshes) return Fail(FileProblem::TooLarge);
     OutputFile file;
-    if (!file.Create(fileName)) return false;
+    if (!file.Create(fileName, FileKind::Other, length)) return false;
     PutChunkHeader(MAIN3DS, length, file);
     PutVersion(M3D_VERSION, file);
     PutLength(MDATA, MeshDataLength(), file);

@@ -6,13 +6,14 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 
 namespace boreforge {
 
-// Writes the whole model to `fileName`, which replaces an existing file. False when the file can't be made or
-// written whole: what was partly written is removed. False also, before anything is touched, when the file's
-// length would pass a signed 32-bit number or the model has more than 32,767 meshes.
+// Writes the whole model to `fileName`, which replaces an existing file once it is complete and flushed to
+// the disk. False, with the reason in lastFileFailure, when that fails: an old file is then as it was. False
+// also, before anything is touched, when the file's length would pass a signed 32-bit number or the model has
+// more than 32,767 meshes.
 bool Save3DSFile(const std::string& fileName);
 
 // The length of the file for the present model, in bytes; -1 when it would pass a signed 32-bit number.

@@ -9,7 +9,7 @@
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/TrackModifications.h"
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
@@ -103,15 +103,47 @@ void ModifyTrack(const TunnelJobSettings& settings) {
     if (settings.PlaceObject) PlaceObjectInTrack(settings.OutputPath);
 }
 
-bool WriteResults(const TunnelJobSettings& settings) {
-    if (!Save3DSFile(settings.OutputPath)) {
-        ShowError("Error - The 3DS Object Can't Be Written!\n\n" + settings.OutputPath +
-                  "\n\nThe track was not changed.");
+void ShowTrackFailure(const std::string& consequence) {
+    const FileProblem problem = lastFileFailure.problem;
+    if (problem == FileProblem::Changed)
+        ShowError("Error - The Track Was Changed by Another Program!\n\n" + TrackFilePath + "\n\n" +
+                  consequence + " Open the track again and make the object once more.");
+    else if (problem == FileProblem::InUse)
+        ShowError("Error - The Track Is in Use by Another Program!\n\n" + TrackFilePath + "\n\n" +
+                  consequence + " Open the track again when that program has finished.");
+    else
+        ShowError(FailureMessage("Error - The Track Can't Be Saved!", TrackFilePath, consequence));
+}
+
+bool ObjectMayBeWritten(const std::string& path) {
+    if (SameFile(path, TrackSavePath(TrackFilePath))) {
+        ShowError(
+            "Error - The 3DS Object Would Replace the Track!\n\nChoose another name. Nothing was written.");
         return false;
     }
-    if (!WriteTrackFile(TrackFilePath)) {
-        ShowError("Error - The Track Can't Be Saved!\n\n" + TrackFilePath +
-                  "\n\nThe 3DS object was written; the track file is as it was.");
+    if (MayReplace(path, FileKind::Other)) return true;
+    ShowError(FailureMessage("", path, "Open the track again and choose another name."));
+    return false;
+}
+
+// Keeps other instances away from the track that is to be replaced. A track that was read from elsewhere is
+// neither locked nor compared.
+bool HoldTrack(HeldFile& held) {
+    const std::string path = TrackSavePath(TrackFilePath);
+    const bool wasRead = path == TrackOnDisk.Path || SameFile(path, TrackOnDisk.Path);
+    if (!wasRead || held.Hold(path, TrackOnDisk.State)) return true;
+    ShowTrackFailure("Nothing was written.");
+    return false;
+}
+
+bool WriteResults(const TunnelJobSettings& settings, const HeldFile& held) {
+    if (!Save3DSFile(settings.OutputPath)) {
+        ShowError(FailureMessage("Error - The 3DS Object Can't Be Written!", settings.OutputPath,
+                                 "The track was not changed."));
+        return false;
+    }
+    if (!WriteTrackFile(TrackFilePath, held.IsHeld() ? &held : nullptr)) {
+        ShowTrackFailure("The 3DS object was written; the track was not saved.");
         return false;
     }
     return true;
@@ -126,14 +158,15 @@ bool FitsFormat(const TunnelJobSettings& settings) {
 }
 
 bool RunTracedJob(TunnelJobSettings& settings) {
-    if (!FitsFormat(settings)) return false;
+    HeldFile held;
+    if (!FitsFormat(settings) || !HoldTrack(held)) return false;
     const std::int32_t tunnels = BuildTunnels(settings);
     ModifyTrack(settings);
     if (tunnels < 1) {
         ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
         return false;
     }
-    return WriteResults(settings);
+    return WriteResults(settings, held);
 }
 
 }  // namespace
@@ -159,11 +192,7 @@ bool RunTunnelJob(TunnelJobSettings settings) {
             "more than 1,000,000 units of path. Nothing was written.");
         return false;
     }
-    if (SameFile(settings.OutputPath, TrackSavePath(TrackFilePath))) {
-        ShowError(
-            "Error - The 3DS Object Would Replace the Track!\n\nChoose another name. Nothing was written.");
-        return false;
-    }
+    if (!ObjectMayBeWritten(settings.OutputPath)) return false;
     try {
         return RunTracedJob(settings);
     } catch (const std::bad_alloc&) {

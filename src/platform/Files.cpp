@@ -1,235 +1,235 @@
 #include "platform/Files.h"
 
-#include <fcntl.h>
-#include <limits.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
+#include <algorithm>
+#include <bit>
 #include <cerrno>
-#include <csignal>
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <thread>
 
-#include "platform/FileCalls.h"
+#include "base/Values.h"
+#include "platform/FileRights.h"
 
 namespace boreforge {
 
 namespace {
 
-constexpr off_t kLargestFile = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers
+constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers
+constexpr std::size_t kPiece = std::size_t{1} << 18;
 
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-// Where the chain of links at `path` ends; nothing need stand there. Empty for a chain without end.
-std::string FollowLinks(std::string path) {
-    for (int hop = 0; hop < 40; ++hop) {
-        char target[PATH_MAX];
-        const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
-        if (length < 0) return path;
-        if (length == sizeof target) return {};
-        const std::string text(target, static_cast<std::size_t>(length));
-        path = text.starts_with('/') ? text : FolderOf(path) + "/" + text;
+// Tells two contents apart, quickly; nothing for an adversary. Each step keeps every difference, since it is
+// one-to-one in the sum and in the word: xor, then a product with an odd number.
+class ContentHash {
+  public:
+    // Every piece but the last must be a multiple of 32 bytes long.
+    void Add(const std::uint8_t* bytes, std::size_t count) {
+        length_ += count;
+        for (; count >= 32; bytes += 32, count -= 32)
+            for (std::size_t lane = 0; lane < 4; ++lane)
+                lanes_[lane] = Step(lanes_[lane], bytes + 8 * lane, 8);
+        for (; count > 0; bytes += std::min<std::size_t>(count, 8), count -= std::min<std::size_t>(count, 8))
+            lanes_[0] = Step(lanes_[0], bytes, std::min<std::size_t>(count, 8));
     }
-    return {};
+    std::uint64_t Value() const {
+        std::uint64_t value = length_;
+        for (const std::uint64_t lane : lanes_)
+            value = std::rotl((value ^ lane) * kFactor, 31);
+        return value;
+    }
+
+  private:
+    static constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;  // 2^64 over the golden ratio, odd
+    static std::uint64_t Step(std::uint64_t sum, const std::uint8_t* bytes, std::size_t count) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, count);
+        return std::rotl((sum ^ word) * kFactor, 29);
+    }
+    std::uint64_t lanes_[4] = {1, 2, 3, 4};
+    std::uint64_t length_ = 0;
+};
+
+bool SameTimes(const FileInfo& a, const FileInfo& b) {
+    return a.modified == b.modified && a.changed == b.changed;
 }
 
-enum class Standing { Nothing, Writable, Refused };
-
-// What stands at `path`, as far as writing goes. A rename asks for no permission of the file that it
-// replaces, so a file that is locked against writing by its mode must be refused here.
-Standing LookAt(const std::string& path, struct stat& info) {
-    if (::lstat(path.c_str(), &info) != 0) return errno == ENOENT ? Standing::Nothing : Standing::Refused;
-    const bool writable = S_ISREG(info.st_mode) && ::access(path.c_str(), W_OK) == 0;
-    return writable ? Standing::Writable : Standing::Refused;
+bool IsUntouched(const FileInfo& a, const FileInfo& b) {
+    return IsSameFile(a, b) && a.size == b.size && SameTimes(a, b);
 }
 
-bool WriteAll(int file, const std::uint8_t* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = fileCalls.write(file, bytes, count);
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
+// The coarsest clock of a common file system (FAT) has steps of two seconds.
+bool TimesTell(const FileInfo& info) {
+    using namespace std::chrono;
+    const auto now = duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
+    return now - std::max(info.modified, info.changed) > nanoseconds(seconds(2)).count();
+}
+
+bool BeginsWith(std::string_view beginning, const Bytes& content) {
+    const std::string start(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(beginning.size()));
+    return ToUpperAscii(start) == beginning;
+}
+
+enum class ReadResult { Good, Failed, Changed };
+
+// One attempt to read a file that should hold still meanwhile.
+ReadResult ReadOnce(const std::string& path, Bytes& content, std::string_view beginning, FileInfo& before,
+                    bool& hasAccessList) {
+    const auto failed = [](FileProblem problem) {
+        problem == FileProblem::System ? FailBySystem() : Fail(problem);
+        return ReadResult::Failed;
+    };
+    content.clear();
+    const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
+    if (!file || fileCalls.inspect(file.Get(), &before) != 0) return failed(FileProblem::System);
+    if (!before.isRegular) return failed(FileProblem::NotRegular);
+    if (before.size > kMaxFileSize) return failed(FileProblem::TooLarge);
+
+    const auto size = static_cast<std::size_t>(before.size);
+    const std::size_t head = beginning.size();
+    if (size < head) return failed(FileProblem::WrongBeginning);
+    content.resize(head);
+    if (!ReadFully(file.Get(), content.data(), head)) return failed(FileProblem::System);
+    if (!BeginsWith(beginning, content)) return failed(FileProblem::WrongBeginning);
+    content.reserve(size + 1);
+    content.resize(size);
+    if (!ReadFully(file.Get(), content.data() + head, size - head))
+        return errno == 0 ? ReadResult::Changed : failed(FileProblem::System);
+
+    FileInfo after;
+    if (fileCalls.inspect(file.Get(), &after) != 0) return failed(FileProblem::System);
+    hasAccessList = HasAccessList(file.Get());
+    return IsUntouched(before, after) ? ReadResult::Good : ReadResult::Changed;
+}
+
+// True when the open file has the content that `state` was taken of.
+bool HasContent(int file, const FileState& state) {
+    const auto piece = std::make_unique_for_overwrite<std::uint8_t[]>(kPiece);
+    ContentHash hash;
+    for (std::int64_t left = state.info.size; left > 0;) {
+        const auto count = static_cast<std::size_t>(std::min<std::int64_t>(left, kPiece));
+        if (!ReadFully(file, piece.get(), count)) return false;
+        hash.Add(piece.get(), count);
+        left -= static_cast<std::int64_t>(count);
+    }
+    return hash.Value() == state.hash;
+}
+
+// Waits for another instance to finish its save.
+bool WaitForLock(int file) {
+    using namespace std::chrono;
+    const auto end = steady_clock::now() + seconds(2);
+    while (fileCalls.lock(file) != 0) {
+        if (errno == EINTR) continue;
+        if (errno != EWOULDBLOCK) return true;  // this file system has no locks
+        if (steady_clock::now() >= end) return Fail(FileProblem::InUse);
+        std::this_thread::sleep_for(milliseconds(20));
     }
     return true;
 }
 
-bool ReadAll(int file, std::uint8_t* bytes, std::size_t count) {
+// Where the chain of links at `path` ends; there need be nothing. Empty for a chain without end.
+std::filesystem::path FollowLinks(std::filesystem::path path) {
+    for (int hop = 0; hop < 40; ++hop) {
+        std::error_code notALink;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, notALink);
+        if (notALink) return path;
+        path = path.parent_path() / target;
+    }
+    return {};
+}
+
+bool InspectPath(const std::string& path, FileInfo& info) {
+    const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
+    return file && fileCalls.inspect(file.Get(), &info) == 0;
+}
+
+}  // namespace
+
+bool ReadFully(int file, void* bytes, std::size_t count) {
+    auto* place = static_cast<std::uint8_t*>(bytes);
     while (count > 0) {
-        const ssize_t got = fileCalls.read(file, bytes, count);
+        errno = 0;
+        const std::int64_t got = fileCalls.read(file, place, count);
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) return false;
-        bytes += got;
+        place += got;
         count -= static_cast<std::size_t>(got);
     }
     return true;
 }
 
-constexpr int kCaughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
-
-// The file that would stay unfinished if the program ended now; empty when there is none.
-char unfinished[PATH_MAX];
-
-// Keeps the signals waiting while a file and what is known of it come into being or go together.
-class SignalsWait {
-  public:
-    SignalsWait() {
-        sigset_t caught;
-        ::sigemptyset(&caught);
-        for (const int signal : kCaughtSignals)
-            ::sigaddset(&caught, signal);
-        ::sigprocmask(SIG_BLOCK, &caught, &before_);
+bool WriteFully(int file, const void* bytes, std::size_t count) {
+    const auto* place = static_cast<const std::uint8_t*>(bytes);
+    while (count > 0) {
+        // In pieces that fit a processor's cache, several times as fast as all at once.
+        const std::int64_t written = fileCalls.write(file, place, std::min(count, kPiece));
+        if (written < 0 && errno == EINTR) continue;
+        if (written <= 0) return false;
+        place += written;
+        count -= static_cast<std::size_t>(written);
     }
-    SignalsWait(const SignalsWait&) = delete;
-    SignalsWait& operator=(const SignalsWait&) = delete;
-    ~SignalsWait() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
-
-  private:
-    sigset_t before_;
-};
-
-void EndBySignal(int signal) {
-    if (unfinished[0] != 0) (void)::unlink(unfinished);
-    (void)std::signal(signal, SIG_DFL);
-    (void)std::raise(signal);
+    return true;
 }
-
-// Opens a file that is new; it is unfinished from now on. -1 when that fails.
-int OpenNew(const std::string& path, int flags, mode_t mode) {
-    const SignalsWait wait;
-    const int file = fileCalls.open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, mode);
-    if (file >= 0) unfinished[path.copy(unfinished, sizeof unfinished - 1)] = 0;
-    return file;
-}
-
-// Opens a new file in `folder` under a name that nothing has yet; -1 when that fails.
-int OpenTemporary(const std::string& folder, mode_t mode, std::string& path) {
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        path = folder + "/.boreforge-" + std::to_string(::getpid()) + "-" + std::to_string(attempt) + ".tmp";
-        const int file = OpenNew(path, O_EXCL, mode);
-        if (file >= 0 || errno != EEXIST) return file;
-    }
-    return -1;
-}
-
-// Gives the new file the owner and the permissions of the old one. The owner is kept where the user may.
-bool TakeOver(int file, const struct stat& old) {
-    if (old.st_uid != ::geteuid() || old.st_gid != ::getegid())
-        (void)fileCalls.fchown(file, old.st_uid, old.st_gid);
-    return fileCalls.fchmod(file, old.st_mode & 07777) == 0;
-}
-
-// Makes a rename last through a loss of power. Best effort: not every file system can flush a folder.
-void FlushFolder(const std::string& folder) {
-    const int file = fileCalls.open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-    if (file < 0) return;
-    (void)fileCalls.fsync(file);
-    (void)fileCalls.close(file);
-}
-
-}  // namespace
 
 bool FileExists(const std::string& path) {
-    struct stat info;
-    return ::stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+    std::error_code failure;
+    const auto status = std::filesystem::status(path, failure);
+    return !failure && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
 bool SameFile(const std::string& one, const std::string& other) {
-    struct stat a, b;
-    const auto same = [&] { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; };
-    const bool oneStands = ::stat(one.c_str(), &a) == 0;
-    const bool otherStands = ::stat(other.c_str(), &b) == 0;
-    if (oneStands && otherStands) return same();
-    if (oneStands || otherStands) return false;
-    const auto name = [](const std::string& path) { return path.substr(path.rfind('/') + 1); };
-    const std::string oneEnd = FollowLinks(one), otherEnd = FollowLinks(other);
-    if (oneEnd.empty() || otherEnd.empty() || name(oneEnd) != name(otherEnd)) return false;
-    return ::stat(FolderOf(oneEnd).c_str(), &a) == 0 && ::stat(FolderOf(otherEnd).c_str(), &b) == 0 && same();
+    namespace fs = std::filesystem;
+    std::error_code failure;
+    const bool oneExists = fs::exists(one, failure), otherExists = fs::exists(other, failure);
+    if (oneExists && otherExists) return fs::equivalent(one, other, failure);
+    if (oneExists || otherExists) return false;
+    const fs::path a = FollowLinks(one), b = FollowLinks(other);
+    const auto folder = [](const fs::path& path) {
+        return path.has_parent_path() ? path.parent_path() : ".";
+    };
+    return !a.empty() && a.filename() == b.filename() && fs::equivalent(folder(a), folder(b), failure);
 }
 
-bool ReadWholeFile(const std::string& path, Bytes& content) {
-    content.clear();
-    // Without O_NONBLOCK the opening of a named pipe would wait for a writer that may never come.
-    const int file = fileCalls.open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC, 0);
-    if (file < 0) return false;
-    struct stat info;
-    bool good = fileCalls.fstat(file, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= kLargestFile;
-    try {
-        if (good) content.resize(static_cast<std::size_t>(info.st_size));
-    } catch (...) {
-        (void)fileCalls.close(file);
-        throw;
+bool ReadWholeFile(const std::string& path, Bytes& content, std::string_view beginning, FileState* state) {
+    FileInfo info;
+    bool hasAccessList = false;
+    ReadResult result = ReadResult::Changed;
+    for (int attempt = 0; attempt < 3 && result == ReadResult::Changed; ++attempt)
+        result = ReadOnce(path, content, beginning, info, hasAccessList);
+    if (result != ReadResult::Good) {
+        content.clear();
+        return result == ReadResult::Changed ? Fail(FileProblem::KeepsChanging) : false;
     }
-    good = good && ReadAll(file, content.data(), content.size());
-    (void)fileCalls.close(file);
-    if (!good) content.clear();
-    return good;
+    if (state) {
+        ContentHash hash;
+        hash.Add(content.data(), content.size());
+        *state = {info, hash.Value(), TimesTell(info), hasAccessList};
+    }
+    return true;
 }
 
-bool ReplaceFile(const std::string& path, std::span<const std::uint8_t> content) {
-    const std::string target = FollowLinks(path);
-    if (target.empty()) return false;
-    struct stat old;
-    const Standing standing = LookAt(target, old);
-    if (standing == Standing::Refused) return false;
-    // A private track stays private also while its successor is being written.
-    const mode_t mode = standing == Standing::Writable ? 0600 : 0666;
-    const std::string folder = FolderOf(target);
-    std::string temporary;
-    const int file = OpenTemporary(folder, mode, temporary);
-    if (file < 0) return false;
-    bool good = WriteAll(file, content.data(), content.size());
-    good = good && (standing == Standing::Nothing || TakeOver(file, old));
-    good = good && fileCalls.fsync(file) == 0;
-    good = fileCalls.close(file) == 0 && good;
-    good = good && fileCalls.rename(temporary.c_str(), target.c_str()) == 0;
-    if (good)
-        FlushFolder(folder);
-    else
-        (void)fileCalls.unlink(temporary.c_str());
-    unfinished[0] = 0;
-    return good;
+bool HeldFile::Hold(const std::string& path, const FileState& asRead) {
+    path_ = path;
+    asRead_ = asRead;
+    FileInfo held, now;
+    do {
+        file_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::ReadingAndWriting));
+        if (!file_) return errno == ENOENT ? Fail(FileProblem::Changed) : FailBySystem();
+        if (!WaitForLock(file_.Get())) return false;
+        if (fileCalls.inspect(file_.Get(), &held) != 0) return FailBySystem();
+        // While we waited, the other instance may have put a new file in its place.
+    } while (InspectPath(path, now) && !IsSameFile(held, now));
+    return IsUnchanged();
 }
 
-OutputFile::~OutputFile() {
-    if (file_ < 0) return;
-    good_ = false;
-    used_ = 0;
-    (void)Finish();
-}
-
-bool OutputFile::Create(const std::string& path) {
-    path_ = FollowLinks(path);
-    struct stat old;
-    if (path_.empty() || LookAt(path_, old) == Standing::Refused) return false;
-    buffer_ = std::make_unique_for_overwrite<std::uint8_t[]>(kBufferSize);
-    // A failed deletion is no failure yet: a file that can be opened is then overwritten from its first byte.
-    (void)fileCalls.unlink(path_.c_str());
-    file_ = OpenNew(path_, O_TRUNC, 0666);
-    used_ = 0;
-    good_ = file_ >= 0;
-    return good_;
-}
-
-void OutputFile::Flush() {
-    good_ = good_ && WriteAll(file_, buffer_.get(), used_);
-    used_ = 0;
-}
-
-bool OutputFile::Finish() {
-    Flush();
-    good_ = fileCalls.close(file_) == 0 && good_;
-    file_ = -1;
-    if (!good_) (void)fileCalls.unlink(path_.c_str());
-    unfinished[0] = 0;
-    return good_;
-}
-
-void RemoveUnfinishedOnSignals() {
-    for (const int signal : kCaughtSignals)
-        if (std::signal(signal, EndBySignal) == SIG_IGN) (void)std::signal(signal, SIG_IGN);  // as by nohup
+bool HeldFile::IsUnchanged() const {
+    const OpenFile file(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    FileInfo now;
+    if (!file || fileCalls.inspect(file.Get(), &now) != 0 || now.size != asRead_.info.size)
+        return Fail(FileProblem::Changed);
+    if (asRead_.timesTell && IsUntouched(asRead_.info, now)) return true;
+    return HasContent(file.Get(), asRead_) || Fail(FileProblem::Changed);
 }
 
 }  // namespace boreforge

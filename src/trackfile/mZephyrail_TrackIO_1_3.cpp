@@ -5,12 +5,13 @@
 #include <new>
 #include <string_view>
 
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "trackfile/TrackChunks.h"
 
 namespace boreforge {
 
 TrackDocument TrackFile;
+TrackFileOnDisk TrackOnDisk;
 
 namespace {
 
@@ -101,10 +102,12 @@ bool ReadTrackFile(const std::string& path) {
     ResetTrackFile();
     bool good = false;
     try {
-        if (ReadWholeFile(path, TrackBytes)) {
+        FileState state;
+        if (ReadWholeFile(path, TrackBytes, kTrackBeginning, &state)) {
             ReadCursor at{TrackBytes};
             good = ReadChunks(at);
         }
+        TrackOnDisk = {path, state};
     } catch (const std::bad_alloc&) {
         good = false;
     }
@@ -116,15 +119,16 @@ bool ReadTrackFile(const std::string& path) {
     return good;
 }
 
-bool WriteTrackFile(const std::string& path) {
-    if (!ComputeChunkSizes()) return false;
+bool WriteTrackFile(const std::string& path, const HeldFile* held) {
+    if (!ComputeChunkSizes()) return Fail(FileProblem::TooLarge);
     bool good = false;
     try {
         TrackBytes.clear();
         TrackBytes.reserve(static_cast<std::size_t>(TrackFile.ZphrSize) + kTagAndSizeBytes);
         for (const ChunkKind& kind : kChunkTree)
             if (IsWritten(kind)) kind.write(TrackBytes, TrackFile);
-        good = ReplaceFile(TrackSavePath(path), TrackBytes);
+        good = SaveWholeFile(TrackSavePath(path), FileKind::Track, TrackBytes, held,
+                             TrackOnDisk.Path.empty() ? nullptr : &TrackOnDisk.State);
     } catch (const std::bad_alloc&) {
         good = false;
     }
@@ -139,6 +143,7 @@ std::string TrackSavePath(const std::string& path) {
 void ResetTrackFile() {
     ++trackFileSerial;
     TrackFile = TrackDocument();
+    TrackOnDisk = {};
     TrackBytes = Bytes(1);
 }
 

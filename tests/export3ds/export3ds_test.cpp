@@ -143,7 +143,7 @@ TEST_F(ExportTest, AFileThatCantBeWrittenWholeIsRemoved) {
         AddTriangle({1, 2, 3}, {4, 5, 6}, {7, 8, 9});
     static int writesLeft;
     writesLeft = 1;
-    fileCalls.write = [](int file, const void* bytes, std::size_t count) -> ssize_t {
+    fileCalls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
         return writesLeft-- > 0 ? ::write(file, bytes, count) : -1;
     };
     EXPECT_FALSE(Save3DSFile(In("o.3ds")));

@@ -90,7 +90,13 @@ TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
         {"Would Replace the Track", true, [&] { fs::create_symlink(track, object); }},
         {"Would Replace the Track", false, [&] { fs::create_symlink(TrackFilePath = other, object); }},
         {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
-        {"is as it was.", true, [] { fileCalls.rename = [](const char*, const char*) { return -1; }; }},
+        {"the track was not saved.", true,
+         [] {
+             fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+                 return std::string(to).ends_with(".zrtrack") ? -1
+                                                              : SystemFileCalls().renameIn(folder, from, to);
+             };
+         }},
         {"Can't Be Followed", false, [&] { MakeTrack({}), WriteTrackFile(other), OpenTrack(other); }},
         {"Invalid Track File!", false, [&] { EXPECT_FALSE(OpenTrack(In("no.zrtrack"))); }}};
     for (const auto& [saying, objectStays, spoil] : cases) {

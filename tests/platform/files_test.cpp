@@ -1,62 +1,161 @@
 #include "platform/Files.h"
-#include "platform/FileCalls.h"
 
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
+#include <thread>
 
+#include "platform/OutputFile.h"
 #include "support/CoreTest.h"
 
 namespace boreforge {
 
 namespace fs = std::filesystem;
-using FilesTest = CoreTest;
 
-const Bytes kOld(3000, 'o'), kNew(2000, 'n');
-TEST_F(FilesTest, TheNewFileIsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
-    static std::string calls;
-    static const FileCalls kSystem = SystemFileCalls();
-    calls.clear();
-    WriteBytes(In("f"), kOld);
-    fileCalls.open = [](const char* path, int flags, mode_t mode) {
-        calls += "open" + std::to_string(mode) + " ";
-        return kSystem.open(path, flags, mode);
-    };
-    fileCalls.write = [](int file, const void* bytes, std::size_t count) {
-        return calls += "write ", kSystem.write(file, bytes, count);
-    };
-    fileCalls.fsync = [](int file) { return calls += "fsync ", kSystem.fsync(file); };
-    fileCalls.rename = [](const char* from, const char* to) {
-        return calls += "rename ", kSystem.rename(from, to);
-    };
-    EXPECT_TRUE(ReplaceFile(In("f"), kNew));
-    EXPECT_EQ(calls, "open384 write fsync rename open0 fsync ") << "384: for the owner alone";
+const Bytes kContent(3000, 'c');
+
+class FilesTest : public CoreTest {
+  protected:
+    // One path for each kind of thing that is no regular file, or that isn't there.
+    std::vector<std::string> MakeStrangePaths() {
+        fs::create_directory(In("folder"));
+        fs::create_symlink("ring", In("ring"));
+        EXPECT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
+        return {In("folder"), In("folder/"), In("absent/f"), In("ring"), In("pipe"), ""};
+    }
+};
+
+TEST_F(FilesTest, OnlyRegularFilesAreRead) {
+    for (const std::string& path : MakeStrangePaths()) {
+        Bytes content = kContent;
+        EXPECT_FALSE(ReadWholeFile(path, content)) << path;
+        EXPECT_TRUE(content.empty()) << path;
+    }
 }
 
-TEST_F(FilesTest, LinksAreFollowedAndWhatIsNoPlainFileIsRefused) {
-    fs::create_directory(In("folder"));
-    WriteBytes(In("folder/real"), kOld);
-    fs::create_symlink("folder/real", In("link"));
-    fs::create_symlink("link", In("link2"));
-    fs::create_symlink("folder/new", In("dangling"));
-    fs::create_symlink("ring", In("ring"));
-    ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
-    EXPECT_TRUE(SameFile(In("dangling"), In("folder/./new"))) << "nothing stands there yet";
-    EXPECT_FALSE(SameFile(In("dangling"), In("new")) || FileExists(In("dangling")));
-    EXPECT_TRUE(ReplaceFile(In("link2"), kNew) && ReplaceFile(In("dangling"), kNew));
-    EXPECT_TRUE(ReadBytes(In("folder/real")) == kNew && ReadBytes(In("folder/new")) == kNew);
-    EXPECT_TRUE(SameFile(In("link2"), In("folder/../folder/real")) && !SameFile(In("link2"), In("dangling")));
-    EXPECT_TRUE(fs::is_symlink(In("link2")) && fs::is_symlink(In("link")) && fs::is_symlink(In("dangling")));
-    const auto listing = Listing();
+TEST_F(FilesTest, OnlyTheBeginningOfAForeignFileIsRead) {
+    static std::int64_t read;
+    read = 0;
+    fileCalls.read = [](int file, void* bytes, std::size_t count) {
+        const std::int64_t got = SystemFileCalls().read(file, bytes, count);
+        read += got;
+        return got;
+    };
+    WriteBytes(In("f"), kContent);
     Bytes content;
-    for (const char* name : {"folder", "folder/", "absent/f", "link/f", "ring", "pipe"}) {
-        EXPECT_FALSE(ReplaceFile(In(name), kNew) || OutputFile().Create(In(name))) << name;
-        EXPECT_FALSE(ReadWholeFile(In(name), content)) << name;
+    EXPECT_FALSE(ReadWholeFile(In("f"), content, kTrackBeginning));
+    EXPECT_EQ(lastFileFailure.problem, FileProblem::WrongBeginning);
+    EXPECT_EQ(read, 4);
+}
+
+TEST_F(FilesTest, ReadingTakesOneByteMoreThanTheFile) {
+    WriteBytes(In("f"), kContent);
+    Bytes content;
+    ASSERT_TRUE(ReadWholeFile(In("f"), content));
+    EXPECT_EQ(content, kContent);
+    EXPECT_EQ(content.capacity(), kContent.size() + 1);
+}
+
+TEST_F(FilesTest, PathsAreTheSameWhenTheyLeadToTheSamePlace) {
+    fs::create_directory(In("folder"));
+    WriteBytes(In("folder/real"), kContent);
+    fs::create_symlink("folder/real", In("link"));
+    fs::create_symlink("folder/new", In("dangling"));
+    const struct {
+        const char *one, *other;
+        bool same;
+    } cases[] = {{"link", "folder/../folder/real", true},
+                 {"dangling", "folder/./new", true},
+                 {"dangling", "new", false},
+                 {"link", "dangling", false},
+                 {"absent/f", "absent/f", false}};
+    for (const auto& [one, other, same] : cases)
+        EXPECT_EQ(SameFile(In(one), In(other)), same) << one << ' ' << other;
+}
+
+class HeldFileTest : public CoreTest {
+  protected:
+    HeldFileTest() {
+        WriteBytes(path_, kContent);
+        Bytes content;
+        EXPECT_TRUE(ReadWholeFile(path_, content, {}, &asRead_));
     }
-    ::chmod(In("folder/real").c_str(), 0444);
-    EXPECT_EQ(ReplaceFile(In("link"), kOld), ::geteuid() == 0) << "only root writes what is locked";
-    EXPECT_EQ(Listing(), listing);
+    // What Hold finds: None when the file is as it was read.
+    FileProblem Held() {
+        HeldFile held;
+        return held.Hold(path_, asRead_) ? FileProblem::None : lastFileFailure.problem;
+    }
+    const std::string path_ = In("f");
+    FileState asRead_;
+};
+
+TEST_F(HeldFileTest, AnUntouchedFileIsHeld) { EXPECT_EQ(Held(), FileProblem::None); }
+
+TEST_F(HeldFileTest, ARewrittenFileOfTheSameContentIsHeld) {
+    fs::remove(path_);
+    WriteBytes(path_, kContent);
+    EXPECT_EQ(Held(), FileProblem::None);
+}
+
+TEST_F(HeldFileTest, AChangeOfTheSameLengthIsNoticedThoughTheTimesAgree) {
+    const auto before = fs::last_write_time(path_);
+    WriteBytes(path_, Bytes(kContent.size(), 'd'));
+    fs::last_write_time(path_, before);
+    EXPECT_EQ(Held(), FileProblem::Changed);
+}
+
+TEST_F(HeldFileTest, AChangedLastByteIsNoticed) {
+    Bytes changed = kContent;
+    changed.back() = 'd';
+    WriteBytes(path_, changed);
+    EXPECT_EQ(Held(), FileProblem::Changed);
+}
+
+TEST_F(HeldFileTest, ALongerFileIsNoticed) {
+    Bytes longer = kContent;
+    longer.push_back('c');
+    WriteBytes(path_, longer);
+    EXPECT_EQ(Held(), FileProblem::Changed);
+}
+
+TEST_F(HeldFileTest, ARemovedFileIsNoticed) {
+    fs::remove(path_);
+    EXPECT_EQ(Held(), FileProblem::Changed);
+}
+
+TEST_F(HeldFileTest, TheTimesOfAnOldFileSpareTheReading) {
+    asRead_.timesTell = true;
+    fileCalls.read = [](int, void*, std::size_t) -> std::int64_t { return -1; };
+    EXPECT_EQ(Held(), FileProblem::None);
+}
+
+TEST_F(HeldFileTest, AFileThatAnotherInstanceHoldsIsRefused) {
+    const OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    ASSERT_EQ(fileCalls.lock(other.Get()), 0);
+    EXPECT_EQ(Held(), FileProblem::InUse);
+}
+
+TEST_F(HeldFileTest, AFileSystemWithoutLocksIsNoObstacle) {
+    fileCalls.lock = [](int) {
+        errno = ENOLCK;
+        return -1;
+    };
+    EXPECT_EQ(Held(), FileProblem::None);
+}
+
+TEST_F(HeldFileTest, AFileReplacedWhileWaitingForTheLockIsNoticed) {
+    OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    ASSERT_EQ(fileCalls.lock(other.Get()), 0);
+    std::thread replacing([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        WriteBytes(In("new"), Bytes(kContent.size(), 'd'));
+        fs::rename(In("new"), path_);
+        other = OpenFile();
+    });
+    EXPECT_EQ(Held(), FileProblem::Changed);
+    replacing.join();
 }
 
 }  // namespace boreforge

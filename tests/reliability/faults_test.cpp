@@ -1,154 +1,184 @@
-// Each call that reaches the disk fails once: the old file or the new one stands there whole.
+// Each call that reaches the disk fails once: the old file or the new one is there, whole.
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
+#include <iterator>
 
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "job/mMain.h"
 #include "platform/FileCalls.h"
-#include "platform/Files.h"
+#include "platform/OutputFile.h"
 #include "support/CoreTest.h"
+#include "support/FailingCalls.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
 
 namespace fs = std::filesystem;
 
-// Calls whose failure costs nothing: the opening, flushing and closing of a folder, the deletion of a file
-// that is then overwritten, the closing of one that was read.
-constexpr int kFolderFlush = 3, kDeletion = 1, kClosing = 1;
-
-const FileCalls kSystem = SystemFileCalls();
-int callsBeforeFailure;  // the call after so many fails
-bool interrupted;        // every other read and write is
-
-bool Fails() { return callsBeforeFailure-- == 0 && (errno = ENOSPC) != 0; }
-bool Interrupts() { return (interrupted = !interrupted) && (errno = EINTR) != 0; }
-
-// The system's calls, one of which fails; reads and writes do half of what they are asked for.
-FileCalls FailingCalls(int which) {
-    callsBeforeFailure = which;
-    FileCalls calls = kSystem;
-    calls.open = [](const char* p, int f, mode_t m) { return Fails() ? -1 : kSystem.open(p, f, m); };
-    calls.fstat = [](int f, struct stat* s) { return Fails() ? -1 : kSystem.fstat(f, s); };
-    calls.read = [](int f, void* b, std::size_t n) {
-        return Interrupts() || Fails() ? -1 : kSystem.read(f, b, n / 2 + 1);
-    };
-    calls.write = [](int f, const void* b, std::size_t n) {
-        return Interrupts() || Fails() ? -1 : kSystem.write(f, b, n / 2 + 1);
-    };
-    calls.fchmod = [](int f, mode_t m) { return Fails() ? -1 : kSystem.fchmod(f, m); };
-    calls.fsync = [](int f) { return Fails() ? -1 : kSystem.fsync(f); };
-    calls.close = [](int f) { return kSystem.close(f) != 0 || Fails() ? -1 : 0; };
-    calls.rename = [](const char* from, const char* to) { return Fails() ? -1 : kSystem.rename(from, to); };
-    calls.unlink = [](const char* p) { return Fails() ? -1 : kSystem.unlink(p); };
-    return calls;
-}
-
 class FaultsTest : public CoreTest {
   protected:
-    FaultsTest() { fs::create_directory(In("d")); }
+    FaultsTest() {
+        fs::create_directory(In("d"));
+        MakeTrack(WindingCircuit(), "-TT---");
+    }
     ~FaultsTest() override {
         if (faults_ > 0) std::printf("%d calls failed, one at a time\n", faults_);
     }
-    const std::string track = In("d/t.zrtrack"), shape = In("d/s.zrbf"), object = In("d/o.3ds");
 
-    // Runs `work` once for each call that it makes, which then fails, and once without a failure; after each
-    // time `check` gets its result. It succeeds in spite of `tolerated` failures. No file stays open.
-    template <class Work, class Check>
-    void WithEachCallFailing(int tolerated, Work work, Check check) {
+    // Prepares and runs `work` once for each call that it makes, which then fails, and once without a
+    // failure; `check` gets each result. Returns how many failures did not stop the work. No file stays open.
+    int WithEachCallFailing(const std::function<void()>& prepare, const std::function<bool()>& work,
+                            const std::function<void(bool)>& check) {
         const auto openFiles = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), {}); };
         const auto before = openFiles();
-        int which = 0, failures = 0;
-        do {
+        int tolerated = 0;
+        for (int which = 0;; ++which) {
             SCOPED_TRACE(which);
-            fileCalls = FailingCalls(which);
+            prepare();
+            FailOneCall(which);
             const bool good = work();
-            fileCalls = kSystem;
-            failures += good ? 0 : 1;
-            EXPECT_TRUE(good || callsBeforeFailure < 0) << "nothing failed";
+            const bool failed = CallHasFailed();
+            fileCalls = SystemFileCalls();
+            EXPECT_TRUE(good || failed) << "the work failed by itself";
             check(good);
-        } while (++which, callsBeforeFailure < 0);
+            if (!failed) break;
+            tolerated += good ? 1 : 0;
+            ++faults_;
+        }
         EXPECT_EQ(openFiles(), before);
-        EXPECT_EQ(which - 1 - failures, tolerated);
-        faults_ += which - 1;
+        return tolerated;
     }
-    int faults_ = 0;
     std::size_t FilesInFolder() const { return std::distance(fs::directory_iterator(In("d")), {}); }
+
+    const std::string track = In("d/t.zrtrack"), shape = In("d/s.zrbf"), object = In("d/o.3ds");
+    int faults_ = 0;
 };
 
-TEST_F(FaultsTest, AJobLeavesTheOldTrackOrTheNewOneAndAWholeObjectOrNone) {
-    MakeLargeShape();
-    MakeTrack(WindingCircuit(), "-TT---");
-    ASSERT_TRUE(WriteTrackFile(track) && OpenTrack(track));
-    const Bytes old = ReadBytes(track);
-    const TunnelJobSettings settings = DeriveJobSettings({}, object);
-    ASSERT_TRUE(RunTunnelJob(settings));
-    const Bytes made = ReadBytes(track), whole = ReadBytes(object);
-    ASSERT_GT(whole.size(), OutputFile::kBufferSize);
-    WithEachCallFailing(
-        kFolderFlush + kDeletion,
-        [&] {
-            fileCalls = kSystem;
-            const int which = callsBeforeFailure;
-            WriteBytes(track, old);
-            EXPECT_TRUE(OpenTrack(track));
-            fileCalls = FailingCalls(which);
-            return RunTunnelJob(settings);
-        },
-        [&, shown = Shown().size()](bool good) mutable {
-            EXPECT_EQ(ReadBytes(track), good ? made : old);
-            EXPECT_TRUE(fs::exists(object) ? ReadBytes(object) == whole : !good);
-            EXPECT_EQ(FilesInFolder(), fs::exists(object) ? 2u : 1u);
-            EXPECT_EQ(Shown().size(), shown + (good ? 0 : 1));
-            EXPECT_TRUE(OpenTrack(track) && RunTunnelJob(settings) == !good) << "the next job works";
-            shown = Shown().size();
-        });
+// How a file is saved, and how it is loaded again.
+struct SavedFile {
+    const char* name;
+    std::string path;
+    std::function<bool()> save, load;
+};
+
+class SavedFileTest : public FaultsTest {
+  protected:
+    SavedFileTest() {
+        MakePresetShape(0);
+        files_ = {
+            {"track", track, [&] { return WriteTrackFile(track); }, [&] { return ReadTrackFile(track); }},
+            {"shape", shape, [&] { return SaveTunnelShape(shape); }, [&] { return LoadTunnelShape(shape); }}};
+    }
+    std::vector<SavedFile> files_;
+};
+
+TEST_F(SavedFileTest, FailingToSaveANewFileLeavesNothing) {
+    for (const SavedFile& file : files_) {
+        SCOPED_TRACE(file.name);
+        WithEachCallFailing([&] { fs::remove(file.path); }, file.save,
+                            [&](bool good) { EXPECT_EQ(FilesInFolder(), good ? 1u : 0u); });
+        fs::remove(file.path);
+    }
 }
 
-TEST_F(FaultsTest, ALoadOrASaveLeavesTheOldFileOrTheNewOne) {
-    MakeTrack(WindingCircuit(), "-TT---");
-    const auto save = [&] { return WriteTrackFile(track); };
-    const auto saveShape = [&] { return SaveTunnelShape(shape); };
-    for (const bool replaces : {true, false})
-        for (const bool isTrack : {true, false}) {
-            const std::string& path = isTrack ? track : shape;
-            const auto saving = [&] { return isTrack ? save() : saveShape(); };
-            MakePresetShape(0);
-            ASSERT_TRUE(saving());
-            const Bytes made = ReadBytes(path), old(made.size() / 2, 'o');
-            fs::remove(path);
-            WithEachCallFailing(
-                kFolderFlush,
-                [&] {
-                    if (replaces) WriteBytes(path, old), ::chmod(path.c_str(), 0604);
-                    return saving();
-                },
-                [&](bool good) {
-                    ASSERT_EQ(FilesInFolder(), good || replaces ? 1u : 0u);
-                    if (!good && !replaces) return;
-                    EXPECT_EQ(ReadBytes(path), good ? made : old);
-                    EXPECT_TRUE(!replaces || fs::status(path).permissions() == fs::perms(0604));
-                    EXPECT_TRUE(saving() && ReadBytes(path) == made) << "the next save works";
-                    fs::remove(path);
-                });
-            ASSERT_TRUE(saving());
-            WithEachCallFailing(
-                kClosing, [&] { return isTrack ? ReadTrackFile(path) : LoadTunnelShape(path); },
-                [&](bool) { EXPECT_EQ(ReadBytes(path), made); });
-            fs::remove(path);
-        }
+TEST_F(SavedFileTest, FailingToReplaceAFileLeavesTheOldOne) {
+    for (const SavedFile& file : files_) {
+        SCOPED_TRACE(file.name);
+        ASSERT_TRUE(file.save());
+        const Bytes made = ReadBytes(file.path);
+        const Bytes old(made.begin(), made.begin() + static_cast<std::ptrdiff_t>(made.size() / 2));
+        const auto writeOld = [&] {
+            WriteBytes(file.path, old);
+            ::chmod(file.path.c_str(), 0604);
+        };
+        WithEachCallFailing(writeOld, file.save, [&](bool good) {
+            EXPECT_EQ(ReadBytes(file.path), good ? made : old);
+            EXPECT_EQ(fs::status(file.path).permissions(), fs::perms(0604));
+            EXPECT_EQ(FilesInFolder(), 1u);
+            EXPECT_TRUE(file.save()) << "the next save works";
+        });
+        fs::remove(file.path);
+    }
+}
+
+TEST_F(SavedFileTest, FailingToLoadAFileLeavesItAlone) {
+    for (const SavedFile& file : files_) {
+        SCOPED_TRACE(file.name);
+        ASSERT_TRUE(file.save());
+        const Bytes made = ReadBytes(file.path);
+        WithEachCallFailing([] {}, file.load, [&](bool) { EXPECT_EQ(ReadBytes(file.path), made); });
+        fs::remove(file.path);
+    }
+}
+
+class JobFaultsTest : public FaultsTest {
+  protected:
+    JobFaultsTest() {
+        MakeLargeShape();
+        EXPECT_TRUE(WriteTrackFile(track));
+        oldTrack_ = ReadBytes(track);
+        EXPECT_TRUE(OpenTrack(track));
+        EXPECT_TRUE(RunTunnelJob(settings_));
+        newTrack_ = ReadBytes(track);
+        newObject_ = ReadBytes(object);
+    }
+    void OpenOldTrack() {
+        WriteBytes(track, oldTrack_);
+        EXPECT_TRUE(OpenTrack(track));
+        shown_ = Shown().size();
+    }
+    const TunnelJobSettings settings_ = DeriveJobSettings({}, object);
+    const Bytes oldObject_ = Bytes(100, 'o');
+    Bytes oldTrack_, newTrack_, newObject_;
+    std::size_t shown_ = 0;
+};
+
+TEST_F(JobFaultsTest, AFailingJobLeavesWholeFilesAndOneMessage) {
+    ASSERT_GT(newObject_.size(), OutputFile::kBufferSize);
+    const auto prepare = [&] {
+        WriteBytes(object, oldObject_);
+        OpenOldTrack();
+    };
+    const auto check = [&](bool good) {
+        const Bytes objectNow = ReadBytes(object);
+        EXPECT_EQ(ReadBytes(track), good ? newTrack_ : oldTrack_);
+        const bool isOld = !good && objectNow == oldObject_;
+        EXPECT_EQ(objectNow, isOld ? oldObject_ : newObject_);
+        EXPECT_EQ(FilesInFolder(), 2u);
+        EXPECT_EQ(Shown().size(), shown_ + (good ? 0 : 1));
+    };
+    WithEachCallFailing(
+        prepare, [&] { return RunTunnelJob(settings_); }, check);
+    OpenOldTrack();
+    EXPECT_TRUE(RunTunnelJob(settings_)) << "the next job works";
+}
+
+TEST_F(JobFaultsTest, AFailingJobLeavesNoPartOfANewObject) {
+    const auto prepare = [&] {
+        fs::remove(object);
+        OpenOldTrack();
+    };
+    const auto check = [&](bool good) {
+        EXPECT_EQ(ReadBytes(track), good ? newTrack_ : oldTrack_);
+        const bool exists = fs::exists(object);
+        EXPECT_EQ(exists ? ReadBytes(object) : newObject_, newObject_);
+        EXPECT_EQ(FilesInFolder(), exists ? 2u : 1u);
+    };
+    WithEachCallFailing(
+        prepare, [&] { return RunTunnelJob(settings_); }, check);
 }
 
 TEST_F(FaultsTest, AFileThatShrinksWhileItIsReadIsRefused) {
     WriteBytes(track, KnownFile());
-    fileCalls.fstat = [](int file, struct stat* info) {
-        const int result = kSystem.fstat(file, info);
-        EXPECT_EQ(::truncate(("/proc/self/fd/" + std::to_string(file)).c_str(), info->st_size - 1), 0);
+    fileCalls.inspect = [](int file, FileInfo* info) {
+        const int result = SystemFileCalls().inspect(file, info);
+        EXPECT_EQ(::truncate(("/proc/self/fd/" + std::to_string(file)).c_str(), info->size - 1), 0);
         return result;
     };
     EXPECT_FALSE(OpenTrack(track));

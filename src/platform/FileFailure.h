@@ -1,0 +1,42 @@
+// Why a file could not be read or written, for the message that the user sees.
+#pragma once
+
+#include <string>
+
+namespace boreforge {
+
+enum class FileProblem {
+    None,
+    System,          // see `code`
+    NotRegular,      // a folder, a device, a pipe
+    TooLarge,        // 2 GiB or more, or more than the format can hold
+    WrongBeginning,  // not a file of the kind that was to be read
+    KeepsChanging,   // while it was read
+    IsTrack,         // would be replaced by something else
+    IsShape,         // the same
+    RightsLost,      // its owner, group or access list can't be kept
+    Changed,         // by another program, since it was read
+    InUse,           // by another program that saves it right now
+};
+
+struct FileFailure {
+    FileProblem problem = FileProblem::None;
+    int code = 0;  // errno, for FileProblem::System
+};
+
+// Why the last call that reads or writes a file returned false. Only meaningful right after it did.
+extern FileFailure lastFileFailure;
+
+// Each notes a failure and returns false, for "return Fail(...)".
+bool Fail(FileProblem problem);
+bool FailBySystem();  // with the present errno
+
+// The last failure as a sentence, for example "No space left on device."
+std::string FailureText();
+
+// A message about the file at `path`: the headline, the path, the reason, and what follows from it.
+// "Error - That File Is a Track!" or "... a Shape!" is the headline where that is the reason.
+std::string FailureMessage(const std::string& headline, const std::string& path,
+                           const std::string& consequence);
+
+}  // namespace boreforge

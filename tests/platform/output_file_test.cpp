@@ -1,0 +1,310 @@
+#include "platform/OutputFile.h"
+
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <filesystem>
+
+#include "support/CoreTest.h"
+
+namespace boreforge {
+
+namespace fs = std::filesystem;
+
+const Bytes kOld(3000, 'o'), kNew(2000, 'n');
+const FileCalls kSystem = SystemFileCalls();
+
+unsigned ModeOf(const std::string& path) {
+    struct stat info;
+    EXPECT_EQ(::stat(path.c_str(), &info), 0);
+    return info.st_mode & 07777;
+}
+
+class OutputFileTest : public CoreTest {
+  protected:
+    bool Save(const std::string& name, FileKind kind = FileKind::Other) {
+        return SaveWholeFile(In(name), kind, kNew);
+    }
+    void WriteOld(const std::string& name, unsigned mode = 0644) {
+        WriteBytes(In(name), kOld);
+        ASSERT_EQ(::chmod(In(name).c_str(), mode), 0);
+    }
+};
+
+TEST_F(OutputFileTest, TheNewFileIsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
+    static std::string calls;
+    calls.clear();
+    WriteOld("f");
+    fileCalls.createIn = [](int folder, const char* name, unsigned mode) {
+        calls += mode == 0600 ? "create-private " : "create ";
+        return kSystem.createIn(folder, name, mode);
+    };
+    fileCalls.reserve = [](int file, std::int64_t length) {
+        calls += "reserve ";
+        return kSystem.reserve(file, length);
+    };
+    fileCalls.write = [](int file, const void* bytes, std::size_t count) {
+        calls += "write ";
+        return kSystem.write(file, bytes, count);
+    };
+    fileCalls.flush = [](int file) {
+        calls += "flush ";
+        return kSystem.flush(file);
+    };
+    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+        calls += "rename ";
+        return kSystem.renameIn(folder, from, to);
+    };
+    fileCalls.flushFolder = [](int folder) {
+        calls += "flush-folder ";
+        return kSystem.flushFolder(folder);
+    };
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(calls, "create-private reserve write flush rename flush-folder ");
+}
+
+TEST_F(OutputFileTest, LargeContentIsWrittenInPieces) {
+    static std::size_t largest;
+    largest = 0;
+    fileCalls.write = [](int file, const void* bytes, std::size_t count) {
+        largest = std::max(largest, count);
+        return kSystem.write(file, bytes, count);
+    };
+    const Bytes large(1'000'000, 'l');
+    EXPECT_TRUE(SaveWholeFile(In("f"), FileKind::Other, large));
+    EXPECT_EQ(ReadBytes(In("f")), large);
+    EXPECT_EQ(largest, std::size_t{256 * 1024});
+}
+
+TEST_F(OutputFileTest, AFullDiskIsNoticedBeforeAnythingIsWritten) {
+    fileCalls.reserve = [](int, std::int64_t) {
+        errno = ENOSPC;
+        return -1;
+    };
+    EXPECT_FALSE(Save("f"));
+    EXPECT_EQ(FailureText(), "No space left on device.");
+    EXPECT_TRUE(Listing().empty());
+}
+
+TEST_F(OutputFileTest, ADiskThatCantReserveIsWrittenToAllTheSame) {
+    fileCalls.reserve = [](int, std::int64_t) {
+        errno = EOPNOTSUPP;
+        return -1;
+    };
+    EXPECT_TRUE(Save("f"));
+}
+
+TEST_F(OutputFileTest, LinksAreFollowedAndStay) {
+    fs::create_directory(In("folder"));
+    WriteOld("folder/real");
+    fs::create_symlink("folder/real", In("link"));
+    fs::create_symlink("link", In("link2"));
+    fs::create_symlink("folder/new", In("dangling"));
+    const struct {
+        const char *link, *target;
+    } cases[] = {{"link2", "folder/real"}, {"dangling", "folder/new"}};
+    for (const auto& [link, target] : cases) {
+        EXPECT_TRUE(Save(link)) << link;
+        EXPECT_TRUE(fs::is_symlink(In(link))) << link;
+        EXPECT_EQ(ReadBytes(In(target)), kNew) << link;
+    }
+    EXPECT_EQ(Listing(), (std::vector<std::string>{"dangling", "folder", "link", "link2"}));
+}
+
+TEST_F(OutputFileTest, AFailureLeavesADanglingLinkDangling) {
+    fs::create_symlink("new", In("dangling"));
+    fileCalls.flush = [](int) { return -1; };
+    EXPECT_FALSE(Save("dangling"));
+    EXPECT_EQ(Listing(), std::vector<std::string>{"dangling"});
+}
+
+TEST_F(OutputFileTest, WhatIsNoRegularFileIsRefused) {
+    fs::create_directory(In("folder"));
+    fs::create_symlink("ring", In("ring"));
+    ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
+    const auto before = Listing();
+    for (const char* name : {"folder", "folder/", "absent/f", "ring", "pipe", ""})
+        EXPECT_FALSE(Save(name)) << name;
+    EXPECT_EQ(Listing(), before);
+}
+
+TEST_F(OutputFileTest, TracksAndShapesAreOnlyReplacedByTheirOwnKind) {
+    const struct {
+        const char* content;
+        FileKind kind;
+        FileProblem problem;
+    } cases[] = {{"ZPHR and more", FileKind::Other, FileProblem::IsTrack},
+                 {"zphr", FileKind::Shape, FileProblem::IsTrack},
+                 {"ZPHR", FileKind::Track, FileProblem::None},
+                 {"zRbF and more", FileKind::Other, FileProblem::IsShape},
+                 {"ZRBF", FileKind::Track, FileProblem::IsShape},
+                 {"ZRBF", FileKind::Shape, FileProblem::None},
+                 {"ZRB", FileKind::Track, FileProblem::None},
+                 {"", FileKind::Other, FileProblem::None},
+                 {"MM and more", FileKind::Shape, FileProblem::None}};
+    for (const auto& [content, kind, problem] : cases) {
+        SCOPED_TRACE(content);
+        const std::string text = content;
+        WriteBytes(In("f"), Bytes(text.begin(), text.end()));
+        lastFileFailure = {};
+        EXPECT_EQ(Save("f", kind), problem == FileProblem::None);
+        EXPECT_EQ(lastFileFailure.problem, problem);
+        EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
+    }
+}
+
+// A folder that takes no new file, for root too.
+void RefuseNewFiles() {
+    fileCalls.createIn = [](int, const char*, unsigned) {
+        errno = EACCES;
+        return -1;
+    };
+}
+
+TEST_F(OutputFileTest, AnObjectInALockedFolderIsOverwrittenInPlace) {
+    WriteOld("f", 0604);
+    RefuseNewFiles();
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(ReadBytes(In("f")), kNew);
+    EXPECT_EQ(ModeOf(In("f")), 0604u);
+}
+
+TEST_F(OutputFileTest, ATrackOrShapeInALockedFolderIsRefused) {
+    WriteOld("f");
+    RefuseNewFiles();
+    for (const FileKind kind : {FileKind::Track, FileKind::Shape}) {
+        EXPECT_FALSE(Save("f", kind));
+        EXPECT_EQ(FailureText(), "Permission denied.");
+        EXPECT_EQ(ReadBytes(In("f")), kOld);
+    }
+}
+
+TEST_F(OutputFileTest, AFileThatAppearsMeanwhileIsNotReplaced) {
+    OutputFile file;
+    ASSERT_TRUE(file.Create(In("f"), FileKind::Other));
+    WriteOld("f");
+    EXPECT_FALSE(file.Finish());
+    EXPECT_EQ(ReadBytes(In("f")), kOld);
+    EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
+}
+
+// --- Rights
+
+struct RightsCase {
+    const char* name;
+    unsigned oldMode;
+    bool groupKept, ownerKept;
+    int newMode;  // -1: the save is refused
+};
+
+TEST_F(OutputFileTest, ReplacingAFileGivesNobodyAccessAndTakesItFromNobody) {
+    const RightsCase cases[] = {{"all kept", 0640, true, true, 0640},
+                                {"set-id bits go", 06755, true, true, 0755},
+                                {"group lost, it could do no more than others", 0644, false, true, 0644},
+                                {"group lost, others could do more", 0606, false, true, 0606},
+                                {"group lost, it could read what others can't", 0640, false, true, -1},
+                                {"owner lost, the group can write", 0664, true, false, 0664},
+                                {"owner lost, the group can only read", 0644, true, false, -1},
+                                {"both lost, everyone can write", 0666, false, false, 0666}};
+    static bool groupKept, ownerKept;
+    fileCalls.inspect = [](int file, FileInfo* info) {
+        const int result = kSystem.inspect(file, info);
+        // The new file seems to be somebody else's until its group and owner are set.
+        if (info->size == 0) ++info->group, ++info->owner;
+        return result;
+    };
+    fileCalls.setGroup = [](int, unsigned) { return groupKept ? 0 : -1; };
+    fileCalls.setOwner = [](int, unsigned) { return ownerKept ? 0 : -1; };
+    for (const RightsCase& row : cases) {
+        SCOPED_TRACE(row.name);
+        WriteOld("f", row.oldMode);
+        groupKept = row.groupKept;
+        ownerKept = row.ownerKept;
+        const bool refused = row.newMode < 0;
+        EXPECT_EQ(Save("f", FileKind::Track), !refused);
+        EXPECT_EQ(ReadBytes(In("f")), refused ? kOld : kNew);
+        EXPECT_EQ(ModeOf(In("f")), refused ? row.oldMode : static_cast<unsigned>(row.newMode));
+    }
+}
+
+TEST_F(OutputFileTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
+    FileState track;
+    const struct {
+        unsigned trackMode, mask, newMode;
+        bool sameGroup, hasList;
+    } cases[] = {{0600, 0022, 0600, true, false},  {0640, 0022, 0640, true, false},
+                 {0644, 0077, 0600, true, false},  {0444, 0022, 0644, true, false},
+                 {0660, 0002, 0600, false, false}, {0664, 0002, 0644, true, true}};
+    for (const auto& row : cases) {
+        fs::remove(In("f"));
+        track.info.mode = row.trackMode;
+        track.info.group = ::getegid() + (row.sameGroup ? 0 : 1);
+        track.hasAccessList = row.hasList;
+        const mode_t before = ::umask(row.mask);
+        EXPECT_TRUE(SaveWholeFile(In("f"), FileKind::Track, kNew, nullptr, &track));
+        ::umask(before);
+        EXPECT_EQ(ModeOf(In("f")), row.newMode) << std::oct << row.trackMode;
+    }
+}
+
+class AccessListTest : public OutputFileTest {
+  protected:
+    // user::rw- user:1000:r-- group::r-- mask::r-- other::---, as acl(5) and Linux's posix_acl_xattr.h have
+    // it.
+    static Bytes List() {
+        Bytes list = {2, 0, 0, 0};
+        const std::array<std::array<std::uint8_t, 8>, 5> entries{{{1, 0, 6, 0, 255, 255, 255, 255},
+                                                                  {2, 0, 4, 0, 0xE8, 3, 0, 0},
+                                                                  {4, 0, 4, 0, 255, 255, 255, 255},
+                                                                  {16, 0, 4, 0, 255, 255, 255, 255},
+                                                                  {32, 0, 0, 0, 255, 255, 255, 255}}};
+        for (const auto& entry : entries)
+            list.insert(list.end(), entry.begin(), entry.end());
+        return list;
+    }
+    bool Set(const std::string& name, const char* attribute, const Bytes& value) {
+        return ::setxattr(In(name).c_str(), attribute, value.data(), value.size(), 0) == 0;
+    }
+    Bytes Attribute(const std::string& name, const char* attribute) {
+        Bytes value(1000);
+        const auto size = ::getxattr(In(name).c_str(), attribute, value.data(), value.size());
+        value.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
+        return value;
+    }
+    void SetUp() override {
+        WriteOld("f", 0640);
+        if (!Set("f", "system.posix_acl_access", List())) GTEST_SKIP() << "no access lists on this disk";
+    }
+};
+
+TEST_F(AccessListTest, AnAccessListIsKept) {
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(Attribute("f", "system.posix_acl_access"), List());
+}
+
+TEST_F(AccessListTest, AnAccessListThatCantBeKeptRefusesTheSave) {
+    fileCalls.setAttribute = [](int, const char*, const void*, std::size_t) { return -1; };
+    EXPECT_FALSE(Save("f"));
+    EXPECT_EQ(lastFileFailure.problem, FileProblem::RightsLost);
+    EXPECT_EQ(ReadBytes(In("f")), kOld);
+}
+
+TEST_F(AccessListTest, AListThatTheFolderHandsDownIsNotTakenOver) {
+    fs::create_directory(In("d"));
+    WriteOld("d/f", 0600);
+    ASSERT_TRUE(Set("d", "system.posix_acl_default", List()));
+    EXPECT_TRUE(Save("d/f"));
+    EXPECT_TRUE(Attribute("d/f", "system.posix_acl_access").empty());
+    EXPECT_EQ(ModeOf(In("d/f")), 0600u);
+}
+
+TEST_F(AccessListTest, UserAttributesAreKept) {
+    ASSERT_TRUE(Set("f", "user.note", Bytes(1000, 1))) << "on this disk with access lists";
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(Attribute("f", "user.note").size(), 1000u);
+}
+
+}  // namespace boreforge
