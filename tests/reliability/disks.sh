@@ -74,6 +74,41 @@ long=$(printf '%0300d' 0)
 check "a name of 300 bytes" "Object Can't Be Written" t.zrtrack "$long.3ds"
 check "a track's name of 300 bytes" "Can't Be Saved" t.zrtrack p.3ds --track-out "$long"
 
+# A folder that takes no new file: an object that is there is overwritten, a track is refused.
+fresh shared
+echo "an older object" >o.3ds
+chmod 666 o.3ds
+mkdir -m 777 ../tracks
+mv t.zrtrack ../tracks/t.zrtrack
+chmod 555 .
+user "$batch" ../tracks/t.zrtrack o.3ds >"$work/said" 2>&1 || fail "an object in a locked folder"
+[ "$(head -c 2 o.3ds)" = MM ] || fail "an object in a locked folder: it is the old one"
+
+# Who works on a track with others: the group and its rights stay, or the save is refused.
+if [ "$root" ]; then
+    fresh group
+    member() { setpriv --reuid=65533 --regid=65533 --groups=65532 "$@"; }
+    chown 65531:65532 t.zrtrack
+    chmod 664 t.zrtrack
+    member "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a track of the group's"
+    [ "$(stat -c %g:%a t.zrtrack)" = 65532:664 ] || fail "a track of the group's: $(stat -c %g:%a t.zrtrack)"
+    cp "$work/old" t.zrtrack
+    chown 65531:65530 t.zrtrack
+    chmod 646 t.zrtrack
+    user() { member "$@"; }
+    check "a track whose owner would lose it" "can't be kept" t.zrtrack p.3ds
+    user() { setpriv --reuid=65534 --regid=65534 --clear-groups "$@"; }
+
+    # A link that somebody planted in a shared folder, as far as the system is set to protect from it.
+    if [ "$(cat /proc/sys/fs/protected_symlinks)" = 1 ]; then
+        fresh planted
+        mkdir -m 1777 all
+        ln -s ../victim all/o.3ds && chown -h 65533 all/o.3ds
+        check "a planted link" "Object Can't Be Written" t.zrtrack all/o.3ds
+        [ ! -e victim ] || fail "a planted link: it was followed"
+    fi
+fi
+
 # What may be written is: through a link, which stays one, and at the end of a path of 300 bytes.
 fresh links
 mkdir -m 777 far
@@ -88,4 +123,4 @@ cp "$work/old" "$deep/t.zrtrack" && chmod 666 "$deep/t.zrtrack"
 user "$batch" "$deep/t.zrtrack" "$deep/o.3ds" >"$work/said" 2>&1 || fail "a path of 300 bytes"
 [ -s "$deep/o.3ds" ] || fail "a path of 300 bytes: no object"
 ! cmp -s "$work/old" "$deep/t.zrtrack" || fail "a path of 300 bytes: the track is to change"
-echo "$((checks + 3)) checks of disks passed."
+echo "$checks refusals and all that must go through: as expected."
