@@ -47,7 +47,7 @@ bool LoadObject(const std::string& path, PictureObject& object) {
 bool LoadPath(const std::string& track, const PictureObject& object, TrackPath& path) {
     if (track.empty()) return true;
     if (!OpenTrack(track)) return false;
-    if (!TraceIsCurrent()) {
+    if (!TrackTraced) {
         ShowError("Error - The Track's Path Can't Be Followed!");
         return false;
     }

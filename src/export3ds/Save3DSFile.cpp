@@ -25,7 +25,6 @@ constexpr std::uint32_t kFormatVersion = 3;
 constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to the metre
 constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
 constexpr std::int16_t kAllEdgesVisible = 7;
-constexpr std::size_t kMostMeshes = 32767;
 
 // Material names have eight characters, so every material takes the same room.
 constexpr std::int32_t kMaterialNameLength = kHeaderLength + 8 + 1;
@@ -254,7 +253,7 @@ std::int32_t Compute3DSLength() {
 
 bool Save3DSFile(const std::string& fileName) {
     const std::int32_t length = Compute3DSLength();
-    if (length < 0 || Model3DS.Meshes.size() > kMostMeshes) return Fail(FileProblem::TooLarge);
+    if (length < 0 || Model3DS.MeshCount() > kMaxMeshes) return Fail(FileProblem::TooLarge);
     OutputFile file;
     if (!file.Create(fileName, FileKind::Other, length)) return false;
     PutChunkHeader(MAIN3DS, length, file);

@@ -10,6 +10,9 @@
 
 namespace boreforge {
 
+// The format's readers count the objects of a file in 16 bits with a sign.
+inline constexpr std::int32_t kMaxMeshes = 32767;
+
 // Writes the whole model to `fileName`, which replaces an existing file once it is complete and flushed to
 // the disk. False, with the reason in lastFileFailure, when that fails: an old file is then as it was. False
 // also, before anything is touched, when the file's length would pass a signed 32-bit number or the model has

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/Text.h"
 #include "base/Values.h"
 #include "trackfile/TrackDocument.h"
 
@@ -33,9 +34,13 @@ void ClearTunnelFlags() {
         segment.IsTunnel = kFalse;
 }
 
+std::optional<std::string> ObjectNameInTrack(const std::string& outputPath) {
+    return ToWindows1252(BaseName(outputPath));
+}
+
 void PlaceObjectInTrack(const std::string& outputPath) {
     TrackScenery object;
-    object.ObjectFile = BaseName(outputPath);
+    object.ObjectFile = ObjectNameInTrack(outputPath).value_or(std::string(BaseName(outputPath)));
     object.ObjectClass = "dummy";
     object.Transform = {1, 0, 0, 0, 1, 0, 0, 0, 1};
     TrackFile.SceneryObjects.push_back(object);

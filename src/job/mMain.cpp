@@ -30,7 +30,7 @@ bool IsTunnel(std::int32_t index) {
     return TrackFile.Segments[static_cast<std::size_t>(index)].IsTunnel != kFalse;
 }
 
-// Calls `sweep` with the index of each tunnel segment, ascending; gives their number.
+// Calls `sweep` with the index of each tunnel segment, ascending. Returns how many there are.
 template <class Sweep>
 std::int32_t ForEachTunnel(Sweep sweep) {
     std::int32_t tunnels = 0;
@@ -42,19 +42,24 @@ std::int32_t ForEachTunnel(Sweep sweep) {
     return tunnels;
 }
 
-// True when the walls alone, at 14 bytes a face, would pass the 32-bit lengths of the format: known from the
-// counts, before any memory is filled with them.
+std::int32_t CountTunnels() {
+    return ForEachTunnel([](std::int32_t) {});
+}
+
+// True when the walls alone would pass what the format can hold: lengths of 32 bits, at 14 bytes a face, and
+// kMaxMeshes objects. Known from the counts, before any memory is filled.
 bool IsTooLarge(const TunnelJobSettings& settings) {
-    std::int64_t rings = 0;
+    constexpr std::int64_t kFaceBytes = 14, kWalls = 2, kMaxBytes = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t nodes = TunnelShape.NodeCount();
+    const std::int64_t facesOfRing = nodes * (settings.DoubleSided ? 4 : 2);
+    std::int64_t bytes = 0, meshes = 0;
     ForEachTunnel([&](std::int32_t i) {
         const std::int32_t samples = TracedSegments[static_cast<std::size_t>(i)].SampleCount();
-        rings += 1 + (samples - 1) / settings.DetailStep;
+        const std::int64_t faces = facesOfRing * (1 + (samples - 1) / settings.DetailStep);
+        bytes += kWalls * faces * kFaceBytes;
+        meshes += kWalls * ((faces + kMostFacesOfMesh - 1) / kMostFacesOfMesh);
     });
-    constexpr std::int64_t kFaceBytes = 14, kWalls = 2;
-    const std::int64_t facesOfQuad = settings.DoubleSided ? 4 : 2;
-    const std::int64_t bytesOfNode = rings * kWalls * facesOfQuad * kFaceBytes;
-    const std::int64_t nodes = TunnelShape.NodeCount();
-    return bytesOfNode > 0 && nodes > std::numeric_limits<std::int32_t>::max() / bytesOfNode;
+    return bytes > kMaxBytes || meshes > kMaxMeshes;
 }
 
 std::int16_t AddTunnelMaterial(const TunnelJobSettings& settings) {
@@ -81,8 +86,8 @@ void Darken(ColorRGB& color) {
     color = {ScaleChannel(color.red, 0.5), ScaleChannel(color.green, 0.5), ScaleChannel(color.blue, 0.5)};
 }
 
-// Fills the model; gives the number of tunnel segments. The order of the objects in the file follows from it.
-std::int32_t BuildTunnels(TunnelJobSettings& settings) {
+// Fills the model. The order of the objects in the file follows from it.
+void BuildTunnels(TunnelJobSettings& settings) {
     ObjectPartNumber = 0;
     ResetModel();
     const std::int16_t outside = AddTunnelMaterial(settings);
@@ -93,7 +98,7 @@ std::int32_t BuildTunnels(TunnelJobSettings& settings) {
     Darken(settings.HalfColor);
     Darken(settings.BrightColor);
     const std::int16_t inside = AddTunnelMaterial(settings);
-    return ForEachTunnel(
+    ForEachTunnel(
         [&](std::int32_t i) { SweepInsideWall(i, inside, settings.DetailStep, settings.DoubleSided); });
 }
 
@@ -115,15 +120,36 @@ void ShowTrackFailure(const std::string& consequence) {
         ShowError(FailureMessage("Error - The Track Can't Be Saved!", TrackFilePath, consequence));
 }
 
-bool ObjectMayBeWritten(const std::string& path) {
-    if (SameFile(path, TrackSavePath(TrackFilePath))) {
-        ShowError(
-            "Error - The 3DS Object Would Replace the Track!\n\nChoose another name. Nothing was written.");
+// The settings dialog has closed by the time that a message is read, so it says how to come back.
+constexpr char kOtherName[] = "Nothing was written. Open the track again and choose another name.";
+constexpr char kLessDetail[] =
+    "Nothing was written. Open the track again and choose less detail, or use a shape of fewer nodes.";
+
+bool Refuse(const std::string& headline, const std::string& explanation) {
+    ShowError("Error - " + headline + "!\n\n" + explanation);
+    return false;
+}
+
+bool HasWalkedPath() {
+    return TrackTraced ||
+           Refuse("The Track's Path Can't Be Followed",
+                  "A tunnel needs at least two segments, a node for each of them, finite positions "
+                  "and rolls, and no more than 1,000,000 units of path. Nothing was written.");
+}
+
+bool ObjectMayBeWritten(const TunnelJobSettings& settings) {
+    const std::string& path = settings.OutputPath;
+    if (SameFile(path, TrackSavePath(TrackFilePath)))
+        return Refuse("The 3DS Object Would Replace the Track", kOtherName);
+    if (!MayReplace(path, FileKind::Other)) {
+        ShowError(FailureMessage("", path, kOtherName));
         return false;
     }
-    if (MayReplace(path, FileKind::Other)) return true;
-    ShowError(FailureMessage("", path, "Open the track again and choose another name."));
-    return false;
+    if (!settings.PlaceObject || ObjectNameInTrack(path)) return true;
+    return Refuse("The Object's Name Can't Be Put into the Track",
+                  path +
+                      "\n\nThe texts of a track have only the characters of Western Europe (Windows-1252). " +
+                      kOtherName);
 }
 
 // Keeps other instances away from the track that is to be replaced. A track that was read from elsewhere is
@@ -150,57 +176,44 @@ bool WriteResults(const TunnelJobSettings& settings, const HeldFile& held) {
 }
 
 bool FitsFormat(const TunnelJobSettings& settings) {
-    if (!IsTooLarge(settings)) return true;
-    ShowError(
-        "Error - The Tunnel Is Too Large for a 3DS File!\n\n"
-        "Choose less detail or a shape of fewer nodes. Nothing was written.");
-    return false;
+    return !IsTooLarge(settings) || Refuse("The Tunnel Is Too Large for a 3DS File", kLessDetail);
 }
 
 bool RunTracedJob(TunnelJobSettings& settings) {
     HeldFile held;
     if (!FitsFormat(settings) || !HoldTrack(held)) return false;
-    const std::int32_t tunnels = BuildTunnels(settings);
+    BuildTunnels(settings);
     ModifyTrack(settings);
-    if (tunnels < 1) {
-        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
-        return false;
-    }
     return WriteResults(settings, held);
 }
 
 }  // namespace
 
 bool OpenTrack(const std::string& path) {
+    TrackTraced = false;
     TrackLoaded = ReadTrackFile(path);
     if (!TrackLoaded) {
         ShowError("Error - Invalid Track File!");
         return false;
     }
     TrackFilePath = path;
-    TraceTrack();
+    (void)TraceTrack();  // the job asks TrackTraced
     return true;
 }
 
 bool RunTunnelJob(TunnelJobSettings settings) {
     if (!TrackLoaded) return false;
-    if (!TraceIsCurrent()) {
-        ShowError(
-            "Error - The Track's Path Can't Be Followed!\n\n"
-            "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, and "
-            "no "
-            "more than 1,000,000 units of path. Nothing was written.");
+    if (CountTunnels() == 0) {
+        BuildTunnels(settings);  // leaves the model with its materials alone
+        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
         return false;
     }
-    if (!ObjectMayBeWritten(settings.OutputPath)) return false;
+    if (!HasWalkedPath() || !ObjectMayBeWritten(settings)) return false;
     try {
         return RunTracedJob(settings);
     } catch (const std::bad_alloc&) {
         ResetModel();
-        ShowError(
-            "Error - Not Enough Memory for This Tunnel!\n\n"
-            "Choose less detail or a shape of fewer nodes. Nothing was written.");
-        return false;
+        return Refuse("Not Enough Memory for This Tunnel", kLessDetail);
     }
 }
 

@@ -19,8 +19,9 @@ bool OpenTrack(const std::string& path);
 // Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
 // writes the object to OutputPath and the track to TrackFilePath, in this order; the track is not touched
 // when the object could not be written. True when both are on the disk. False when no track is open, and,
-// with a message, when the track isn't traced, has no tunnel, is OutputPath itself, or when a file can't be
-// written.
+// with a message, when the track has no tunnel, isn't traced, or was changed since it was read; when
+// OutputPath is a track, a shape, or a name that can't be put into the track but should be; when the tunnel
+// is too large; and when a file can't be written.
 bool RunTunnelJob(TunnelJobSettings settings);
 
 }  // namespace boreforge

@@ -1,12 +1,10 @@
 #include "tracing/mZR_TraceTrack.h"
 
-#include <algorithm>
 #include <cmath>
 #include <new>
 
 #include "platform/LargeMemory.h"
 #include "trackfile/TrackDocument.h"
-#include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
 
@@ -16,15 +14,13 @@ LargeMemory traceMemory;  // before the samples, which must not outlive it
 
 std::vector<TracedSegment> TracedSegments;
 std::int32_t TraceUpperIndex = -1;
+bool TrackTraced = false;
 
 namespace {
 
 constexpr float kSampleSpacing = 0.5f;          // units of path
 constexpr double kMeasureStep = 0.005;          // of the Bezier parameter
 constexpr double kFullTurn = 6.28318530717958;  // two pi, to the digits of the arctangent's pi
-
-std::uint32_t tracedSerial = 0;
-bool anythingTraced = false;
 
 // The four points of a piece, in BezierPoint's order.
 struct Piece {
@@ -96,12 +92,14 @@ float RollOver(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     return std::fabs(around) <= std::fabs(direct) ? around : direct;
 }
 
-// Spreads the roll evenly over the samples: none on the first, the whole of it on the last.
-void RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
+// Spreads the roll evenly over the samples: none on the first, the whole of it on the last. False for a roll
+// that is not finite.
+bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     const std::int32_t count = traced.SampleCount();
-    if (count < 2) return;  // the only sample is the first
+    if (count < 2) return true;  // the only sample is the first, so no roll is read
+    if (!std::isfinite(node.Roll)) return false;
     const float delta = RollOver(node, traced.Samples.back().Orientation);
-    if (!node.RollFlag && delta == 0) return;
+    if (!node.RollFlag && delta == 0) return true;
     for (std::int32_t j = 0; j < count; ++j) {
         TraceSample& sample = traced.Samples[static_cast<std::size_t>(j)];
         const Matrix3D roll = MatRotateZ(static_cast<float>(double(delta) / (count - 1) * j));
@@ -109,10 +107,11 @@ void RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
         sample.WorldMatrix = MatMultiply(sample.WorldMatrix, roll);
         sample.Bank = BankOf(sample.Orientation);
     }
+    return true;
 }
 
-// The piece of segment `index`, `length` long.
-void TracePiece(const Piece& piece, std::int32_t index, float length) {
+// Traces the piece of segment `index`, which is `length` long. False when its roll is not finite.
+bool TracePiece(const Piece& piece, std::int32_t index, float length) {
     TracedSegment& traced = TracedSegments[static_cast<std::size_t>(index)];
     traced.Length = length;
 
@@ -127,29 +126,29 @@ void TracePiece(const Piece& piece, std::int32_t index, float length) {
 
     WalkPiece(piece, frame, traced);
     const std::int32_t rollNode = index + 1 < TrackFile.BezierNodeCount() ? index + 1 : 0;
-    RollPiece(TrackFile.BezierNodes[static_cast<std::size_t>(rollNode)], traced);
+    return RollPiece(TrackFile.BezierNodes[static_cast<std::size_t>(rollNode)], traced);
 }
 
 bool IsFinite(const Vector3D& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
 
-bool IsFinite(const TrackBezierNode& node) {
-    return IsFinite(node.Position) && IsFinite(node.ControlIn) && IsFinite(node.ControlOut) &&
-           std::isfinite(node.Roll);
+bool IsFinite(const Piece& piece) {
+    return IsFinite(piece.p0) && IsFinite(piece.c0) && IsFinite(piece.p1) && IsFinite(piece.c1);
 }
 
-// The lengths of all pieces; none when the track can't be walked.
+// The lengths of all pieces; none when the track can't be walked. Only what the walk uses must be finite:
+// nodes beyond the segments don't matter here.
 std::vector<float> MeasureTrack() {
     const std::int32_t segmentCount = TrackFile.SegmentCount();
     if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return {};
-    const auto finite = [](const TrackBezierNode& node) { return IsFinite(node); };
-    if (!std::all_of(TrackFile.BezierNodes.begin(), TrackFile.BezierNodes.end(), finite)) return {};
     std::vector<float> lengths(static_cast<std::size_t>(segmentCount));
     double total = 0;
     for (std::int32_t i = 0; i < segmentCount; ++i) {
-        const float length = LengthOf(PieceOf(i, segmentCount - 1));
+        const Piece piece = PieceOf(i, segmentCount - 1);
+        if (!IsFinite(piece)) return {};
+        const float length = LengthOf(piece);
         lengths[static_cast<std::size_t>(i)] = length;
         total += length;
-        if (!(total <= kLongestPath)) return {};  // so is a length that is no number
+        if (!(total <= kMaxPathLength)) return {};  // refuses NaN too
     }
     return lengths;
 }
@@ -171,31 +170,26 @@ float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D
 
 void TraceSegment(std::int32_t index) {
     const Piece piece = PieceOf(index, TraceUpperIndex);
-    TracePiece(piece, index, LengthOf(piece));
+    (void)TracePiece(piece, index, LengthOf(piece));
 }
 
 bool TraceTrack() {
+    TrackTraced = false;
+    TraceUpperIndex = TrackFile.SegmentCount() - 1;
     try {
         const std::vector<float> lengths = MeasureTrack();
         if (lengths.empty()) return false;
-        anythingTraced = false;
         TracedSegments.clear();
         traceMemory.Release();
         TracedSegments.resize(lengths.size());
-        TraceUpperIndex = static_cast<std::int32_t>(lengths.size()) - 1;
         for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
-            TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)]);
+            if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)]))
+                return false;
     } catch (const std::bad_alloc&) {
         return false;
     }
-    tracedSerial = TrackFileSerial();
-    anythingTraced = true;
+    TrackTraced = true;
     return true;
-}
-
-bool TraceIsCurrent() {
-    return anythingTraced && tracedSerial == TrackFileSerial() &&
-           static_cast<std::size_t>(TrackFile.SegmentCount()) == TracedSegments.size();
 }
 
 }  // namespace boreforge

@@ -30,13 +30,17 @@ struct TracedSegment {
     std::int32_t SampleCount() const { return static_cast<std::int32_t>(Samples.size()); }
 };
 
-// The trace, with the indices of the track's Segments, and its highest index.
+// The trace, with the indices of the track's Segments, and the highest index of those.
 extern std::vector<TracedSegment> TracedSegments;
 extern std::int32_t TraceUpperIndex;
 
-// Traces the open track. False, with TracedSegments as they were, when the track can't be walked: it has
-// fewer than two segments or fewer nodes than segments, a coordinate or roll of a node is not finite, or the
-// path is longer than kLongestPath.
+// The result of the last TraceTrack; false again once another track is being opened. Only while it is true
+// do TracedSegments belong to the track in memory.
+extern bool TrackTraced;
+
+// Traces the open track. False when the track can't be walked: it has fewer than two segments or fewer nodes
+// than segments, a coordinate or roll that the walk uses is not finite, the path is longer than
+// kMaxPathLength, or memory runs out.
 bool TraceTrack();
 
 // Traces the piece of one segment. The segments must be traced in ascending order, since a piece starts with
@@ -46,11 +50,8 @@ void TraceSegment(std::int32_t index);
 // The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1);
 
-// True when TracedSegments belong to the track in memory.
-bool TraceIsCurrent();
-
 // Units of path that a track may have in all: a thousand times a real one. Far beyond, the parameter step of
 // a piece is too small to move a 32-bit parameter, and the walk would never end.
-inline constexpr double kLongestPath = 1'000'000;
+inline constexpr double kMaxPathLength = 1'000'000;
 
 }  // namespace boreforge

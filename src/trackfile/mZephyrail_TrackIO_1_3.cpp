@@ -20,8 +20,6 @@ constexpr std::int32_t kTagAndSizeBytes = 8;
 // A chunk of a kind that isn't known is skipped to its end: as many bytes behind its size field as that says.
 constexpr std::int32_t kForeignChunkExtraBytes = 0;
 
-std::uint32_t trackFileSerial = 0;
-
 // One row for each chunk kind, in the order and the nesting of a saved file.
 struct ChunkKind {
     std::string_view tag;
@@ -141,7 +139,6 @@ std::string TrackSavePath(const std::string& path) {
 }
 
 void ResetTrackFile() {
-    ++trackFileSerial;
     TrackFile = TrackDocument();
     TrackOnDisk = {};
     TrackBytes = Bytes(1);
@@ -164,7 +161,5 @@ bool ComputeChunkSizes() {
     }
     return size[0] <= std::numeric_limits<std::int32_t>::max() - kTagAndSizeBytes;
 }
-
-std::uint32_t TrackFileSerial() { return trackFileSerial; }
 
 }  // namespace boreforge

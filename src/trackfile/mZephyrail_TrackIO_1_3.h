@@ -39,8 +39,4 @@ void ResetTrackFile();
 // False when the file would be larger than its 32-bit sizes can say; the Size fields then mean nothing.
 bool ComputeChunkSizes();
 
-// Changes with every reset of TrackFile, and so with every track that is read: by it the tracer's samples
-// can be told to belong to the track in memory or to an earlier one.
-std::uint32_t TrackFileSerial();
-
 }  // namespace boreforge

@@ -1,6 +1,7 @@
 #include "job/mMain.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <functional>
 
@@ -80,12 +81,82 @@ TEST_F(JobTest, EachSwitchMakesItsOwnChangeOfTheTrack) {
     EXPECT_TRUE(ReadBytes(object).size() == 42 + 2 * 168 && Shown().empty());
 }
 
+TEST_F(JobTest, DimmingAtAHundredPercentGivesBlack) {
+    Open("-T----");
+    TunnelChoices choices;
+    choices.DimPercent = 100;
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
+    EXPECT_EQ(TrackFile.Segments[1].Color1, 0);
+}
+
+TEST_F(JobTest, DimmingAtZeroPercentKeepsTheColours) {
+    Open("-T----");
+    TunnelChoices choices;
+    choices.DimPercent = 0;
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
+    EXPECT_EQ(TrackFile.Segments[1].Color1, 0x0180FF);
+}
+
+TEST_F(JobTest, TheObjectsNameIsPutIntoTheTrackInWindows1252) {
+    Open("-T----");
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("Tunn\u00E9l \u20AC\u0178.3ds"))));
+    EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80\x9F.3ds");
+}
+
+TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyWhenItIsToBePutThere) {
+    for (const bool place : {true, false}) {
+        Open("-T----");
+        TunnelJobSettings settings = Settings();
+        settings.OutputPath = In("\u0422\u0443\u043D.3ds");
+        settings.PlaceObject = place;
+        EXPECT_EQ(RunTunnelJob(settings), !place);
+        EXPECT_EQ(fs::exists(settings.OutputPath), !place);
+    }
+}
+
+TEST_F(JobTest, ATrackWithoutTunnelsIsNoticedWhateverElseIsWrong) {
+    const struct {
+        const char* name;
+        std::function<void(TunnelJobSettings&)> spoil;
+    } cases[] = {{"nothing", [](TunnelJobSettings&) {}},
+                 {"too few segments",
+                  [](TunnelJobSettings&) {
+                      MakeTrack({Node({1, 2, 3}, {}, {})});
+                  }},
+                 {"a position that is not finite",
+                  [](TunnelJobSettings&) { TrackFile.BezierNodes[2].Position.x = NAN; }},
+                 {"the object is the track", [&](TunnelJobSettings& s) { s.OutputPath = track; }}};
+    for (const auto& [name, spoil] : cases) {
+        SCOPED_TRACE(name);
+        Open("------");
+        TunnelJobSettings settings = Settings();
+        spoil(settings);
+        ASSERT_TRUE(WriteTrackFile(track));
+        ASSERT_TRUE(OpenTrack(track));
+        EXPECT_FALSE(RunTunnelJob(settings));
+        EXPECT_EQ(Shown().back(), "(i) Notice!\nTrack does not have any tunnels!");
+    }
+}
+
+TEST_F(JobTest, MoreWallsThanAFileHoldsObjectsAreRefusedAhead) {
+    constexpr std::size_t kTunnels = 16384;  // two walls each, one more than a file holds
+    std::vector<TrackBezierNode> nodes;
+    for (std::size_t i = 0; i < kTunnels; ++i)
+        nodes.push_back(Node({static_cast<float>(i % 128), 0, static_cast<float>(i / 128)}, {}, {}));
+    MakeTrack(nodes, std::string(kTunnels, 'T'));
+    ASSERT_TRUE(WriteTrackFile(track));
+    ASSERT_TRUE(OpenTrack(track));
+    MakePresetShape(0);
+    EXPECT_FALSE(RunTunnelJob(Settings()));
+    EXPECT_NE(Shown().back().find("Is Too Large for a 3DS File"), std::string::npos) << Shown().back();
+    EXPECT_TRUE(Model3DS.Meshes.empty());
+}
+
 TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
     const std::string other = In("other.zrtrack");
     TunnelJobSettings settings;
     // Part of the message, whether something stays at the object's path, and what goes wrong.
     const std::tuple<const char*, bool, std::function<void()>> cases[] = {
-        {"(i) Notice!\nTrack does not have any tunnels!", false, [&] { Open("------"); }},
         {"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
         {"Would Replace the Track", true, [&] { fs::create_symlink(track, object); }},
         {"Would Replace the Track", false, [&] { fs::create_symlink(TrackFilePath = other, object); }},
@@ -97,7 +168,12 @@ TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
                                                               : SystemFileCalls().renameIn(folder, from, to);
              };
          }},
-        {"Can't Be Followed", false, [&] { MakeTrack({}), WriteTrackFile(other), OpenTrack(other); }},
+        {"Can't Be Followed", false,
+         [&] {
+             MakeTrack({Node({1, 2, 3}, {}, {})}, "T");
+             EXPECT_TRUE(WriteTrackFile(other));
+             EXPECT_TRUE(OpenTrack(other));
+         }},
         {"Invalid Track File!", false, [&] { EXPECT_FALSE(OpenTrack(In("no.zrtrack"))); }}};
     for (const auto& [saying, objectStays, spoil] : cases) {
         SCOPED_TRACE(saying);

@@ -11,6 +11,8 @@ namespace boreforge {
 using TraceTrackTest = CoreTest;
 using Vec = std::valarray<double>;
 
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+
 Vec Of(const Vector3D& v) { return {v.x, v.y, v.z}; }
 Vec Column(const Matrix3D& m, int c) { return {m[c], m[4 + c], m[8 + c]}; }
 double Length(const Vec& a) { return std::sqrt((a * a).sum()); }
@@ -93,7 +95,8 @@ void ExpectWalk(std::size_t i) {
 }
 
 void ExpectTrace() {
-    ASSERT_TRUE(TraceTrack() && TraceIsCurrent() && TraceUpperIndex + 1 == TrackFile.SegmentCount());
+    ASSERT_TRUE(TraceTrack());
+    ASSERT_EQ(TraceUpperIndex + 1, TrackFile.SegmentCount());
     for (std::size_t i = 0; i < TracedSegments.size(); ++i) {
         ExpectWalk(i);
         if (i == 0) continue;
@@ -157,20 +160,64 @@ TEST_F(TraceTrackTest, ShortAndEmptyPiecesKeepTheChain) {
     EXPECT_EQ(TracedSegments[3].Samples[0].Orientation, TracedSegments[0].Samples.back().Orientation);
 }
 
-TEST_F(TraceTrackTest, TracksThatCantBeWalkedLeaveTheTraceAlone) {
-    MakeTrack(WindingCircuit());
-    ASSERT_TRUE(TraceTrack());
-    const std::int32_t samples = TracedSegments[3].SampleCount();
-    const float nan = std::numeric_limits<float>::quiet_NaN(), values[] = {nan, -INFINITY, 6e5f, 3e38f};
-    for (std::size_t i = 0; i < 7; ++i) {
+TEST_F(TraceTrackTest, OnlyRollsThatTheWalkReadsMustBeFinite) {
+    const struct {
+        const char* name;
+        std::size_t node, segments;
+        bool traced;
+    } cases[] = {{"a roll in the circuit", 3, 6, false},
+                 {"node 0, which the last piece reads", 0, 6, false},
+                 {"node 0, with a node beyond the segments", 0, 5, true},
+                 {"the node that the last piece reads", 5, 5, false},
+                 {"a node beyond that", 5, 4, true}};
+    for (const auto& [name, node, segments, traced] : cases) {
         MakeTrack(WindingCircuit());
-        auto& n = TrackFile.BezierNodes;
-        float* const places[] = {&n[3].Roll, &n[0].ControlIn.x, &n[4].Position.z, &n[1].ControlOut.y};
-        if (i < 4) *places[i] = values[i];
-        if (i == 4) n.pop_back();
-        if (i > 4) TrackFile.Segments.resize(i - 5);
-        EXPECT_FALSE(TraceTrack() || TraceIsCurrent()) << i;
-        EXPECT_TRUE(TracedSegments.size() == 6 && TracedSegments[3].SampleCount() == samples) << i;
+        TrackFile.Segments.resize(segments);
+        TrackFile.BezierNodes[node].Roll = kNaN;
+        EXPECT_EQ(TraceTrack(), traced) << name;
+        EXPECT_EQ(TrackTraced, traced) << name;
+    }
+}
+
+TEST_F(TraceTrackTest, TheRollOfAPieceWithoutSamplesIsNotRead) {
+    MakeTrack({Node({50, 7, 20}, {0, 0, 2}, {0, 0, -4}), Node({50, 7, 10}, {0, 0, 2}, {}),
+               Node({50, 7, 9.8f}, {}, {0, 0, -4}, kNaN)});
+    EXPECT_TRUE(TraceTrack());
+}
+
+TEST_F(TraceTrackTest, OnlyPointsThatTheWalkReadsMustBeFinite) {
+    const struct {
+        const char* name;
+        std::size_t node;
+        Vector3D TrackBezierNode::*point;
+        float value;
+        bool traced;
+    } cases[] = {{"position", 4, &TrackBezierNode::Position, kNaN, false},
+                 {"handle of the last piece", 0, &TrackBezierNode::ControlIn, -INFINITY, false},
+                 {"handle of the first piece", 0, &TrackBezierNode::ControlOut, kNaN, false},
+                 {"a path that is too long", 2, &TrackBezierNode::Position, 6e5f, false},
+                 {"lengths beyond a float", 1, &TrackBezierNode::ControlOut, 3e38f, false},
+                 {"position beyond the segments", 5, &TrackBezierNode::Position, kNaN, true},
+                 {"handle beyond the segments", 5, &TrackBezierNode::ControlIn, kNaN, true}};
+    for (const auto& [name, node, point, value, traced] : cases) {
+        MakeTrack(WindingCircuit());
+        TrackFile.Segments.resize(5);
+        (TrackFile.BezierNodes[node].*point).y = value;
+        EXPECT_EQ(TraceTrack(), traced) << name;
+    }
+}
+
+TEST_F(TraceTrackTest, TooFewSegmentsOrNodesAreRefusedAndLeaveTheTrace) {
+    const struct { std::size_t nodes, segments; } cases[] = {{6, 0}, {6, 1}, {5, 6}};
+    for (const auto& [nodes, segments] : cases) {
+        MakeTrack(WindingCircuit());
+        ASSERT_TRUE(TraceTrack());
+        TrackFile.BezierNodes.resize(nodes);
+        TrackFile.Segments.resize(segments);
+        EXPECT_FALSE(TraceTrack()) << segments;
+        EXPECT_FALSE(TrackTraced) << segments;
+        EXPECT_EQ(TraceUpperIndex, static_cast<std::int32_t>(segments) - 1);
+        EXPECT_EQ(TracedSegments.size(), 6u) << segments;
     }
 }
 

@@ -1,0 +1,52 @@
+#include "base/Text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+namespace boreforge {
+
+namespace {
+
+// The characters of the bytes 80 to 9F; the five bytes that mean no character stay control characters. From
+// Unicode's mapping table CP1252.TXT.
+constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                         0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                         0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr char32_t kNoCharacter = 0xFFFFFFFF;
+
+// Takes the first character off a text in UTF-8. Stray bytes and overlong forms are no characters.
+char32_t TakeCharacter(std::string_view& text) {
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const std::size_t length = byte(0) < 0x80 ? 1 : byte(0) >> 5 == 6 ? 2 : byte(0) >> 4 == 14 ? 3 : 0;
+    if (length == 0 || text.size() < length) return kNoCharacter;
+    char32_t character = length == 1 ? byte(0) : byte(0) & (0x7F >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if (byte(i) >> 6 != 2) return kNoCharacter;
+        character = character << 6 | (byte(i) & 0x3F);
+    }
+    constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800};
+    text.remove_prefix(length);
+    return character < kFirstOfLength[length] ? kNoCharacter : character;
+}
+
+}  // namespace
+
+std::optional<std::string> ToWindows1252(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        char32_t character = TakeCharacter(text);
+        if (character >= 0x80 && (character < 0xA0 || character > 0xFF)) {
+            const auto found = std::ranges::find(kUpperControls, character);
+            if (found == std::end(kUpperControls)) return std::nullopt;
+            character = static_cast<char32_t>(0x80 + (found - std::begin(kUpperControls)));
+        }
+        bytes += static_cast<char>(character);
+    }
+    return bytes;
+}
+
+}  // namespace boreforge
