@@ -1,15 +1,15 @@
 // Places of windows and controls, in twips as the windows were designed: 1440 to the inch, 15 to the logical
-// pixel, which the toolkit scales on high-density screens.
+// pixel. Qt scales logical pixels on high-density screens.
 #pragma once
 
 #include <QFont>
-#include <QFontMetrics>
+#include <QMargins>
+#include <QPoint>
 #include <QRect>
 #include <QSize>
 #include <QString>
 #include <QWidget>
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -26,47 +26,36 @@ struct ControlPlace {
 // The size of the text in both windows, 8.25 points at 96 dots per inch; it fits the places.
 inline constexpr int kTextPixels = 11;
 
-inline QFont WindowFont(const QWidget& widget) {
-    QFont font = widget.font();
-    font.setPixelSize(kTextPixels);
-    return font;
-}
+// The widget's font in that size.
+QFont WindowFont(const QWidget& widget);
 
-// Gives a control its name, its place and the font of the windows.
-inline void Place(QWidget* control, const ControlPlace& place) {
-    control->setObjectName(QString::fromLatin1(place.name));
-    control->setGeometry(PixelsOf(place.left), PixelsOf(place.top), PixelsOf(place.width),
-                         PixelsOf(place.height));
-    control->setFont(WindowFont(*control));
-}
+// Sets a control's name, its place and the font of the windows.
+void Place(QWidget* control, const ControlPlace& place);
 
 // Controls with their tab indices; the key focus goes through them in ascending order.
 using TabOrder = std::vector<std::pair<int, QWidget*>>;
 
-inline void ApplyTabOrder(TabOrder order) {
-    std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    for (std::size_t i = 1; i < order.size(); ++i)
-        QWidget::setTabOrder(order[i - 1].second, order[i].second);
-}
+void ApplyTabOrder(TabOrder order);
 
-// Narrows the letters of a text until it fits into `size` logical pixels; places are fixed, fonts differ in
-// width. With `wrap` the text may take several lines.
-inline void FitText(QWidget* control, const QString& text, QSize size, bool wrap = false) {
-    constexpr int kNarrowest = 60;  // percent
-    QFont font = control->font();
-    const auto taken = [&](int stretch) {
-        font.setStretch(stretch);
-        const QRect room(QPoint(0, 0), QSize(size.width(), 1000));
-        return QFontMetrics(font).boundingRect(room, wrap ? Qt::TextWordWrap : 0, text).size();
-    };
-    // The width follows the letters', so that few of them have to be tried: each is a search among the fonts.
-    int stretch = 100;
-    if (const int width = taken(stretch).width(); !wrap && width > size.width())
-        stretch = std::max(kNarrowest, stretch * size.width() / width / 2 * 2);
-    while (stretch > kNarrowest && taken(stretch).boundedTo(size) != taken(stretch))
-        stretch -= 2;
-    font.setStretch(stretch);
-    control->setFont(font);
-}
+// The widest text that a control shows and the room for it, in logical pixels. A text of one line may be
+// taller than its room.
+struct TextPlace {
+    QWidget* control = nullptr;
+    QString text;
+    QSize room;
+    bool wraps = false;
+};
+
+// Narrows the letters of all these controls by the same factor until each text fits: places are fixed, fonts
+// differ in width. Below 60 percent nobody could read them, and what doesn't fit then is cut off.
+void FitTexts(const std::vector<TextPlace>& places);
+
+// Where the upper left corner of a window's frame belongs: the frame is in the middle of `area`, but inside
+// `screen`; if it is larger than the screen its upper left corner stays visible. Logical pixels.
+QPoint CentredCorner(QSize inside, const QMargins& frame, const QRect& area, const QRect& screen);
+
+// Centres a window that isn't shown yet in `area`, on `screen`. The frame may be known only when the window
+// is on the screen: until then `frame` is the guess, and the first paint corrects it.
+void CentreFrame(QWidget* window, const QRect& area, const QRect& screen, const QMargins& frame = {});
 
 }  // namespace boreforge

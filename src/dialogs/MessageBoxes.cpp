@@ -20,7 +20,7 @@ QWidget* MessageOwner() {
 }  // namespace
 
 void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
-    // A job that reports a failure has a waiting cursor up; over a question the user sees a pointer.
+    // A job that reports a failure has a waiting cursor up; over the box the user sees a pointer.
     const bool waiting = QApplication::overrideCursor() != nullptr;
     if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
     QMessageBox box(icon == MessageIcon::Information ? QMessageBox::Information : QMessageBox::Warning,

@@ -1,7 +1,6 @@
 // How messages reach the user of a window.
 #pragma once
 
-#include <exception>
 #include <new>
 #include <string>
 
@@ -9,15 +8,15 @@
 
 namespace boreforge {
 
-// The hook that shows a modal message box with an OK button over the active window and waits for the user.
+// A message hook: shows a modal message box with an OK button over the active window and waits for the user.
 void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon);
 
-// Runs what an event asks for. When memory runs out the user is told, and the program goes on.
+// Runs what an event asks for. If memory runs out the user is told, and the program goes on.
 template <class Action>
 void Guarded(Action action) {
     try {
         action();
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
         ShowError("Error - Not Enough Memory!");
     }
 }

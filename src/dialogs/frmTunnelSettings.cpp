@@ -1,15 +1,14 @@
 #include "dialogs/frmTunnelSettings.h"
 
 #include <QApplication>
-#include <QGroupBox>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QProxyStyle>
 #include <QPushButton>
-
-#include <functional>
+#include <QScreen>
+#include <QWindow>
 
 #include "dialogs/MessageBoxes.h"
+#include "dialogs/QtColor.h"
 #include "dialogs/mColorDialog.h"
 #include "dialogs/mFileDialog.h"
 #include "job/mMain.h"
@@ -41,98 +40,30 @@ constexpr ControlPlace kStart{"btnStart", 4200, 3660, 1095, 315, 3};
 constexpr ControlPlace kCancel{"btnCancel", 5400, 3660, 1095, 315, 4};
 
 constexpr char kNote[] =
-    "Note: Any track modification will require that the track be re-saved.  It is highly recommended that "
-    "you "
-    "have a back-up copy of the track file.";
+    "Note: Any track modification will require that the track be re-saved.  "
+    "It is highly recommended that you have a back-up copy of the track file.";
 
-// A label that is clicked like a button.
-class Swatch : public QLabel {
-  public:
-    Swatch(QWidget* parent, std::function<void()> clicked) : QLabel(parent), clicked_(std::move(clicked)) {}
-
-  protected:
-    void mousePressEvent(QMouseEvent*) override {}
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) clicked_();
-    }
-
-  private:
-    std::function<void()> clicked_;
-};
-
-QGroupBox* MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption) {
-    auto* const frame = new QGroupBox(caption, parent);
-    Place(frame, place);
-    FitText(frame, caption, frame->size() - QSize(24, 0));
-    return frame;
-}
-
-QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* text, bool wrap = false) {
-    auto* const label = new QLabel(text, parent);
-    Place(label, place);
-    label->setWordWrap(wrap);
-    FitText(label, text, label->size() + QSize(0, wrap ? 0 : 8), wrap);
-    return label;
-}
-
-// The platform's dark shadow of a button, a dark grey on a light desktop. On a dark one it would
-// vanish, and the softened text colour stands in.
+// A button's dark shadow, as the platform's dialogs have it: dark grey on a light desktop. On a dark one it
+// couldn't be read, and a softer text colour takes its place.
 void SetNoteColor(QLabel* label) {
+    constexpr int kMiddle = 128, kSofter = 125;  // of 255; percent
     QPalette palette = label->palette();
-    QColor color = palette.color(QPalette::WindowText);
-    if (palette.color(QPalette::Window).lightness() < 128) {
-        color = color.darker(125);
-    } else {
-        std::int32_t red = 0, green = 0, blue = 0;
-        SplitColor(SystemColor(21), red, green, blue);
-        color = QColor(red, green, blue);
-    }
-    palette.setColor(QPalette::WindowText, color);
+    const bool dark = palette.color(QPalette::Window).lightness() < kMiddle;
+    palette.setColor(QPalette::WindowText, dark ? palette.color(QPalette::WindowText).darker(kSofter)
+                                                : ToQColor(SystemColor(kButtonDarkShadow)));
     label->setPalette(palette);
 }
 
-// The check box's place is lower than the box that most styles draw.
+// A check box's place is lower than the box that most styles draw.
+constexpr int kCheckBoxPixels = 12;
+
 class LowCheckBoxStyle : public QProxyStyle {
   public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         const bool box = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
-        return box ? 12 : QProxyStyle::pixelMetric(metric, option, widget);
+        return box ? kCheckBoxPixels : QProxyStyle::pixelMetric(metric, option, widget);
     }
 };
-
-QCheckBox* MakeCheck(QWidget* parent, const ControlPlace& place, const char* text, bool checked,
-                     TabOrder& order) {
-    auto* const check = new QCheckBox(text, parent);
-    Place(check, place);
-    auto* const style = new LowCheckBoxStyle;
-    style->setParent(check);
-    check->setStyle(style);
-    check->setChecked(checked);
-    check->setAccessibleName(text);
-    constexpr int kBox = 22;  // logical pixels of the box and the gap beside it
-    FitText(check, text, check->size() - QSize(kBox, -8));
-    order.emplace_back(place.tabIndex, check);
-    return check;
-}
-
-// A scroll bar for a percentage, with a label that shows its value also while the thumb is dragged.
-QScrollBar* MakePercentBar(QWidget* parent, const ControlPlace& place, int value, QLabel* readOut,
-                           const char* name, TabOrder& order) {
-    auto* const bar = new QScrollBar(Qt::Horizontal, parent);
-    Place(bar, place);
-    bar->setRange(0, 100);
-    bar->setSingleStep(1);
-    bar->setPageStep(5);
-    bar->setFocusPolicy(Qt::StrongFocus);
-    bar->setAccessibleName(name);
-    const auto show = [readOut](int percent) { readOut->setText(QString::number(percent) + '%'); };
-    QObject::connect(bar, &QScrollBar::valueChanged, readOut, show);
-    bar->setValue(value);
-    show(value);
-    readOut->setAlignment(Qt::AlignCenter);
-    order.emplace_back(place.tabIndex, bar);
-    return bar;
-}
 
 }  // namespace
 
@@ -140,7 +71,7 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
     setObjectName("frmTunnelSettings");
     setWindowTitle("3DS Tunnel Settings...");
-    // The caption stands in the frame's upper line, so that the frame keeps its place under every style.
+    // The caption is on the frame's upper line, so that the frame keeps its place under every style.
     setStyleSheet(
         "QGroupBox { border: 1px solid palette(mid); border-radius: 3px; margin-top: 7px; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }");
@@ -148,9 +79,58 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     MakeTunnelFrame();
     MakeModificationFrame();
     MakeButtons();
+    FitTexts(texts_);
     ApplyTabOrder(tabOrder_);
     chkRemTunnels_->setFocus();  // the first in that order; a list with the focus would change by a stray key
-    if (owner) move(owner->frameGeometry().center() - rect().center());
+    if (owner) {
+        const QMargins frame = owner->windowHandle() ? owner->windowHandle()->frameMargins() : QMargins();
+        CentreFrame(this, owner->frameGeometry(), owner->screen()->availableGeometry(), frame);
+    }
+}
+
+QGroupBox* frmTunnelSettings::MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption) {
+    constexpr int kCorners = 24;  // logical pixels beside the caption
+    auto* const frame = new QGroupBox(caption, parent);
+    Place(frame, place);
+    frame->setAccessibleName(caption);
+    texts_.push_back({frame, caption, frame->size() - QSize(kCorners, 0)});
+    return frame;
+}
+
+QLabel* frmTunnelSettings::MakeLabel(QWidget* parent, const ControlPlace& place, const char* text) {
+    auto* const label = new QLabel(text, parent);
+    Place(label, place);
+    texts_.push_back({label, text, label->size()});
+    return label;
+}
+
+QCheckBox* frmTunnelSettings::MakeCheck(QWidget* parent, const ControlPlace& place, const char* text,
+                                        bool checked) {
+    constexpr int kGap = 10;  // logical pixels beside the box
+    auto* const check = new QCheckBox(text, parent);
+    Place(check, place);
+    auto* const style = new LowCheckBoxStyle;
+    style->setParent(check);
+    check->setStyle(style);
+    check->setChecked(checked);
+    check->setAccessibleName(text);
+    texts_.push_back({check, text, check->size() - QSize(kCheckBoxPixels + kGap, 0)});
+    tabOrder_.emplace_back(place.tabIndex, check);
+    return check;
+}
+
+QScrollBar* frmTunnelSettings::MakePercentBar(QWidget* parent, const ControlPlace& place, int value,
+                                              QLabel* readOut, const char* name) {
+    auto* const bar = new PercentBar(parent);
+    Place(bar, place);
+    bar->setAccessibleName(name);
+    const auto show = [readOut](int percent) { readOut->setText(QString::number(percent) + '%'); };
+    connect(bar, &QScrollBar::valueChanged, readOut, show);
+    bar->setValue(value);
+    show(value);
+    readOut->setAlignment(Qt::AlignCenter);
+    tabOrder_.emplace_back(place.tabIndex, bar);
+    return bar;
 }
 
 void frmTunnelSettings::MakeTunnelFrame() {
@@ -158,47 +138,47 @@ void frmTunnelSettings::MakeTunnelFrame() {
     QGroupBox* const settings = MakeFrame(this, kFrame5, "Tunnel Settings");
 
     QGroupBox* const color = MakeFrame(settings, kFrame1, "Tunnel Color");
-    lblTColor_ = new Swatch(color, [this] { Guarded([this] { ChooseTunnelColor(); }); });
+    lblTColor_ = new Swatch(color);
     Place(lblTColor_, kTColor);
+    lblTColor_->Pressed = [this] { Guarded([this] { ChooseTunnelColor(); }); };
     lblTColor_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     lblTColor_->setAutoFillBackground(true);
-    lblTColor_->setCursor(Qt::PointingHandCursor);
     lblTColor_->setAccessibleName("Tunnel Color");
+    tabOrder_.emplace_back(kTColor.tabIndex, lblTColor_);
     ShowTunnelColor();
 
     QGroupBox* const detail = MakeFrame(settings, kFrame4, "Tunnel Curvature Detail");
-    cmbDetail_ = new QComboBox(detail);
+    cmbDetail_ = new NamedList(detail);
     Place(cmbDetail_, kDetail);
     for (const DetailChoice& choice : kDetails)
         cmbDetail_->addItem(QString::fromLatin1(choice.name.data()));
     cmbDetail_->setCurrentIndex(defaults.DetailItem);
     cmbDetail_->setAccessibleName("Tunnel Curvature Detail");
+    constexpr int kArrow = 30;  // logical pixels of the arrow and the frame
+    texts_.push_back({cmbDetail_, "Extreme", cmbDetail_->size() - QSize(kArrow, 0)});
     tabOrder_.emplace_back(kDetail.tabIndex, cmbDetail_);
 
     QGroupBox* const transparency = MakeFrame(settings, kFrame3, "Tunnel Transparency");
-    QLabel* const lblTrans = MakeLabel(transparency, kTransText, "");
-    hsTrans_ = MakePercentBar(transparency, kTransBar, defaults.Transparency, lblTrans, "Tunnel Transparency",
-                              tabOrder_);
+    QLabel* const lblTrans = MakeLabel(transparency, kTransText, "100%");
+    hsTrans_ =
+        MakePercentBar(transparency, kTransBar, defaults.Transparency, lblTrans, "Tunnel Transparency");
 
-    chkDoubleSided_ =
-        MakeCheck(settings, kDoubleSided, "Double-Sided Faces", defaults.DoubleSided, tabOrder_);
+    chkDoubleSided_ = MakeCheck(settings, kDoubleSided, "Double-Sided Faces", defaults.DoubleSided);
     SetNoteColor(MakeLabel(settings, kLabel2, "It's an option, but it's not recommended!"));
 }
 
 void frmTunnelSettings::MakeModificationFrame() {
     const TunnelChoices defaults;
     QGroupBox* const changes = MakeFrame(this, kFrame2, "Track Modifications");
-    chkRemTunnels_ =
-        MakeCheck(changes, kRemTunnels, "Remove Tunnel Flags", defaults.RemoveTunnels, tabOrder_);
-    chkDimColors_ =
-        MakeCheck(changes, kDimColors, "Dim Tunneled Segment Colors", defaults.DimColors, tabOrder_);
-    QLabel* const lblDimPercent = MakeLabel(changes, kDimText, "");
+    chkRemTunnels_ = MakeCheck(changes, kRemTunnels, "Remove Tunnel Flags", defaults.RemoveTunnels);
+    chkDimColors_ = MakeCheck(changes, kDimColors, "Dim Tunneled Segment Colors", defaults.DimColors);
+    QLabel* const lblDimPercent = MakeLabel(changes, kDimText, "100%");
     lblDimPercent->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    hsDimPercent_ =
-        MakePercentBar(changes, kDimBar, defaults.DimPercent, lblDimPercent, "Dim Percentage", tabOrder_);
-    chkPlaceIt_ =
-        MakeCheck(changes, kPlaceIt, "Place the Object in My Track for Me", defaults.PlaceObject, tabOrder_);
-    QLabel* const note = MakeLabel(changes, kLabel1, kNote, true);
+    hsDimPercent_ = MakePercentBar(changes, kDimBar, defaults.DimPercent, lblDimPercent, "Dim Percentage");
+    chkPlaceIt_ = MakeCheck(changes, kPlaceIt, "Place the Object in My Track for Me", defaults.PlaceObject);
+    QLabel* const note = MakeLabel(changes, kLabel1, kNote);
+    note->setWordWrap(true);
+    texts_.back().wraps = true;
     note->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     SetNoteColor(note);
 }
@@ -209,6 +189,7 @@ void frmTunnelSettings::MakeButtons() {
         Place(button, place);
         button->setAutoDefault(false);
         button->setAccessibleName(text);
+        texts_.push_back({button, text, button->size()});
         tabOrder_.emplace_back(place.tabIndex, button);
         return button;
     };
@@ -241,7 +222,8 @@ void frmTunnelSettings::Make() {
     arguments.DialogTitle = "Save Tunnel as 3DS Object...";
     arguments.DefaultExtension = "3ds";
     arguments.Owner = this;
-    if (!ShowSaveFileDialog(arguments, true)) return;
+    arguments.OverwritePrompt = true;
+    if (!ShowSaveFileDialog(arguments)) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     Guarded([&] { RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString())); });
     QApplication::restoreOverrideCursor();
@@ -249,17 +231,19 @@ void frmTunnelSettings::Make() {
 }
 
 void frmTunnelSettings::ChooseTunnelColor() {
-    PackedColor chosen = color_;
-    if (!ShowColorDialog(chosen, true, true, false, this)) return;
-    color_ = chosen;
+    ColorDialogArguments arguments;
+    arguments.Color = color_;
+    arguments.AnyColor = true;
+    arguments.FullOpen = true;
+    arguments.Owner = this;
+    if (!ShowColorDialog(arguments)) return;
+    color_ = arguments.Color;
     ShowTunnelColor();
 }
 
 void frmTunnelSettings::ShowTunnelColor() {
-    std::int32_t red = 0, green = 0, blue = 0;
-    SplitColor(color_, red, green, blue);
     QPalette palette = lblTColor_->palette();
-    palette.setColor(QPalette::Window, QColor(red, green, blue));
+    palette.setColor(QPalette::Window, ToQColor(color_));
     lblTColor_->setPalette(palette);
 }
 

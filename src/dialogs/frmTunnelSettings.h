@@ -4,10 +4,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QGroupBox>
 #include <QLabel>
 #include <QScrollBar>
 
+#include <vector>
+
 #include "dialogs/ControlTable.h"
+#include "dialogs/SettingsControls.h"
 #include "job/TunnelSettings.h"
 
 namespace boreforge {
@@ -24,6 +28,12 @@ class frmTunnelSettings : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    QGroupBox* MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption);
+    QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* widestText);
+    QCheckBox* MakeCheck(QWidget* parent, const ControlPlace& place, const char* text, bool checked);
+    // A bar with a label that shows its value, also while the thumb is dragged.
+    QScrollBar* MakePercentBar(QWidget* parent, const ControlPlace& place, int value, QLabel* readOut,
+                               const char* name);
     void MakeTunnelFrame();
     void MakeModificationFrame();
     void MakeButtons();
@@ -32,7 +42,7 @@ class frmTunnelSettings : public QDialog {
     void ShowTunnelColor();
 
     PackedColor color_ = TunnelChoices().Color;
-    QLabel* lblTColor_ = nullptr;
+    Swatch* lblTColor_ = nullptr;
     QComboBox* cmbDetail_ = nullptr;
     QScrollBar* hsTrans_ = nullptr;
     QScrollBar* hsDimPercent_ = nullptr;
@@ -41,6 +51,7 @@ class frmTunnelSettings : public QDialog {
     QCheckBox* chkDimColors_ = nullptr;
     QCheckBox* chkPlaceIt_ = nullptr;
     TabOrder tabOrder_;
+    std::vector<TextPlace> texts_;
 };
 
 }  // namespace boreforge

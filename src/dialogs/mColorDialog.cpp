@@ -4,67 +4,63 @@
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "dialogs/QtColor.h"
+
 namespace boreforge {
 
 std::array<PackedColor, 16> CustomColors{};
-std::int32_t (*ChooseColor)(ColorDialogRecord& record) = ToolkitColorDialog;
+std::int32_t (*ChooseColor)(ColorDialogArguments& record) = QtColorDialog;
 
 namespace {
 
 bool customColorsReady = false;
 
-// The roles of the toolkit's palette for the platform's indices 0 to 15: scroll bar, desktop, active and
-// inactive title bar, menu, window, window frame, texts of menu, window and title bar, active and inactive
-// border, workspace, highlight and its text, button.
+// The roles of Qt's palette for the platform's indices 0 to 15: scroll bar, desktop, active and inactive
+// title bar, menu, window, window frame, texts of menu, window and title bar, active and inactive border,
+// workspace, highlight and its text, button.
 constexpr QPalette::ColorRole kSystemRoles[] = {
     QPalette::Mid,    QPalette::Dark,   QPalette::Highlight,  QPalette::Mid,       QPalette::Window,
     QPalette::Base,   QPalette::Shadow, QPalette::WindowText, QPalette::Text,      QPalette::HighlightedText,
     QPalette::Button, QPalette::Window, QPalette::Dark,       QPalette::Highlight, QPalette::HighlightedText,
     QPalette::Button,
 };
-constexpr int kButtonDarkShadow = 21;
 
-PackedColor Packed(const QColor& color) { return PackColor(color.red(), color.green(), color.blue()); }
-
-QColor Unpacked(PackedColor color) {
-    std::int32_t red = 0, green = 0, blue = 0;
-    SplitColor(color, red, green, blue);
-    return QColor(red, green, blue);
+std::int32_t FlagsOf(const ColorDialogArguments& arguments) {
+    return kStartFromColor | (arguments.AnyColor ? kAnyColor : kSolidColor) |
+           (arguments.FullOpen ? kFullOpen : 0) | (arguments.PreventFullOpen ? kPreventFullOpen : 0);
 }
 
 }  // namespace
 
 PackedColor SystemColor(int index) {
     const QPalette palette = QGuiApplication::palette();
-    if (index >= 0 && index < 16) return Packed(palette.color(kSystemRoles[index]));
-    // The toolkit's shadow is a shade lighter than the platform's dark one.
-    return index == kButtonDarkShadow ? Packed(palette.color(QPalette::Shadow).darker(115)) : 0;
+    if (index >= 0 && index < 16) return ToPackedColor(palette.color(kSystemRoles[index]));
+    // Qt's shadow is a shade lighter than the platform's dark one.
+    constexpr int kDarker = 115;  // percent
+    return index == kButtonDarkShadow ? ToPackedColor(palette.color(QPalette::Shadow).darker(kDarker)) : 0;
 }
 
-std::int32_t ToolkitColorDialog(ColorDialogRecord& record) {
-    for (int i = 0; i < 16; ++i)
-        QColorDialog::setCustomColor(i, Unpacked(CustomColors[static_cast<std::size_t>(i)]));
-    QColorDialog dialog(Unpacked(record.Color), record.Owner);
+std::int32_t QtColorDialog(ColorDialogArguments& record) {
+    for (int i = 0; const PackedColor color : CustomColors)
+        QColorDialog::setCustomColor(i++, ToQColor(color));
+    QColorDialog dialog(ToQColor(record.Color), record.Owner);
     dialog.setOption(QColorDialog::DontUseNativeDialog);  // others don't offer the custom colours
     const bool chosen = dialog.exec() == QDialog::Accepted;
-    for (int i = 0; i < 16; ++i)
-        CustomColors[static_cast<std::size_t>(i)] = Packed(QColorDialog::customColor(i));
-    if (chosen) record.Color = Packed(dialog.selectedColor());
+    for (int i = 0; PackedColor & color : CustomColors)
+        color = ToPackedColor(QColorDialog::customColor(i++));
+    if (chosen) record.Color = ToPackedColor(dialog.selectedColor());
     return chosen ? 1 : 0;
 }
 
-bool ShowColorDialog(PackedColor& Color, bool AnyColor, bool FullOpen, bool PreventFullOpen, QWidget* Owner) {
+bool ShowColorDialog(ColorDialogArguments& arguments) {
     if (!customColorsReady) {
-        for (int i = 0; i < 16; ++i)
-            CustomColors[static_cast<std::size_t>(i)] = SystemColor(i);
+        for (int i = 0; PackedColor & color : CustomColors)
+            color = SystemColor(i++);
         customColorsReady = true;
     }
-    ColorDialogRecord record{Color,
-                             kStartFromColor | (AnyColor ? kAnyColor : kSolidColor) |
-                                 (FullOpen ? kFullOpen : 0) | (PreventFullOpen ? kPreventFullOpen : 0),
-                             Owner};
-    const bool chosen = ChooseColor(record) == 1;
-    Color = chosen ? record.Color : -1;
+    arguments.Flags = FlagsOf(arguments);
+    const bool chosen = ChooseColor(arguments) == 1;
+    if (!chosen) arguments.Color = -1;
     return chosen;
 }
 

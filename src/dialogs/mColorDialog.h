@@ -10,15 +10,11 @@
 
 namespace boreforge {
 
-// The dialog's 16 slots for colours of the user's own. The first call fills them with the first 16 system
-// colours; from then on the user's changes live as long as the program.
+// The dialog's 16 slots for the user's own colours. The first call fills them with the first 16 system
+// colours; from then on the user's changes last as long as the program runs.
 extern std::array<PackedColor, 16> CustomColors;
 
-// Starts with `Color`. On true it is the colour chosen, on false -1. AnyColor, FullOpen and PreventFullOpen
-// speak of a screen with few colours and of a dialog that unfolds; the toolkit's dialog shows everything.
-bool ShowColorDialog(PackedColor& Color, bool AnyColor, bool FullOpen, bool PreventFullOpen, QWidget* Owner);
-
-// What the dialog is given. Flags have the values that callers of the platform's own dialog know.
+// Dialog flags, with the values that callers of the platform's own dialog know.
 enum ColorDialogFlag : std::int32_t {
     kStartFromColor = 0x1,
     kFullOpen = 0x2,
@@ -26,19 +22,31 @@ enum ColorDialogFlag : std::int32_t {
     kSolidColor = 0x80,
     kAnyColor = 0x100,
 };
-struct ColorDialogRecord {
+
+// What a dialog is told and what it answers. Color is the colour to start with; then the colour chosen, or -1
+// if none was. The next three are about screens with few colours and about a dialog that unfolds: Qt's dialog
+// always shows everything. Flags are derived from them.
+struct ColorDialogArguments {
     PackedColor Color = 0;
-    std::int32_t Flags = 0;
+    bool AnyColor = false;
+    bool FullOpen = false;
+    bool PreventFullOpen = false;
     QWidget* Owner = nullptr;
+    std::int32_t Flags = 0;
 };
 
-// The call that runs the dialog: 1 when the user chose a colour, 0 when not; it reads and writes
-// CustomColors. A test may answer for the user here.
-std::int32_t ToolkitColorDialog(ColorDialogRecord& record);
-extern std::int32_t (*ChooseColor)(ColorDialogRecord& record);
+// Runs the dialog; true if the user chose a colour.
+bool ShowColorDialog(ColorDialogArguments& arguments);
 
-// The colour of a part of the desktop, by its platform index; indices from 0 to 15 and 21 are known, black
-// stands for others.
+// The call that runs the dialog: 1 if the user chose a colour, else 0; it reads and writes CustomColors. A
+// test may answer for the user here.
+std::int32_t QtColorDialog(ColorDialogArguments& record);
+extern std::int32_t (*ChooseColor)(ColorDialogArguments& record);
+
+// The platform's index of a button's dark shadow among its system colours.
+inline constexpr int kButtonDarkShadow = 21;
+
+// The colour of a part of the desktop by its platform index, 0 to 15 or kButtonDarkShadow; black for others.
 PackedColor SystemColor(int index);
 
 }  // namespace boreforge

@@ -4,14 +4,24 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QListView>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QStringList>
+#include <QTreeView>
+#include <QWindow>
 
 #include <algorithm>
+#include <utility>
+
+#include "dialogs/ControlTable.h"
 
 namespace boreforge {
 
-FileDialogCalls fileDialogCalls = ToolkitFileDialogs();
+FileDialogCalls fileDialogCalls = QtFileDialogs();
 
 namespace {
 
@@ -23,9 +33,9 @@ QString ConvertFilter(QString filter) {
     return filter + QChar(0) + QChar(0);
 }
 
-// The toolkit's form of a converted filter: "text (pattern pattern)". A display text that names its own
-// patterns is in that form already.
-QStringList ToolkitFilters(const QString& converted) {
+// A converted filter in Qt's form: "text (pattern pattern)". A display text that names its own patterns is in
+// that form already.
+QStringList QtFilters(const QString& converted) {
     const QStringList parts = converted.split(QChar(0));
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size() && !parts[i].isEmpty(); i += 2) {
@@ -35,43 +45,101 @@ QStringList ToolkitFilters(const QString& converted) {
     return filters;
 }
 
-// Where a save may start in place of a folder: the folders of an installed program belong to the
-// administrator, and the user's files go elsewhere.
+// Where a save starts instead of `folder` if nobody but the administrator may write there, as in the folders
+// of an installed program.
 QString WritableStart(const QString& folder) {
     if (QFileInfo(folder).isWritable()) return folder;
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
-void SetStart(QFileDialog& dialog, const FileDialogArguments& record) {
+// Qt's own dialog is the same on every desktop. A desktop's may add the extension after it has looked for an
+// existing file, and would then replace that file without asking.
+class FileDialog : public QFileDialog {
+  public:
+    FileDialog(const FileDialogArguments& record, AcceptMode acceptMode);
+
+    void accept() override;
+
+  private:
+    void SetStart(const FileDialogArguments& record);
+    void FitColumns();
+
+    QLineEdit* name_ = nullptr;
+    QListView* list_ = nullptr;
+    QTreeView* table_ = nullptr;  // the same files with their sizes and dates
+    bool fitted_ = false;
+};
+
+FileDialog::FileDialog(const FileDialogArguments& record, AcceptMode acceptMode)
+    : QFileDialog(record.Owner, record.DialogTitle) {
+    setOption(DontUseNativeDialog);
+    setOption(DontConfirmOverwrite, !(record.Flags & kOverwritePrompt));
+    setAcceptMode(acceptMode);
+    if (acceptMode == AcceptSave)
+        setLabelText(LookIn, "Save in:");
+    else if (record.Flags & kFileMustExist)
+        setFileMode(ExistingFile);
+    const QStringList filters = QtFilters(record.Filter);
+    setNameFilters(filters);
+    selectNameFilter(filters.value(record.FilterIndex - 1));
+    setDefaultSuffix(record.DefaultExtension);
+    name_ = findChild<QLineEdit*>("fileNameEdit");
+    list_ = findChild<QListView*>("listView");
+    table_ = findChild<QTreeView*>("treeView");
+    connect(findChild<QFileSystemModel*>(), &QFileSystemModel::directoryLoaded, this,
+            [this] { FitColumns(); });
+    SetStart(record);
+}
+
+void FileDialog::SetStart(const FileDialogArguments& record) {
     const QFileInfo named(record.FileName);
     const QString& folder = record.InitialFolder;
     if (named.isAbsolute() && named.dir().exists())
-        dialog.setDirectory(named.dir());
+        setDirectory(named.dir());
     else if (QDir(folder).exists())
-        dialog.setDirectory(dialog.acceptMode() == QFileDialog::AcceptSave ? WritableStart(folder) : folder);
-    if (!record.FileName.isEmpty()) dialog.selectFile(named.fileName());
+        setDirectory(acceptMode() == AcceptSave ? WritableStart(folder) : folder);
+    if (!record.FileName.isEmpty()) selectFile(named.fileName());
 }
 
-std::int32_t RunDialog(FileDialogArguments& record, QFileDialog::AcceptMode acceptMode,
-                       QFileDialog::FileMode fileMode) {
-    QFileDialog dialog(record.Owner, record.DialogTitle);
-    // The toolkit's own dialog behaves alike on every desktop; that of a desktop may add an extension after
-    // it has looked for an existing file, and would replace that file unasked.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(record.Flags & kOverwritePrompt));
-    dialog.setAcceptMode(acceptMode);
-    dialog.setFileMode(fileMode);
-    const QStringList filters = ToolkitFilters(record.Filter);
-    dialog.setNameFilters(filters);
-    if (record.FilterIndex >= 1 && record.FilterIndex <= filters.size())
-        dialog.selectNameFilter(filters[record.FilterIndex - 1]);
-    dialog.setDefaultSuffix(record.DefaultExtension);
-    SetStart(dialog, record);
+// Qt takes the selected row of the list, which may lag behind what was typed while the list is still loading.
+// It also splits a typed name at double quotes and would save under a part of it. So Return in the name box
+// takes what the box says, and a name with a double quote is taken only from the list.
+void FileDialog::accept() {
+    const QString name = name_->text();
+    QItemSelectionModel* const selection = list_->selectionModel();
+    const QModelIndexList rows = selection->selectedRows();
+    const bool picked = rows.size() == 1 && rows.first().data() == name;
+    if (name.contains('"') && !picked) return;
+    if (name_->hasFocus() && !name.isEmpty() && !picked) selection->clearSelection();
+    QFileDialog::accept();
+}
+
+// Makes the columns as wide as what the folder holds and, the first time, the dialog as wide as its columns,
+// as far as the screen allows.
+void FileDialog::FitColumns() {
+    if (table_->model()->rowCount(table_->rootIndex()) == 0) return;
+    const QHeaderView& header = *table_->header();
+    for (int column = 0; column < header.count(); ++column)
+        table_->resizeColumnToContents(column);
+    if (std::exchange(fitted_, true)) return;
+    const QRect screenArea = screen()->availableGeometry();
+    const int wanted = width() + header.length() - table_->viewport()->width();
+    const int widest = screenArea.width() - (frameGeometry().width() - width());
+    if (wanted <= width()) return;
+    const QRect before = frameGeometry();
+    resize(std::min(wanted, widest), height());
+    const QMargins frame = windowHandle()->frameMargins();
+    move(CentredCorner(size(), frame, before, screenArea));
+}
+
+std::int32_t RunDialog(FileDialogArguments& record, QFileDialog::AcceptMode acceptMode) {
+    FileDialog dialog(record, acceptMode);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return 0;
     record.FileName = dialog.selectedFiles().first();
     record.FileTitle = QFileInfo(record.FileName).fileName();
-    record.FilterIndex = static_cast<std::int32_t>(filters.indexOf(dialog.selectedNameFilter())) + 1;
+    const qsizetype filter = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
+    record.FilterIndex = static_cast<std::int32_t>(filter) + 1;
     return 1;
 }
 
@@ -89,29 +157,23 @@ bool Show(FileDialogArguments& arguments, std::int32_t flags, std::int32_t (*cal
 
 }  // namespace
 
-FileDialogCalls ToolkitFileDialogs() {
-    return {[](FileDialogArguments& record) {
-                return RunDialog(
-                    record, QFileDialog::AcceptOpen,
-                    record.Flags & kFileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-            },
-            [](FileDialogArguments& record) {
-                return RunDialog(record, QFileDialog::AcceptSave, QFileDialog::AnyFile);
-            }};
+FileDialogCalls QtFileDialogs() {
+    return {[](FileDialogArguments& record) { return RunDialog(record, QFileDialog::AcceptOpen); },
+            [](FileDialogArguments& record) { return RunDialog(record, QFileDialog::AcceptSave); }};
 }
 
-bool ShowOpenFileDialog(FileDialogArguments& arguments, bool FileMustExist, bool& ReadOnly,
-                        bool HideReadOnly) {
-    const std::int32_t flags = (FileMustExist ? kFileMustExist : 0) | (ReadOnly ? kReadOnlyTicked : 0) |
-                               (HideReadOnly ? kHideReadOnly : 0);
+bool ShowOpenFileDialog(FileDialogArguments& arguments) {
+    const std::int32_t flags = (arguments.FileMustExist ? kFileMustExist : 0) |
+                               (arguments.ReadOnly ? kReadOnlyTicked : 0) |
+                               (arguments.HideReadOnly ? kHideReadOnly : 0);
     if (!Show(arguments, flags, fileDialogCalls.GetOpenFileName)) return false;
-    if (arguments.Flags & kReadOnlyTicked) ReadOnly = true;
+    if (arguments.Flags & kReadOnlyTicked) arguments.ReadOnly = true;
     return true;
 }
 
-bool ShowSaveFileDialog(FileDialogArguments& arguments, bool OverwritePrompt) {
-    return Show(arguments, kHideReadOnly | (OverwritePrompt ? kOverwritePrompt : 0),
-                fileDialogCalls.GetSaveFileName);
+bool ShowSaveFileDialog(FileDialogArguments& arguments) {
+    const std::int32_t prompt = arguments.OverwritePrompt ? kOverwritePrompt : 0;
+    return Show(arguments, kHideReadOnly | prompt, fileDialogCalls.GetSaveFileName);
 }
 
 QString ProgramFolder(const QString& name) {

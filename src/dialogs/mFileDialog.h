@@ -18,41 +18,40 @@ enum FileDialogFlag : std::int32_t {
     kFileMustExist = 0x1000,
 };
 
-// What a dialog is told and what it answers. A filter is a text of pairs, display text and pattern, all
-// separated by "|" or ":", as in "Tracks (*.zrtrack)|*.zrtrack"; several patterns stand with ";" between
-// them. On true, FileName is the chosen full path and FileTitle its last element, and FilterIndex and Flags
-// are as the dialog left them. On false, FileName and FileTitle are empty and Flags 0. In both cases Filter
-// leaves in its converted form: each separator a zero character, two zero characters at the end.
+// What a dialog is told and what it answers.
 struct FileDialogArguments {
-    QString FileName;
-    QString FileTitle;
-    QString Filter;
-    std::int32_t FilterIndex = 1;  // the selected pair, from 1
-    QString InitialFolder;         // one that doesn't exist is passed over
-    QString DialogTitle;
-    QString DefaultExtension;  // added to a name without one; no leading point
+    QString FileName{};   // the initial name; then the chosen full path, or empty if none was chosen
+    QString FileTitle{};  // then the last element of that path, or empty
+    // Pairs of display text and pattern, all separated by "|" or ":", as in "Tracks (*.zrtrack)|*.zrtrack";
+    // ";" separates several patterns. Afterwards each separator is a zero character, and two zero characters
+    // are added at the end.
+    QString Filter{};
+    std::int32_t FilterIndex = 1;  // the selected pair, from 1; then the one the user ended on
+    QString InitialFolder{};       // ignored if it doesn't exist
+    QString DialogTitle{};
+    QString DefaultExtension{};  // without a point; added to a name without one
     QWidget* Owner = nullptr;
-    std::int32_t Flags = 0;
+    bool FileMustExist = false;    // open only: a name without a file is refused
+    bool ReadOnly = false;         // open only: turns true if its box was ticked; Qt's dialog has no such box
+    bool HideReadOnly = false;     // open only; a save dialog never shows the box
+    bool OverwritePrompt = false;  // save only: asks before an existing file is chosen
+    std::int32_t Flags = 0;        // further flags; then those the dialog left, or 0 if no file was chosen
 };
 
-// FileMustExist: a name at which nothing stands is not accepted. ReadOnly turns true when the dialog's box
-// for it was ticked and is never turned false; the toolkit's dialog has no such box, hidden or not.
-bool ShowOpenFileDialog(FileDialogArguments& arguments, bool FileMustExist, bool& ReadOnly,
-                        bool HideReadOnly);
+// Each runs a dialog; true if the user chose a file.
+bool ShowOpenFileDialog(FileDialogArguments& arguments);
+bool ShowSaveFileDialog(FileDialogArguments& arguments);
 
-// OverwritePrompt: the dialog asks before an existing file is chosen, also when the extension was added.
-bool ShowSaveFileDialog(FileDialogArguments& arguments, bool OverwritePrompt);
-
-// The calls that run a dialog over the converted arguments and give 1 when the user chose a file. A test may
+// The calls that run a dialog over the converted arguments: 1 if the user chose a file, else 0. A test may
 // answer for the user here.
 struct FileDialogCalls {
     std::int32_t (*GetOpenFileName)(FileDialogArguments& record);
     std::int32_t (*GetSaveFileName)(FileDialogArguments& record);
 };
-FileDialogCalls ToolkitFileDialogs();
+FileDialogCalls QtFileDialogs();
 extern FileDialogCalls fileDialogCalls;
 
-// The folder `name` beside the program, or the program's own folder where there is none of that name.
+// The folder `name` beside the program, or the program's own folder if there is none.
 QString ProgramFolder(const QString& name);
 
 }  // namespace boreforge

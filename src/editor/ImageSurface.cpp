@@ -1,16 +1,15 @@
 #include "editor/ImageSurface.h"
 
-#include <QColor>
 #include <QPen>
 #include <QPointF>
 
 #include <cmath>
 
+#include "dialogs/QtColor.h"
+
 namespace boreforge {
 
 namespace {
-
-QColor ColorOf(const ColorRGB& color) { return QColor(color.red, color.green, color.blue); }
 
 // Cuts the part of a line outside low..high in one coordinate off, by moving the ends of the interval t0..t1
 // along it. False when nothing is left.
@@ -49,7 +48,7 @@ const QImage& ImageSurface::StampOf(const ColorRGB& color) {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(ColorOf(color));
+    painter.setBrush(ToQColor(color));
     painter.drawEllipse(QPointF(side / 2.0, side / 2.0), width / 2, width / 2);
     painter.end();
     image.setDevicePixelRatio(density_);
@@ -78,7 +77,7 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
     if (!CutInterval(from.x, dx, -kMargin, Width() + kMargin, t0, t1) ||
         !CutInterval(from.y, dy, -kMargin, Height() + kMargin, t0, t1))
         return;
-    painter_.setPen(QPen(ColorOf(color), penWidth_, Qt::SolidLine, Qt::SquareCap));
+    painter_.setPen(QPen(ToQColor(color), penWidth_, Qt::SolidLine, Qt::SquareCap));
     painter_.drawLine(QPointF(from.x + t0 * dx, from.y + t0 * dy),
                       QPointF(from.x + t1 * dx, from.y + t1 * dy));
 }

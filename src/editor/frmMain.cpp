@@ -149,10 +149,8 @@ frmMain::frmMain() {
     QApplication::setWindowIcon(IconOf("boreforge"));
     setFont(WindowFont(*this));  // before any control asks for another one: fonts are slow to find
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
-    // In the middle of the screen, but never with the tools above its edge.
     const QRect room = screen()->availableGeometry();
-    const QPoint corner = room.center() - rect().center();
-    move(std::max(corner.x(), room.left()), std::max(corner.y(), room.top()));
+    CentreFrame(this, room, room);
 
     TrackFilePath.clear();
     TrackLoaded = false;
@@ -203,7 +201,7 @@ void frmMain::MakeReadOuts() {
         QFont bold = label->font();
         bold.setBold(true);
         label->setFont(bold);
-        FitText(label, label->text(), label->size());
+        FitTexts({{label, label->text(), label->size()}});
     }
     for (std::size_t i = 0; i < 2; ++i) {
         lblMousePos_[i] = make(kMousePos[i], "00.00");
@@ -281,8 +279,9 @@ void frmMain::RunTool(int index) {
 
 void frmMain::OpenShape() {
     FileDialogArguments arguments = ShapeFileArguments(this, "Open Tunnel Shape...");
-    bool readOnly = false;
-    if (!ShowOpenFileDialog(arguments, true, readOnly, true)) return;
+    arguments.FileMustExist = true;
+    arguments.HideReadOnly = true;
+    if (!ShowOpenFileDialog(arguments)) return;
     if (LoadTunnelShape(arguments.FileName.toStdString()))
         RedrawAndFocus();
     else
@@ -291,7 +290,8 @@ void frmMain::OpenShape() {
 
 void frmMain::SaveShape() {
     FileDialogArguments arguments = ShapeFileArguments(this, "Save Tunnel Shape As...");
-    if (!ShowSaveFileDialog(arguments, true)) return;
+    arguments.OverwritePrompt = true;
+    if (!ShowSaveFileDialog(arguments)) return;
     const std::string path = arguments.FileName.toStdString();
     if (!SaveTunnelShape(path))
         ShowError(
@@ -312,8 +312,9 @@ void frmMain::MakeObjectForTrack() {
     arguments.DialogTitle = "Open Track File...";
     arguments.DefaultExtension = "zrtrack";
     arguments.Owner = this;
-    bool readOnly = false;
-    if (!ShowOpenFileDialog(arguments, true, readOnly, true)) return;
+    arguments.FileMustExist = true;
+    arguments.HideReadOnly = true;
+    if (!ShowOpenFileDialog(arguments)) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool opened = OpenTrack(arguments.FileName.toStdString());
     QApplication::restoreOverrideCursor();

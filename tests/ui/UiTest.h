@@ -48,7 +48,7 @@ class UiTest : public CoreTest {
             if (!file.empty()) record.FileName = QString::fromStdString(file);
             return std::exchange(file, "").empty() ? 0 : 1;
         };
-        ChooseColor = [](ColorDialogRecord& record) {
+        ChooseColor = [](ColorDialogArguments& record) {
             askedColor = record;
             if (color != -1) record.Color = color;
             return std::exchange(color, -1) == -1 ? 0 : 1;
@@ -82,10 +82,10 @@ class UiTest : public CoreTest {
         });
     }
 
-    static inline std::string file;              // the answer to one file dialog; an empty one cancels it
-    static inline FileDialogArguments asked;     // what the last of them was given
-    static inline PackedColor color;             // the answer to one colour dialog; -1 cancels it
-    static inline ColorDialogRecord askedColor;  // what the last of them was given
+    static inline std::string file;                 // the answer to one file dialog; an empty one cancels it
+    static inline FileDialogArguments asked;        // what the last of them was given
+    static inline PackedColor color;                // the answer to one colour dialog; -1 cancels it
+    static inline ColorDialogArguments askedColor;  // what the last of them was given
     frmMain window;
 };
 

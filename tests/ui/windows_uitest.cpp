@@ -39,7 +39,7 @@ static constexpr char kSettings[] =
     R"~(
 Frame5   60  60 6495 1755 -1 "Tunnel Settings"         Frame1  120 240 1695 1035 -1 "Tunnel Color"
 Frame4 1860 240 2115 1035 -1 "Tunnel Curvature Detail" Frame3 4020 240 2355 1035 -1 "Tunnel Transparency"
-lblTColor 120 240 1455 675 -1 "" cmbDetail 120 300 1875 315 13 "Normal" hsTrans 120 240 2115 255 15 "0"
+lblTColor 120 240 1455 675 11 "" cmbDetail 120 300 1875 315 13 "Normal" hsTrans 120 240 2115 255 15 "0"
 lblTrans  120 660 2115 195 -1 "0%" chkDoubleSided 120 1440 1815 195 17 "Double-Sided Faces"
 Label2   2220 1440 4155 195 -1 "It's an option, but it's not recommended!"
 Frame2     60 1920 6495 1635 -1 "Track Modifications" chkRemTunnels 120 300 2475 195 1 "Remove Tunnel Flags"

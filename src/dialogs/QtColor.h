@@ -1,0 +1,23 @@
+// The program's colours as Qt's.
+#pragma once
+
+#include <QColor>
+
+#include "base/Values.h"
+
+namespace boreforge {
+
+inline QColor ToQColor(const ColorRGB& color) { return QColor(color.red, color.green, color.blue); }
+
+inline QColor ToQColor(PackedColor color) {
+    std::int32_t red = 0, green = 0, blue = 0;
+    SplitColor(color, red, green, blue);
+    return QColor(red, green, blue);
+}
+
+// The alpha channel is dropped.
+inline PackedColor ToPackedColor(const QColor& color) {
+    return PackColor(color.red(), color.green(), color.blue());
+}
+
+}  // namespace boreforge

@@ -1,0 +1,279 @@
+#include <QAccessible>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QScreen>
+
+#include <set>
+
+#include "UiTest.h"
+#include "dialogs/frmTunnelSettings.h"
+#include "trackfile/mZephyrail_TrackIO_1_3.h"
+
+using namespace boreforge;
+
+TEST_F(UiTest, KeysMoveBothPercentageBars) {
+    struct Case {
+        Qt::Key key;
+        int value;
+    };
+    frmTunnelSettings dialog(&window);
+    Show(dialog);
+    for (const char* const name : {"hsTrans", "hsDimPercent"})
+        for (const Case& each : {Case{Qt::Key_Left, 49}, Case{Qt::Key_Right, 51}, Case{Qt::Key_Up, 49},
+                                 Case{Qt::Key_Down, 51}, Case{Qt::Key_PageUp, 45}, Case{Qt::Key_PageDown, 55},
+                                 Case{Qt::Key_Home, 0}, Case{Qt::Key_End, 100}}) {
+            auto& bar = Get<QScrollBar>(dialog, name);
+            bar.setValue(50);
+            QTest::keyClick(&bar, each.key);
+            EXPECT_EQ(bar.value(), each.value) << name << ' ' << each.key;
+        }
+}
+
+TEST_F(UiTest, SpaceOnTheSwatchChoosesItsColor) {
+    frmTunnelSettings dialog(&window);
+    Show(dialog);
+    color = 0x123456;
+    QTest::keyClick(&Get(dialog, "lblTColor"), Qt::Key_Space);
+    EXPECT_EQ(dialog.Choices().Color, 0x123456);
+}
+
+TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
+    const QPalette before = QApplication::palette();
+    for (const Qt::GlobalColor desktop : {Qt::white, Qt::black}) {
+        QApplication::setPalette(QPalette(desktop));
+        frmTunnelSettings dialog(&window);
+        Show(dialog);
+        for (const char* const name : {"lblTColor", "hsTrans", "hsDimPercent"}) {
+            QWidget& control = Get(dialog, name);
+            control.setFocus();
+            const QImage image = control.grab().toImage();
+            std::set<QRgb> colors;
+            for (int x = 0; x < image.width(); ++x)
+                colors.insert(image.pixel(x, 0));
+            EXPECT_EQ(colors, (std::set<QRgb>{0xFF000000, 0xFFFFFFFF})) << name;
+        }
+    }
+    QApplication::setPalette(before);
+}
+
+TEST_F(UiTest, ScreenReadersGetEachFramesCaption) {
+    frmTunnelSettings dialog(&window);
+    for (auto* const frame : dialog.findChildren<QGroupBox*>())
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(frame)->text(QAccessible::Name), frame->title());
+}
+
+TEST_F(UiTest, ScreenReadersGetTheListsNameAndValue) {
+    frmTunnelSettings dialog(&window);
+    QAccessibleInterface& list = *QAccessible::queryAccessibleInterface(&Get(dialog, "cmbDetail"));
+    EXPECT_EQ(list.role(), QAccessible::ComboBox);
+    EXPECT_EQ(list.text(QAccessible::Name), "Tunnel Curvature Detail");
+    EXPECT_EQ(list.text(QAccessible::Value), "Normal");
+}
+
+TEST_F(UiTest, ScreenReadersCanPressTheSwatch) {
+    frmTunnelSettings dialog(&window);
+    QAccessibleInterface& swatch = *QAccessible::queryAccessibleInterface(&Get(dialog, "lblTColor"));
+    color = 0x123456;
+    swatch.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(swatch.text(QAccessible::Name), "Tunnel Color");
+    EXPECT_EQ(dialog.Choices().Color, 0x123456);
+}
+
+TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
+    frmTunnelSettings dialog(&window);
+    std::set<std::pair<int, int>> sizesAndWidths;
+    for (auto* const control : dialog.findChildren<QWidget*>()) {
+        const QString text = control->property("text").toString() + control->property("title").toString();
+        if (text.isEmpty() && control->objectName() != "cmbDetail") continue;
+        sizesAndWidths.insert({control->font().pixelSize(), control->font().stretch()});
+        const bool wraps = control->property("wordWrap").toBool();
+        const QRect room(0, 0, control->width(), 1000);
+        const QRect needed = control->fontMetrics().boundingRect(room, wraps ? Qt::TextWordWrap : 0, text);
+        EXPECT_LE(needed.width(), control->width()) << text.toStdString();
+    }
+    EXPECT_EQ(sizesAndWidths.size(), 1u);
+}
+
+TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
+    struct Case {
+        QSize inside;
+        QRect area;
+        QPoint corner;
+    };
+    const QRect screen(100, 50, 1000, 800);
+    const QMargins frame(5, 25, 5, 5);
+    const Case cases[] = {
+        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // all of the frame is 200 by 200
+        {{190, 170}, {50, 0, 100, 100}, {100, 50}},        // beyond the upper left corner
+        {{190, 170}, {1050, 800, 100, 100}, {900, 650}},   // beyond the lower right one
+        {{190, 170}, {5000, -5000, 100, 100}, {900, 50}},  // far away
+        {{1990, 1970}, screen, {100, 50}},                 // larger than the screen
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
+}
+
+TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
+    const QRect screen = window.screen()->availableGeometry();
+    for (const QRect place : {QRect(-700, -500, 792, 566), QRect(screen.bottomRight(), QSize(300, 300)),
+                              QRect(10, 10, 60, 40), QRect(0, 0, 2000, 1500)}) {
+        window.setGeometry(place);
+        frmTunnelSettings dialog(&window);
+        Show(dialog);
+        dialog.grab();  // a paint at the latest
+        EXPECT_TRUE(screen.contains(dialog.frameGeometry()));
+    }
+}
+
+struct ExportTest : UiTest {
+    ExportTest() {
+        const std::vector<TrackBezierNode> nodes = WindingCircuit();
+        MakeTrack({nodes.begin(), nodes.begin() + 4}, ".T..");
+        WriteTrackFile(In("t.zrtrack"));
+        track = ReadBytes(In("t.zrtrack"));
+    }
+    // Opens the track and runs `act` on the settings dialog, which must close it.
+    void OpenTrackAnd(std::function<void(frmTunnelSettings&)> act) {
+        file = In("t.zrtrack");
+        bool acted = false;
+        OnModal<frmTunnelSettings>([&](frmTunnelSettings& dialog) {
+            act(dialog);
+            EXPECT_FALSE(dialog.isVisible());
+            acted = true;
+        });
+        Click(window, "btnToolBar(0)");
+        EXPECT_TRUE(acted);
+    }
+    void MakeAs(const std::string& path) {
+        OpenTrackAnd([&](frmTunnelSettings& dialog) {
+            file = path;
+            Click(dialog, "btnStart");
+        });
+    }
+    Bytes track;
+};
+
+TEST_F(ExportTest, MakeAsksForTheObjectsFile) {
+    OpenTrackAnd([&](frmTunnelSettings& dialog) {
+        Click(dialog, "btnStart");
+        EXPECT_EQ(Asked(),
+                  "Save Tunnel as 3DS Object..., 3DStudioMax Files (*.3ds)/*.3ds//, 3ds, objects, , 6");
+        EXPECT_EQ(asked.Owner, &dialog);
+        EXPECT_TRUE(dialog.isVisible()) << "its save dialog was cancelled";
+        dialog.close();
+    });
+    EXPECT_EQ(Listing(), std::vector<std::string>{"t.zrtrack"});
+}
+
+TEST_F(ExportTest, MakeWritesAWholeObject) {
+    MakeAs(In("tube.3ds"));
+    const Bytes object = ReadBytes(In("tube.3ds"));
+    ASSERT_GT(object.size(), 1000u);
+    EXPECT_EQ(object[0], 0x4D);
+    EXPECT_EQ(object[1], 0x4D);
+    EXPECT_EQ(object[2] + 256u * object[3] + 65536u * object[4], object.size());
+}
+
+TEST_F(ExportTest, MakeChangesTheTrackAsTheDefaultsSay) {
+    MakeAs(In("tube.3ds"));
+    ASSERT_TRUE(ReadTrackFile(In("t.zrtrack")));
+    ASSERT_EQ(TrackFile.SegmentCount(), 4);
+    EXPECT_TRUE(TrackFile.Segments[1].UseOwnColors);
+    EXPECT_FALSE(TrackFile.Segments[1].IsTunnel);
+    EXPECT_EQ(TrackFile.SceneryObjects.at(0).ObjectFile, "tube.3ds");
+}
+
+TEST_F(ExportTest, AnObjectThatCantBeWrittenIsReportedAndTheTrackStays) {
+    MakeAs(In("none/tube.3ds"));
+    EXPECT_EQ(Shown().size(), 1u);
+    EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
+}
+
+TEST_F(ExportTest, TheCanvasHasTheFocusAfterTheSettingsAndTheLastTrackIsOfferedAgain) {
+    OpenTrackAnd([](frmTunnelSettings& dialog) { Click(dialog, "btnCancel"); });
+    EXPECT_EQ(Focus(), "pbShape");
+    Click(window, "btnToolBar(0)");
+    EXPECT_EQ(asked.FileName.toStdString(), In("t.zrtrack"));
+}
+
+// All choices as one text, so that a difference shows all of them.
+static std::string Described(const TunnelChoices& choices) {
+    return QStringLiteral("color %1, transparency %2, detail %3, dim %4 %5, two sides %6, clear %7, place %8")
+        .arg(choices.Color, 6, 16, QChar('0'))
+        .arg(choices.Transparency)
+        .arg(choices.DetailItem)
+        .arg(choices.DimColors)
+        .arg(choices.DimPercent)
+        .arg(choices.DoubleSided)
+        .arg(choices.RemoveTunnels)
+        .arg(choices.PlaceObject)
+        .toStdString();
+}
+static constexpr char kDefaults[] =
+    "color c0c0c0, transparency 0, detail 2, dim 1 50, two sides 0, clear 1, place 1";
+
+static void ChangeEverything(frmTunnelSettings& dialog) {
+    Get<QScrollBar>(dialog, "hsTrans").setValue(40);
+    Get<QScrollBar>(dialog, "hsDimPercent").setValue(10);
+    Get<QComboBox>(dialog, "cmbDetail").setCurrentIndex(4);
+    for (const char* const check : {"chkDoubleSided", "chkRemTunnels", "chkDimColors", "chkPlaceIt"})
+        Get<QCheckBox>(dialog, check).click();
+    Click(dialog, "lblTColor");
+}
+
+TEST_F(ExportTest, TheChoicesAreWhatTheControlsSay) {
+    frmTunnelSettings dialog(&window);
+    color = 0x123456;
+    ChangeEverything(dialog);
+    EXPECT_EQ(Described(dialog.Choices()),
+              "color 123456, transparency 40, detail 4, dim 0 10, two sides 1, clear 0, place 0");
+}
+
+TEST_F(ExportTest, EachCheckBoxHasItsOwnChoice) {
+    struct Case {
+        const char* check;
+        bool TunnelChoices::*choice;
+    };
+    for (const Case& each : {Case{"chkDoubleSided", &TunnelChoices::DoubleSided},
+                             Case{"chkDimColors", &TunnelChoices::DimColors},
+                             Case{"chkRemTunnels", &TunnelChoices::RemoveTunnels},
+                             Case{"chkPlaceIt", &TunnelChoices::PlaceObject}}) {
+        frmTunnelSettings dialog(&window);
+        const bool before = dialog.Choices().*each.choice;
+        Get<QCheckBox>(dialog, each.check).click();
+        EXPECT_NE(dialog.Choices().*each.choice, before) << each.check;
+    }
+}
+
+TEST_F(ExportTest, EachOpeningStartsWithTheDefaults) {
+    for (int opening = 0; opening < 2; ++opening)
+        OpenTrackAnd([](frmTunnelSettings& dialog) {
+            EXPECT_EQ(Described(dialog.Choices()), kDefaults);
+            ChangeEverything(dialog);
+            Click(dialog, "btnCancel");
+        });
+    EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
+}
+
+TEST_F(ExportTest, ACancelledColorDialogKeepsTheSwatch) {
+    frmTunnelSettings dialog(&window);
+    color = 0x123456;
+    for (int i = 0; i < 2; ++i)  // the second time it is cancelled
+        Click(dialog, "lblTColor");
+    EXPECT_EQ(askedColor.Color, 0x123456);
+    EXPECT_EQ(dialog.Choices().Color, 0x123456);
+    EXPECT_EQ(Get(dialog, "lblTColor").palette().color(QPalette::Window), QColor(0x56, 0x34, 0x12));
+}
+
+TEST_F(ExportTest, ReturnAndEscapeDoNothing) {
+    OpenTrackAnd([](frmTunnelSettings& dialog) {
+        for (const char* const focus : {"btnStart", "btnCancel", "hsTrans", "lblTColor"})
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape}) {
+                Get(dialog, focus).setFocus();
+                QTest::keyClick(dialog.windowHandle(), key);
+                EXPECT_TRUE(dialog.isVisible()) << focus;
+            }
+        EXPECT_EQ(asked.DialogTitle, "Open Track File...");
+        dialog.close();
+    });
+}
