@@ -8,6 +8,7 @@
 
 #include "dialogs/MessageBoxes.h"
 #include "editor/frmMain.h"
+#include "platform/Signals.h"
 #include "version.h"
 
 namespace {
@@ -25,12 +26,13 @@ int main(int count, char** arguments) {
         return 0;
     }
 
-    // The toolkit's file and colour dialogs keep settings of their own in the user's home. A path below a
+    // Qt's file and colour dialogs keep settings of their own in the user's home. A path below a
     // device can hold none, so that they find nothing and leave nothing.
     for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    boreforge::RemoveUnfinishedOnSignals();
     QApplication application(count, arguments);
     QApplication::setApplicationName("boreforge");
     QApplication::setApplicationDisplayName("");

@@ -84,9 +84,13 @@ Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
 }
 
 std::string FormatPosition(float value) {
+    // A float times 100 is exact in 64 bits, so that round sees the true halves. Large floats have no
+    // fraction.
+    constexpr float kWhole = 1 << 23;
+    const double rounded = std::fabs(value) < kWhole ? std::round(value * 100.0) / 100 : value;
     char digits[64];
     const auto end =
-        std::to_chars(std::begin(digits), std::end(digits), value, std::chars_format::fixed, 2).ptr;
+        std::to_chars(std::begin(digits), std::end(digits), rounded, std::chars_format::fixed, 2).ptr;
     std::string text(digits, end);
     if (text.ends_with('0')) text.pop_back();
     return text == "-0.0" ? "0.0" : text;

@@ -38,7 +38,7 @@ float SnapInterval(std::string_view text);
 // snapping is off or the interval is not above 0.
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls);
 
-// A coordinate for the read-out: one or two digits behind the point.
+// A coordinate for the read-out: one or two digits after the point, halves rounded away from zero.
 std::string FormatPosition(float value);
 
 // Selects the point under the mouse, or appends a node there, when `button` is the left one.

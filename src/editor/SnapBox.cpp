@@ -9,9 +9,9 @@ namespace boreforge {
 
 SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setMaxLength(5);
-    // What is pasted or dropped comes in one piece and not by keys; of that nothing but digits and points.
+    // Pasted and dropped text doesn't come through key presses: digits and points only.
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
-    // An input method would put characters in that no key press shows.
+    // An input method would insert characters without a key press.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }
 
@@ -25,7 +25,11 @@ void SnapBox::keyPressEvent(QKeyEvent* event) {
 void SnapBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     focusByMouse_ = event->reason() == Qt::MouseFocusReason;
-    selectAll();
+    // When the box's own context menu closes, or the window is activated again, the selection stays: "Cut"
+    // would otherwise remove the whole text.
+    const bool returns =
+        event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+    if (!returns) selectAll();
 }
 
 // The click that brought the focus would put the cursor between two characters and drop the selection.

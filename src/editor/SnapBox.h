@@ -5,8 +5,8 @@
 
 namespace boreforge {
 
-// Takes the characters that SnapCharacterPasses lets through, and selects its whole text on getting the
-// focus.
+// Accepts the characters that SnapCharacterPasses lets through, and selects its whole text when it gets the
+// focus, except back from its own context menu or with the window.
 class SnapBox : public QLineEdit {
   public:
     explicit SnapBox(QWidget* parent);

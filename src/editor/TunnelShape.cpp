@@ -62,7 +62,7 @@ void ResetTunnelShape() {
     TunnelShape = fresh;
 }
 
-void AddShapeNode(const Vector3D& node) {
+void AddShapeNode(Vector3D node) {
     MakeRoomForNode();
     TunnelShape.InsideNodes.push_back(node);
     TunnelShape.OutsideNodes.push_back(OutsideSeed(node));
@@ -74,7 +74,7 @@ void DeleteShapeNode(std::int32_t index) {
     TunnelShape.OutsideNodes.erase(TunnelShape.OutsideNodes.begin() + index);
 }
 
-void InsertShapeNode(std::int32_t index, const Vector3D& node) {
+void InsertShapeNode(std::int32_t index, Vector3D node) {
     if (!IsNode(index)) return;
     MakeRoomForNode();
     TunnelShape.InsideNodes.insert(TunnelShape.InsideNodes.begin() + index + 1, node);

@@ -29,15 +29,16 @@ extern TunnelShapeState TunnelShape;
 // Empties the shape, sets the zoom to its default and selects nothing. SelectedIsOutside stays.
 void ResetTunnelShape();
 
-// Appends a node. Its outside point is `node` moved 0.5 away from each axis, 0 counting as positive.
-void AddShapeNode(const Vector3D& node);
+// Appends a node. Its outside point is `node` moved 0.5 away from each axis, 0 counting as positive. `node`
+// is taken by value, here and below, so that a point of the shape itself may be passed.
+void AddShapeNode(Vector3D node);
 
 // Removes a node. An index outside the shape is ignored.
 void DeleteShapeNode(std::int32_t index);
 
 // Inserts a node behind node `index`, with the outside point that AddShapeNode would give it. An index
 // outside the shape is ignored.
-void InsertShapeNode(std::int32_t index, const Vector3D& node);
+void InsertShapeNode(std::int32_t index, Vector3D node);
 
 // Negates x (mirror) or y (flip) of every point; the order of the nodes stays, so the winding reverses.
 void MirrorTunnelShape();

@@ -105,6 +105,19 @@ int LetterAt(quint32 scanCode) {
     }
 }
 
+// True for the keys of the row of digits, by their place.
+bool IsDigitKey(const QKeyEvent& event) {
+    constexpr quint32 kOne = 10, kZero = 19;
+    return event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
+}
+
+// Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. On some
+// keyboards a digit key types one of them: that counts only for a plain "+" or "-" without Shift.
+bool IsSignKey(const QKeyEvent& event) {
+    const bool plain = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus;
+    return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
+}
+
 // The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
 int KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
@@ -119,11 +132,15 @@ int KeyCodeOf(const QKeyEvent& event) {
         case Qt::Key_M:
             return 77;
         case Qt::Key_Plus:
+            if (keypad) return 107;
+            return IsSignKey(event) ? 187 : 0;
         case Qt::Key_Equal:
-            return keypad ? 107 : 187;
+            return !keypad && IsSignKey(event) ? 187 : 0;
         case Qt::Key_Minus:
+            if (keypad) return 109;
+            return IsSignKey(event) ? 189 : 0;
         case Qt::Key_Underscore:
-            return keypad ? 109 : 189;
+            return IsSignKey(event) ? 189 : 0;
         case Qt::Key_Slash:
             return keypad ? 111 : 191;
         default:

@@ -30,9 +30,17 @@ TEST_F(ShapeInputTest, PositionsAreSnappedWithHalvesGoingUpAndShownWithAPoint) {
     EXPECT_EQ(SnapInterval(""), 0);
     controls.snapTo = false;
     EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0}));
-    std::istringstream shown("0 0.0  -0.0 0.0  0.004 0.0  1 1.0  0.999 1.0  1.25 1.25  -1.5 -1.5  100 100.0");
-    std::string text;
-    for (float value; shown >> value >> text;)
+}
+
+TEST_F(ShapeInputTest, PositionsShowOneOrTwoDigitsWithHalvesAwayFromZero) {
+    const struct {
+        float value;
+        const char* text;
+    } cases[] = {{0, "0.0"},       {-0.0f, "0.0"},     {0.004f, "0.0"},         {1, "1.0"},
+                 {0.999f, "1.0"},  {1.25f, "1.25"},    {-1.5f, "-1.5"},         {100, "100.0"},
+                 {0.125f, "0.13"}, {-0.125f, "-0.13"}, {0.375f, "0.38"},        {1.005f, "1.0"},
+                 {0.625f, "0.63"}, {-0.004f, "0.0"},   {16777216, "16777216.0"}};
+    for (const auto& [value, text] : cases)
         EXPECT_EQ(FormatPosition(value), text);
 }
 

@@ -46,6 +46,15 @@ TEST_F(TunnelShapeTest, NodesComeAndGoInPairs) {
     EXPECT_EQ(Shape(), "|");
 }
 
+TEST_F(TunnelShapeTest, APointOfTheShapeItselfMayBeAddedOrInserted) {
+    AddShapeNode({1, 2, 3});
+    TunnelShape.InsideNodes.shrink_to_fit();  // so that the next node moves the array
+    AddShapeNode(TunnelShape.InsideNodes[0]);
+    TunnelShape.InsideNodes.shrink_to_fit();
+    InsertShapeNode(0, TunnelShape.InsideNodes[1]);
+    EXPECT_EQ(Shape(), " 1,2,3 1,2,3 1,2,3| 1.5,2.5,3 1.5,2.5,3 1.5,2.5,3");
+}
+
 TEST_F(TunnelShapeTest, PresetsReplaceShapeZoomAndSelection) {
     const char* const rounded =
         " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "

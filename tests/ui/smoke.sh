@@ -40,6 +40,16 @@ env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/
 program=$!
 use "Zephyrail Boreforge"
 main=$window
+# SIGHUP and SIGTERM are caught, so that an unfinished file is removed. (A shell ignores SIGINT for its jobs.)
+caught=$(sed -n 's/^SigCgt:\t//p' "/proc/$program/status")
+[ $((0x$caught & 0x4001)) -eq $((0x4001)) ]
+# Keyboards on which a digit key types "_" (fr, the key of the 8) or Shift and one types "=" (de, the 0): neither
+# zooms. The plus key of de does, once in, and the pad's minus out again; else the clicks below miss.
+setxkbmap fr
+xdotool key 17
+setxkbmap de
+xdotool keydown shift key 19 keyup shift key 35 key 82
+setxkbmap us
 click 446 99  # a node at (1, 4), moved to (1.5, 4) and mirrored; then the corner at (2, 3) is removed
 xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
 click 496 149

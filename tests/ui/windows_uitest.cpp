@@ -169,7 +169,7 @@ TEST_F(UiTest, KeysRunTheirToolsWhereverTheFocusIsAndMoveIt) {
         for (const std::string from : {"pbShape", "txtSnap"}) {
             // A key, D for Delete; then x and y of node 0, the node count and the zoom.
             std::istringstream cases(
-                "M -2 -1 4 60 F 2 1 4 60 I 2 -1 5 60 + 2 -1 4 70 = 2 -1 4 70 - 2 -1 4 50 "
+                "M -2 -1 4 60 F 2 1 4 60 I 2 -1 5 60 + 2 -1 4 70 - 2 -1 4 50 "
                 "D 2 -1 3 60 / 2 -1 4 50");
             char key = 0;
             for (float x, y, count, zoom; cases >> key >> x >> y >> count >> zoom;) {
@@ -185,6 +185,56 @@ TEST_F(UiTest, KeysRunTheirToolsWhereverTheFocusIsAndMoveIt) {
                 EXPECT_EQ(Focus().toStdString(), acts ? "pbShape" : from) << key << ' ' << modifiers;
             }
         }
+}
+
+// A key as its keyboard types it: the row of digits has the scan codes 10 ("1") to 19 ("0") on X11.
+struct TypedKey {
+    const char* keyboard;
+    int key;
+    quint32 scanCode;
+    int modifiers;
+    float zoom;  // from 60
+};
+
+TEST_F(UiTest, ZoomKeysAreKeysAndNotCharacters) {
+    constexpr int kNone = Qt::NoModifier, kShift = Qt::ShiftModifier, kPad = Qt::KeypadModifier;
+    const TypedKey cases[] = {{"us: =", Qt::Key_Equal, 21, kNone, 70},
+                              {"us: Shift and =", Qt::Key_Plus, 21, kShift, 70},
+                              {"us: -", Qt::Key_Minus, 20, kNone, 50},
+                              {"us: Shift and -", Qt::Key_Underscore, 20, kShift, 50},
+                              {"de: +", Qt::Key_Plus, 35, kNone, 70},
+                              {"de: Shift and 0, which types =", Qt::Key_Equal, 19, kShift, 60},
+                              {"fr: 6, which types -", Qt::Key_Minus, 15, kNone, 50},
+                              {"fr: 8, which types _", Qt::Key_Underscore, 17, kNone, 60},
+                              {"ch: Shift and 1, which types +", Qt::Key_Plus, 10, kShift, 60},
+                              {"cz: 1, which types +", Qt::Key_Plus, 10, kNone, 70},
+                              {"pad: +", Qt::Key_Plus, 86, kPad, 70},
+                              {"pad: -", Qt::Key_Minus, 82, kPad, 50},
+                              {"pad: =", Qt::Key_Equal, 125, kPad, 60}};
+    for (const TypedKey& row : cases) {
+        TunnelShape.ZoomScale = 60;
+        QKeyEvent press(QEvent::KeyPress, row.key, Qt::KeyboardModifiers(row.modifiers), row.scanCode, 0, 0);
+        QApplication::sendEvent(window.windowHandle(), &press);
+        EXPECT_EQ(TunnelShape.ZoomScale, row.zoom) << row.keyboard;
+    }
+}
+
+TEST_F(UiTest, TheSnapBoxKeepsItsSelectionWhenItsMenuClosesOrTheWindowComesBack) {
+    auto& box = Get<QLineEdit>(window, "txtSnap");
+    const struct {
+        Qt::FocusReason reason;
+        const char* selected;
+    } cases[] = {{Qt::TabFocusReason, "0.5"},
+                 {Qt::ShortcutFocusReason, "0.5"},
+                 {Qt::OtherFocusReason, "0.5"},
+                 {Qt::PopupFocusReason, "0"},
+                 {Qt::ActiveWindowFocusReason, "0"}};
+    for (const auto& [reason, selected] : cases) {
+        box.setSelection(0, 1);
+        QFocusEvent focus(QEvent::FocusIn, reason);
+        QApplication::sendEvent(&box, &focus);
+        EXPECT_EQ(box.selectedText().toStdString(), selected) << reason;
+    }
 }
 
 TEST_F(UiTest, TheSnapBoxSelectsItsTextAndFiltersWhatIsTyped) {
