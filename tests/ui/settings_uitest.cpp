@@ -113,6 +113,17 @@ TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
         EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
 }
 
+TEST_F(UiTest, AFrameThatIsKnownOnlyWhenShownIsCentredAllTheSame) {
+    const QRect area(100, 100, 400, 400);
+    QWidget plain;
+    plain.resize(101, 101);
+    CentreFrame(&plain, area, window.screen()->availableGeometry());
+    Show(plain);
+    plain.grab();  // a paint at the latest
+    EXPECT_NE(plain.frameGeometry(), plain.geometry());
+    EXPECT_EQ(plain.frameGeometry().center(), area.center());
+}
+
 TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
     const QRect screen = window.screen()->availableGeometry();
     for (const QRect place : {QRect(-700, -500, 792, 566), QRect(screen.bottomRight(), QSize(300, 300)),
