@@ -112,6 +112,7 @@ TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
 TEST_F(FileDialogTest, ATypedNameWinsOverARowThatIsStillSelected) {
     WriteBytes(In("old.3ds"), {1});
     const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
+        OnModal<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
         Type(dialog, "new");
         SelectTheFile(dialog);
         PressReturn(dialog);
@@ -188,14 +189,27 @@ TEST_F(UiTest, CustomColorsStartAsTheSystemColors) {
         EXPECT_EQ(CustomColors.at(i), SystemColor(i)) << i;
 }
 
-TEST_F(UiTest, CustomColorsOutliveTheDialog) {
-    ColorDialogArguments arguments;
-    ShowColorDialog(arguments);
-    const PackedColor filled = std::exchange(CustomColors[3], 0x0A0B0C);
+TEST_F(UiTest, CustomColorsOfTheUserAreThereInTheNextDialog) {
     ChooseColor = QtColorDialog;
-    OnModal<QColorDialog>([](QColorDialog& dialog) { dialog.reject(); });
-    ShowColorDialog(arguments);
-    EXPECT_EQ(std::exchange(CustomColors[3], filled), 0x0A0B0C);
+    ColorDialogArguments arguments;
+    const auto runDialog = [&](std::function<void()> act) {
+        OnModal<QColorDialog>([&](QColorDialog& dialog) {
+            act();
+            dialog.reject();
+        });
+        ShowColorDialog(arguments);
+    };
+    QColor before;
+    runDialog([&] {
+        before = QColorDialog::customColor(3);
+        QColorDialog::setCustomColor(3, QColor(10, 11, 12));
+    });
+    EXPECT_EQ(CustomColors[3], 0x0C0B0A);
+    QColorDialog::setCustomColor(3, Qt::white);
+    runDialog([&] {
+        EXPECT_EQ(QColorDialog::customColor(3), QColor(10, 11, 12));
+        QColorDialog::setCustomColor(3, before);
+    });
 }
 
 TEST_F(UiTest, TheColorDialogReturnsTheColorChosen) {

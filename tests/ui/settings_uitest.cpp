@@ -37,6 +37,13 @@ TEST_F(UiTest, SpaceOnTheSwatchChoosesItsColor) {
     EXPECT_EQ(dialog.Choices().Color, 0x123456);
 }
 
+TEST_F(UiTest, TheSwatchAsksForAnyColorInAnUnfoldedDialog) {
+    frmTunnelSettings dialog(&window);
+    Click(dialog, "lblTColor");
+    EXPECT_EQ(askedColor.Flags, kStartFromColor | kAnyColor | kFullOpen);
+    EXPECT_EQ(askedColor.Owner, &dialog);
+}
+
 TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
     const QPalette before = QApplication::palette();
     for (const Qt::GlobalColor desktop : {Qt::white, Qt::black}) {
@@ -45,8 +52,11 @@ TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
         Show(dialog);
         for (const char* const name : {"lblTColor", "hsTrans", "hsDimPercent"}) {
             QWidget& control = Get(dialog, name);
+            Get(dialog, "btnCancel").setFocus();
+            const QImage without = control.grab().toImage();
             control.setFocus();
             const QImage image = control.grab().toImage();
+            EXPECT_NE(image, without) << name;
             std::set<QRgb> colors;
             for (int x = 0; x < image.width(); ++x)
                 colors.insert(image.pixel(x, 0));
@@ -94,6 +104,17 @@ TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
     EXPECT_EQ(sizesAndWidths.size(), 1u);
 }
 
+TEST_F(UiTest, AWrappedTextIsNarrowedUntilItFits) {
+    QLabel label;
+    const QString text = "These words would take four lines, but there is room for three lines only.";
+    const QSize room(QFontMetrics(label.font()).horizontalAdvance(text) / 3,
+                     3 * label.fontMetrics().height());
+    FitTexts({{&label, text, room, true}});
+    const QRect needed = label.fontMetrics().boundingRect(QRect(QPoint(), room), Qt::TextWordWrap, text);
+    EXPECT_LT(label.font().stretch(), 100);
+    EXPECT_LE(needed.height(), room.height());
+}
+
 TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
     struct Case {
         QSize inside;
@@ -122,6 +143,13 @@ TEST_F(UiTest, AFrameThatIsKnownOnlyWhenShownIsCentredAllTheSame) {
     plain.grab();  // a paint at the latest
     EXPECT_NE(plain.frameGeometry(), plain.geometry());
     EXPECT_EQ(plain.frameGeometry().center(), area.center());
+}
+
+TEST_F(UiTest, TheSettingsOpenInTheMiddleOfTheirOwner) {
+    window.setGeometry(100, 50, 600, 500);
+    frmTunnelSettings dialog(&window);
+    Show(dialog);
+    EXPECT_EQ(dialog.frameGeometry().center(), window.frameGeometry().center());
 }
 
 TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
