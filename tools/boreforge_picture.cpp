@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "base/Message.h"
-#include "command_line.h"
 #include "job/mMain.h"
 #include "picture_camera.h"
 #include "picture_object.h"
@@ -67,7 +66,10 @@ bool SavePicture(const std::string& path, const std::vector<std::uint8_t>& pixel
     const auto* const start = reinterpret_cast<const std::uint8_t*>(bytes.constData());
     if (made && SaveWholeFile(path, FileKind::Other, {start, static_cast<std::size_t>(bytes.size())}))
         return true;
-    ShowError("Error - The Picture Can't Be Written!\n\n" + path);
+    if (made)
+        ShowError(FailureMessage("Error - The Picture Can't Be Written!", path, "No picture was written."));
+    else
+        ShowError("Error - The Picture Can't Be Made!");
     return false;
 }
 
@@ -92,5 +94,8 @@ int MakePicture(const PictureOptions& options) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    return RunProgram("boreforge-picture", kPictureUsage, count, arguments, ParsePictureOptions, MakePicture);
+    PictureOptions options;
+    CLI::App application("", "boreforge-picture");
+    AddPictureOptions(application, options);
+    return RunProgram(application, count, arguments, [&] { return MakePicture(options); });
 }

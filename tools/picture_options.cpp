@@ -1,79 +1,48 @@
 #include "picture_options.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstddef>
-
-#include "command_line.h"
+#include <optional>
 
 namespace boreforge {
 
-const char kPictureUsage[] =
-    R"(Usage: boreforge-picture OBJECT.3ds FILE.png [options]
-
-Checks a finished object and draws a picture of it.
-
-  --track FILE.zrtrack     also draw this track, faintly where something is in front of it
-  --view above             the whole object from above (default)
-  --view side              the lowest portal of the object and the way into it; without
-                           a track the whole object from the side
-  --view inside            from the track through the longest tunnel; needs a track
-  --size WIDTHxHEIGHT      pixels, 16 to 8192 each (default: 1280x720)
-
-  --help, --version        show this text, or the version
-
-Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.
-After 1 or 2 an old FILE.png is as it was.
-)";
-
 namespace {
 
-constexpr int kLeastSide = 16, kLargestSide = 8192;
+constexpr int kMinSide = 16, kMaxSide = 8192;
 
-bool ParseSide(const std::string& text, int& side) {
-    const char* const end = text.data() + text.size();
-    const auto [last, failure] = std::from_chars(text.data(), end, side);
-    return failure == std::errc() && last == end && side >= kLeastSide && side <= kLargestSide;
-}
-
-bool ParseSize(const std::string& text, PictureSize& size) {
+std::optional<PictureSize> ParseSize(const std::string& text) {
     const std::size_t cross = text.find('x');
-    return cross != std::string::npos && ParseSide(text.substr(0, cross), size.Width) &&
-           ParseSide(text.substr(cross + 1), size.Height);
+    if (cross == std::string::npos) return std::nullopt;
+    const auto width = ParseNumber(text.substr(0, cross), kMinSide, kMaxSide);
+    const auto height = ParseNumber(text.substr(cross + 1), kMinSide, kMaxSide);
+    return width && height ? std::optional(PictureSize{*width, *height}) : std::nullopt;
 }
 
-bool ParseView(const std::string& text, PictureView& view) {
-    view = text == "side" ? PictureView::Side : text == "inside" ? PictureView::Inside : PictureView::Above;
-    return text == "above" || text == "side" || text == "inside";
-}
-
-bool SetValue(PictureOptions& options, const std::string& option, const std::string& value) {
-    if (option == "--size") return ParseSize(value, options.Size);
-    if (option == "--view") return ParseView(value, options.View);
-    options.Track = value;
-    return !value.empty();
-}
-
-// Takes the option at `i` with its value. The reason why it can't; empty when it could.
-std::string TakeOption(const std::vector<std::string>& arguments, std::size_t& i, PictureOptions& options) {
-    const std::string option = "'" + arguments[i] + "'";
-    if (arguments[i] != "--track" && arguments[i] != "--size" && arguments[i] != "--view")
-        return "there is no option " + option;
-    const auto here = arguments.begin() + static_cast<std::ptrdiff_t>(i);
-    if (std::find(arguments.begin(), here, *here) != here) return option + " stands there twice";
-    if (++i == arguments.size()) return option + " needs a value";
-    const std::string& value = arguments[i];
-    return SetValue(options, *here, value) ? "" : "'" + value + "' is no value for " + option;
+std::optional<PictureView> ParseView(const std::string& text) {
+    if (text == "above") return PictureView::Above;
+    if (text == "side") return PictureView::Side;
+    return text == "inside" ? std::optional(PictureView::Inside) : std::nullopt;
 }
 
 }  // namespace
 
-std::optional<PictureOptions> ParsePictureOptions(const std::vector<std::string>& arguments,
-                                                  std::string& error) {
-    return ParseArguments(arguments, error, "an object file and a picture file", &PictureOptions::Object,
-                          &PictureOptions::Picture, [&](std::size_t& i, PictureOptions& options) {
-                              return TakeOption(arguments, i, options);
-                          });
+void AddPictureOptions(CLI::App& application, PictureOptions& options) {
+    application.description("Checks a finished object and draws a picture of it.");
+    application.footer(
+        "The view from the side shows the lowest portal of the object and the way into it; without a track, "
+        "the\n"
+        "whole object. The view inside leads along the track through the longest tunnel.\n"
+        "\n"
+        "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
+        "After 1 or 2 an old FILE.png is as it was.");
+    AddPath(application, "OBJECT", options.Object, "FILE.3ds", "The object")->required();
+    AddPath(application, "PICTURE", options.Picture, "FILE.png", "The picture to write")
+        ->required()
+        ->check(EndsIn(".png"));
+    AddPath(application, "--track", options.Track, "FILE.zrtrack",
+            "Also draw this track, faintly where something is in front of it");
+    AddParsed(application, "--view", options.View, ParseView, "above|side|inside",
+              "From where (default: above); inside needs a track");
+    AddParsed(application, "--size", options.Size, ParseSize, "WIDTHxHEIGHT",
+              "Pixels, 16 to 8192 each (default: 1280x720)");
 }
 
 }  // namespace boreforge

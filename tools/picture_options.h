@@ -1,11 +1,10 @@
 // The command line of boreforge-picture.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "picture_camera.h"
+#include "shared/CommandLine.h"
 
 namespace boreforge {
 
@@ -15,14 +14,9 @@ struct PictureOptions {
     std::string Track;  // empty: no track is drawn
     PictureSize Size{1280, 720};
     PictureView View = PictureView::Above;
-    bool Help = false;
-    bool Version = false;
 };
 
-extern const char kPictureUsage[];
-
-// Takes the arguments behind the program's name. Nothing when they are wrong: `error` then says how.
-std::optional<PictureOptions> ParsePictureOptions(const std::vector<std::string>& arguments,
-                                                  std::string& error);
+// Describes the options to `application`, which fills `options` when it parses.
+void AddPictureOptions(CLI::App& application, PictureOptions& options);
 
 }  // namespace boreforge

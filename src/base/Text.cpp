@@ -1,6 +1,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -16,24 +17,25 @@ constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E,
                                          0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                          0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-constexpr char32_t kNoCharacter = 0xFFFFFFFF;
+}  // namespace
 
-// Takes the first character off a text in UTF-8. Stray bytes and overlong forms are no characters.
 char32_t TakeCharacter(std::string_view& text) {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-    const std::size_t length = byte(0) < 0x80 ? 1 : byte(0) >> 5 == 6 ? 2 : byte(0) >> 4 == 14 ? 3 : 0;
-    if (length == 0 || text.size() < length) return kNoCharacter;
-    char32_t character = length == 1 ? byte(0) : byte(0) & (0x7F >> length);
+    // By the number of leading ones, as the standard's table of well-formed sequences has it.
+    const int ones = std::countl_one(byte(0));
+    const std::size_t length = ones == 0 ? 1 : static_cast<std::size_t>(ones);
+    if (ones == 1 || ones > 4 || text.size() < length) return kNoCharacter;
+    char32_t character = byte(0) & (0x7F >> ones);
     for (std::size_t i = 1; i < length; ++i) {
         if (byte(i) >> 6 != 2) return kNoCharacter;
         character = character << 6 | (byte(i) & 0x3F);
     }
-    constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800};
+    constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+    if (character < kFirstOfLength[length] || character > 0x10FFFF || surrogate) return kNoCharacter;
     text.remove_prefix(length);
-    return character < kFirstOfLength[length] ? kNoCharacter : character;
+    return character;
 }
-
-}  // namespace
 
 std::optional<std::string> ToWindows1252(std::string_view text) {
     std::string bytes;

@@ -72,7 +72,7 @@ check "a ring of links" "Object Can't Be Written" t.zrtrack ring.3ds
 check "a link to nowhere" "Object Can't Be Written" t.zrtrack /nowhere/o.3ds
 long=$(printf '%0300d' 0)
 check "a name of 300 bytes" "Object Can't Be Written" t.zrtrack "$long.3ds"
-check "a track's name of 300 bytes" "Can't Be Saved" t.zrtrack p.3ds --track-out "$long"
+check "a track's name of 300 bytes" "Can't Be Saved" t.zrtrack p.3ds --track-out "$long.zrtrack"
 
 # A folder that takes no new file: an object that is there is overwritten, a track is refused.
 fresh shared

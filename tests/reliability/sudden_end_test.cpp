@@ -161,7 +161,7 @@ TEST_F(SuddenEndTest, TooLittleMemoryEndsInAMessage) {
         return "ulimit -v " + std::to_string(kilobytes) + " && " + kBatch;
     };
     const std::string job = "t.zrtrack o.3ds --shape s.zrbf --detail extreme";
-    ASSERT_EQ(Run(kBatch + job + " --track-out new"), 0);
+    ASSERT_EQ(Run(kBatch + job + " --track-out new.zrtrack"), 0);
     const Bytes whole = ReadBytes(object);
     int kilobytes = 2000;
     while (Run(limited(kilobytes) + "--version") != 0)

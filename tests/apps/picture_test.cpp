@@ -6,7 +6,7 @@
 namespace boreforge {
 
 using PictureTest = CommandTest;
-const std::string kJob = "'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --color 255,0,255 --track-out t";
+const std::string kJob = "'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --color 255,0,255 --track-out t.zrtrack";
 const std::string kMake = "'" PROGRAMS "/boreforge-batch' " + kJob;
 const std::string kPicture = "unset DISPLAY WAYLAND_DISPLAY; '" PROGRAMS "/boreforge-picture' ";
 
@@ -63,8 +63,8 @@ TEST_F(PictureTest, RefusesWhatIsDamagedAndLeavesTheOldPicture) {
         expect("d.3ds p.png", 1, saying);
     }
     expect("o.3ds p.png --view inside", 1, "needs the track");
-    expect("o.3ds ./o.3ds", 1, "Would Replace");
-    expect("o.3ds p.png --size 5x720", 2, "'5x720' is no value");
+    expect("o.3ds ./o.3ds", 2, "doesn't end in .png");
+    expect("o.3ds p.png --size 5x720", 2, "not '5x720'");
 }
 
 }  // namespace boreforge

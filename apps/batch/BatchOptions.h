@@ -1,11 +1,11 @@
 // The command line of boreforge-batch.
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <string>
-#include <vector>
 
 #include "job/TunnelSettings.h"
+#include "shared/CommandLine.h"
 
 namespace boreforge {
 
@@ -16,13 +16,9 @@ struct BatchOptions {
     std::int16_t Preset = 0;
     std::string TrackOut;  // empty: the track itself is rewritten
     TunnelChoices Choices;
-    bool Help = false;
-    bool Version = false;
 };
 
-extern const char kBatchUsage[];
-
-// Takes the arguments behind the program's name. Nothing when they are wrong: `error` then says how.
-std::optional<BatchOptions> ParseBatchOptions(const std::vector<std::string>& arguments, std::string& error);
+// Describes the options to `application`, which fills `options` when it parses.
+void AddBatchOptions(CLI::App& application, BatchOptions& options);
 
 }  // namespace boreforge

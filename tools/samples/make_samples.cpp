@@ -8,22 +8,12 @@
 #include "editor/TunnelShapeFile.h"
 #include "sample_shapes.h"
 #include "sample_tracks.h"
+#include "shared/CommandLine.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 using namespace boreforge;
 
 namespace {
-
-enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
-
-constexpr char kUsage[] =
-    R"(Usage: make_samples FOLDER
-
-Writes the sample tracks to FOLDER/tracks and the sample shapes to
-FOLDER/elements, over files of the same names.
-
-Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.
-)";
 
 struct Sample {
     const char* name;
@@ -66,17 +56,22 @@ bool WriteSamples(const std::filesystem::path& folder, const Sample (&samples)[C
     return true;
 }
 
+int WriteAllSamples(const std::filesystem::path& root) {
+    const auto writeTrack = [](const std::string& path) { return WriteTrackFile(path); };
+    const bool good = WriteSamples(root / "tracks", kTracks, writeTrack) &&
+                      WriteSamples(root / "elements", kShapes, SaveTunnelShape);
+    return good ? kDone : kFailed;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
-    const std::string folder = count == 2 ? arguments[1] : "";
-    if (folder.empty() || folder.starts_with('-')) {
-        std::fputs(kUsage, stderr);
-        return kWrongUsage;
-    }
-    const std::filesystem::path root = folder;
-    const bool good = WriteSamples(root / "tracks", kTracks,
-                                   [](const std::string& path) { return WriteTrackFile(path); }) &&
-                      WriteSamples(root / "elements", kShapes, SaveTunnelShape);
-    return good ? kDone : kFailed;
+    std::filesystem::path root;
+    CLI::App application(
+        "Writes the sample tracks to FOLDER/tracks and the sample shapes to FOLDER/elements, over files of "
+        "the\n"
+        "same names.",
+        "make_samples");
+    application.add_option("FOLDER", root, "Where the samples go")->required();
+    return RunProgram(application, count, arguments, [&root] { return WriteAllSamples(root); });
 }

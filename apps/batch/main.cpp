@@ -4,8 +4,7 @@
 #include <string>
 
 #include "base/Message.h"
-#include "batch_options.h"
-#include "command_line.h"
+#include "batch/BatchOptions.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
@@ -56,14 +55,14 @@ void PrintSummary(std::int32_t tunnels, const std::string& object) {
         faces += mesh.FaceCount();
     std::printf("%d segments, %d tunnel segments: %d objects, %lld faces, %d bytes in %s\n",
                 TrackFile.SegmentCount(), tunnels, Model3DS.MeshCount(), static_cast<long long>(faces),
-                Compute3DSLength(), object.c_str());
+                Compute3DSLength(), Printable(object).c_str());
 }
 
 int RunBatch(const BatchOptions& options) {
     ResetTunnelShape();
     if (!OutputsAreApart(options) || !PrepareShape(options)) return kFailed;
     if (!OpenTrack(options.Track)) {
-        std::fprintf(stderr, "\n%s\n", options.Track.c_str());  // one of many in a script's loop
+        PrintError("\n" + options.Track);  // one of many in a script's loop
         return kFailed;
     }
     if (!options.TrackOut.empty()) TrackFilePath = options.TrackOut;
@@ -76,5 +75,8 @@ int RunBatch(const BatchOptions& options) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    return RunProgram("boreforge-batch", kBatchUsage, count, arguments, ParseBatchOptions, RunBatch);
+    BatchOptions options;
+    CLI::App application("", "boreforge-batch");
+    AddBatchOptions(application, options);
+    return RunProgram(application, count, arguments, [&] { return RunBatch(options); });
 }

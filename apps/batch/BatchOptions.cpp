@@ -1,0 +1,109 @@
+#include "batch/BatchOptions.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <string_view>
+
+namespace boreforge {
+
+namespace {
+
+// "R,G,B" with numbers from 0 to 255, or "#rrggbb".
+std::optional<PackedColor> ParseColor(std::string_view text) {
+    if (text.starts_with('#') && text.size() == 7 && text[1] != '-') {
+        const auto value = ParseNumber(text.substr(1), 0, 0xFFFFFF, 16);
+        return value ? std::optional(PackColor(*value >> 16, *value >> 8, *value)) : std::nullopt;
+    }
+    std::int32_t channels[3] = {};
+    for (std::int32_t& channel : channels) {
+        const bool isLast = &channel == std::end(channels) - 1;
+        const std::size_t end = isLast ? text.size() : text.find(',');
+        if (end == std::string_view::npos) return std::nullopt;
+        const auto value = ParseNumber(text.substr(0, end), 0, 255);
+        if (!value) return std::nullopt;
+        channel = *value;
+        text.remove_prefix(isLast ? end : end + 1);
+    }
+    return PackColor(channels[0], channels[1], channels[2]);
+}
+
+// The names of the settings dialog's list, without the exclamation mark and in lower case.
+std::string DetailName(const DetailChoice& detail) {
+    std::string name = ToLowerAscii(std::string(detail.name));
+    if (name.ends_with('!')) name.pop_back();
+    return name;
+}
+
+std::optional<std::int32_t> ParseDetail(const std::string& text) {
+    const auto found = std::ranges::find(kDetails, ToLowerAscii(text), DetailName);
+    if (found == std::end(kDetails)) return std::nullopt;
+    return static_cast<std::int32_t>(found - std::begin(kDetails));
+}
+
+std::optional<std::int16_t> ParsePreset(const std::string& text) {
+    const std::string name = ToLowerAscii(text);
+    if (name != "box" && name != "rounded") return std::nullopt;
+    return static_cast<std::int16_t>(name == "rounded" ? 1 : 0);
+}
+
+std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }
+
+}  // namespace
+
+void AddBatchOptions(CLI::App& application, BatchOptions& options) {
+    TunnelChoices& choices = options.Choices;
+    application.description(
+        "Makes a tunnel along every tunnel segment of the track, writes it to OUTPUT and saves the track "
+        "with\n"
+        "the changes that were asked for.");
+    application.footer(
+        "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
+        "After 1 or 2 the track is as it was.");
+    AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
+    AddPath(application, "OUTPUT", options.Object, "FILE.3ds", "The object to write")
+        ->required()
+        ->check(EndsIn(".3ds"));
+
+    CLI::Option* const shape =
+        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "The cross-section in this file");
+    CLI::Option* const preset = AddParsed(application, "--preset", options.Preset, ParsePreset, "box|rounded",
+                                          "A built-in cross-section (default: box)");
+    preset->excludes(shape);
+    for (CLI::Option* const option : {shape, preset})
+        option->group("Shape");
+
+    CLI::Option* const look[] = {
+        AddParsed(application, "--color", choices.Color, ParseColor, "R,G,B|#rrggbb",
+                  "Tunnel colour, 0 to 255 each (default: 192,192,192)"),
+        AddParsed(application, "--transparency", choices.Transparency, ParsePercent, "0..100",
+                  "Percent (default: 0)"),
+        AddParsed(application, "--detail", choices.DetailItem, ParseDetail, "extreme|high|normal|low|poor",
+                  "How closely the tunnel follows the curve (default: normal)"),
+        application.add_flag("--double-sided", choices.DoubleSided,
+                             "Make every face visible from both sides")};
+    for (CLI::Option* const option : look)
+        option->group("Look");
+
+    CLI::Option* const dim = AddParsed(
+        application, "--dim", choices.DimPercent, ParsePercent, "0..100",
+        "Brightness of tunneled segments' colours (default: 50); 0 leaves them as they are, 100 gives black");
+    CLI::Option* const noDim = application.add_flag_callback(
+        "--no-dim", [&choices] { choices.DimColors = false; }, "Don't change the colours of segments");
+    noDim->excludes(dim);
+    CLI::Option* const changes[] = {dim, noDim,
+                                    application.add_flag_callback(
+                                        "--keep-tunnel-flags", [&choices] { choices.RemoveTunnels = false; },
+                                        "Don't clear the tunnel flags"),
+                                    application.add_flag_callback(
+                                        "--no-place", [&choices] { choices.PlaceObject = false; },
+                                        "Don't add the object to the track's scenery"),
+                                    AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
+                                            "Save the changed track there and leave TRACK as it is")
+                                        ->check(EndsIn(".zrtrack"))};
+    for (CLI::Option* const option : changes)
+        option->group("Track");
+}
+
+}  // namespace boreforge

@@ -1,0 +1,84 @@
+#include "shared/CommandLine.h"
+
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <charconv>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <new>
+
+#include "base/Message.h"
+#include "base/Text.h"
+#include "base/Values.h"
+#include "platform/Signals.h"
+#include "version.h"
+
+namespace boreforge {
+
+int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
+    SetMessageHook([](const std::string& text, const std::string&, MessageIcon) { PrintError(text); });
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    RemoveUnfinishedOnSignals();
+    const std::string name = application.get_name();
+    application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
+    try {
+        application.parse(count, arguments);
+    } catch (const CLI::Success& request) {
+        return application.exit(request);  // prints the help or the version
+    } catch (const CLI::ParseError& error) {
+        PrintError(name + ": " + error.what() + "\nTry '" + name + " --help'.");
+        return kWrongUsage;
+    }
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        ShowError("Error - Not Enough Memory!");
+        return kFailed;
+    }
+}
+
+std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t least, std::int32_t most,
+                                        int base) {
+    std::int32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [last, failure] = std::from_chars(text.data(), end, number, base);
+    const bool good = failure == std::errc() && last == end && number >= least && number <= most;
+    return good ? std::optional(number) : std::nullopt;
+}
+
+CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string& path,
+                     const std::string& typeName, const std::string& description) {
+    const CLI::Validator notEmpty([](std::string& text) { return text.empty() ? "is empty" : ""; }, "");
+    return application.add_option(name, path, description)->type_name(typeName)->check(notEmpty)->take_last();
+}
+
+CLI::Validator EndsIn(const std::string& extension) {
+    return CLI::Validator(
+        [extension](const std::string& path) {
+            const bool good = path.size() > extension.size() && ToLowerAscii(path).ends_with(extension);
+            return good ? "" : "'" + path + "' doesn't end in " + extension;
+        },
+        "");
+}
+
+std::string Printable(const std::string& text) {
+    std::string printable;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const std::string_view before = rest;
+        const char32_t character = TakeCharacter(rest);
+        const bool control =
+            (character < 0x20 && character != U'\n') || (character >= 0x7F && character < 0xA0);
+        if (character == kNoCharacter) rest = before.substr(1);
+        if (control || character == kNoCharacter)
+            printable += '?';
+        else
+            printable += before.substr(0, before.size() - rest.size());
+    }
+    return printable;
+}
+
+void PrintError(const std::string& text) { std::fprintf(stderr, "%s\n", Printable(text).c_str()); }
+
+}  // namespace boreforge
