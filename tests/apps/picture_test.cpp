@@ -6,7 +6,8 @@
 namespace boreforge {
 
 using PictureTest = CommandTest;
-const std::string kJob = "'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --color 255,0,255 --track-out t.zrtrack";
+const std::string kJob =
+    "'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --color 255,0,255 --track-out t.zrtrack";
 const std::string kMake = "'" PROGRAMS "/boreforge-batch' " + kJob;
 const std::string kPicture = "unset DISPLAY WAYLAND_DISPLAY; '" PROGRAMS "/boreforge-picture' ";
 
