@@ -1,7 +1,5 @@
 #include "shared/CommandLine.h"
 
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <charconv>
 #include <csignal>
 #include <cstdint>

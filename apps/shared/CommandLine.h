@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include <CLI/App.hpp>
+#include <CLI/CLI.hpp>
 
 namespace boreforge {
 
