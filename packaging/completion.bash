@@ -1,0 +1,42 @@
+# Bash completion for boreforge-batch and boreforge-picture. The program's own --help tells what may follow: the
+# options, the words that a value may be, and the extension of a file.
+
+# Each argument or option of a help text with its value, as in "--shape FILE.zrbf".
+_boreforge_values() {
+    sed -nE 's/^  ([A-Z]+|--[a-z-]+) ([A-Za-z0-9.,#|]+)( .*)?$/\1 \2/p' <<<"$1"
+}
+
+_boreforge() {
+    local current=${COMP_WORDS[COMP_CWORD]} help values positionals value="" given=0 word i
+    COMPREPLY=()
+    help=$("$1" --help 2>/dev/null) || return
+    values=$(_boreforge_values "$help")
+    positionals=$(grep '^[A-Z]' <<<"$values")
+    for ((i = 1; i < COMP_CWORD; ++i)); do  # `value` is what belongs to the word before the cursor
+        word=${COMP_WORDS[i]}
+        if [[ $word == = ]]; then
+            continue  # of --option=value, which comes as three words
+        elif [[ $word == -* ]]; then
+            value=$(sed -n "s/^$word //p" <<<"$values")
+        elif [[ -n $value ]]; then
+            value=""
+        else
+            given=$((given + 1))
+        fi
+    done
+    [[ $current != = ]] || current=""
+    if [[ -z $value && $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$(grep -oE '^  (-h,)?--[a-z-]+' <<<"$help" | grep -o -- '--.*')" -- "$current")
+        return
+    fi
+    [[ -n $value ]] || value=$(sed -n "$((given + 1))s/.* //p" <<<"$positionals")
+    case $value in
+        *.*.* | *,* | "") ;;  # a number or a colour
+        *.*)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -f -X "!*.${value#*.}" -- "$current"; compgen -d -- "$current") ;;
+        *) mapfile -t COMPREPLY < <(compgen -W "${value//|/ }" -- "$current") ;;
+    esac
+}
+
+complete -F _boreforge boreforge-batch boreforge-picture

@@ -1,0 +1,43 @@
+#!/bin/bash
+# Completes command lines as bash does when a user presses Tab.
+#   completion.sh COMPLETION PROGRAMS     (the completion file, the folder of the programs)
+set -eu
+# shellcheck source=/dev/null
+. "$1"
+compopt() { :; }  # works only where bash itself completes
+programs=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+mkdir folder
+touch track.zrtrack shape.zrbf "a b.3ds" notes.txt
+
+failed=0
+# expect WORDS PROGRAM [WORD...]: the last word is the one under the cursor.
+expect() {
+    expected=$1
+    shift
+    COMP_WORDS=("$@")
+    COMP_CWORD=$(($# - 1))
+    _boreforge "$programs/$1"
+    [ "$(printf '%s;' "${COMPREPLY[@]}")" = "$expected" ] && return
+    echo "$*: expected $expected got $(printf '%s;' "${COMPREPLY[@]}")"
+    failed=1
+}
+expect "--detail;--double-sided;--dim;" boreforge-batch --d
+expect "--help;" boreforge-batch --h
+expect "high;" boreforge-batch --detail h
+expect "high;" boreforge-batch --detail = h
+expect "box;rounded;" boreforge-batch --preset ""
+expect "shape.zrbf;folder;" boreforge-batch --shape ""
+expect "track.zrtrack;folder;" boreforge-batch ""
+expect "track.zrtrack;folder;" boreforge-batch --no-dim --dim 50 ""
+expect "a b.3ds;folder;" boreforge-batch --color 1,2,3 track.zrtrack ""
+expect "track.zrtrack;" boreforge-batch --track-out t
+expect ";" boreforge-batch --color ""
+expect ";" boreforge-batch track.zrtrack tube.3ds ""
+if [ -x "$programs/boreforge-picture" ]; then
+    expect "above;side;inside;" boreforge-picture --view ""
+    expect "a b.3ds;folder;" boreforge-picture ""
+fi
+exit $failed
