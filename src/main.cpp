@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 #include "dialogs/MessageBoxes.h"
@@ -15,6 +16,23 @@ namespace {
 
 constexpr char kUsage[] =
     "Usage: boreforge\n\nOpens the window, which needs a display. Without one, use boreforge-batch.\n";
+
+// Why Qt couldn't open a display, in its own words.
+QString displayFailure;
+
+// Qt's messages while it opens the display. Without one it reports each attempt and aborts; here it is one
+// line and a plain exit.
+void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "boreforge: needs a display; without one, use boreforge-batch (%s)\n",
+                     qUtf8Printable(displayFailure.trimmed()));
+        std::_Exit(1);
+    }
+    if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))
+        std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
+    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // that is the consequence
+        displayFailure = text;
+}
 
 }  // namespace
 
@@ -33,10 +51,13 @@ int main(int count, char** arguments) {
 
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
     boreforge::RemoveUnfinishedOnSignals();
-    QApplication application(count, arguments);
+    qInstallMessageHandler(OnStartMessage);
+    QApplication application(count, arguments);  // takes its own options out of the arguments
+    qInstallMessageHandler(nullptr);
+    if (count > 1) std::fputs("boreforge: arguments are ignored; files are opened in the window\n", stderr);
     QApplication::setApplicationName("boreforge");
     QApplication::setApplicationDisplayName("");
-    QApplication::setDesktopFileName("boreforge");
+    QApplication::setDesktopFileName("org.zephyrail.boreforge");
     QApplication::setApplicationVersion(boreforge::kVersion);
     boreforge::SetMessageHook(boreforge::ShowMessageBox);
     boreforge::frmMain window;

@@ -30,13 +30,21 @@ answer() {
 }
 
 "$2" "$work"
+# Without a display, and with one that leads nowhere: one line, exit status 1.
+for nowhere in "" :65535; do
+    status=0
+    env -i DISPLAY="$nowhere" QT_QPA_PLATFORM=xcb "$1" 2>"$work/refusal" || status=$?
+    [ "$status" = 1 ]
+    grep -q '^boreforge: needs a display' "$work/refusal"
+    [ "$(wc -l <"$work/refusal")" = 1 ]
+done
 mkdir -m 700 "$work/home" "$work/run"
 export DISPLAY=":$(($$ % 50000 + 100))"
 Xvfb "$DISPLAY" -noreset -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
 screen=$!
 try xdotool getmouselocation
 env -i PATH="$PATH" DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" \
-    DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" &
+    DBUS_SESSION_BUS_ADDRESS=disabled: QT_QPA_PLATFORM=xcb "$1" -style fusion track.zrtrack 2>"$work/said" &
 program=$!
 use "Zephyrail Boreforge"
 main=$window
@@ -68,6 +76,7 @@ answer "$work/tube" "^(Save Tunnel|3DS Tunnel)"
 "$3" "$main"
 ended=$program program=
 wait "$ended"
+grep -qx 'boreforge: arguments are ignored.*' "$work/said"
 # Four nodes, inside and outside: -2 -1, -2.5 -1.5; -2 3, -2.5 3.5; 2 -1, 2.5 -1.5; -1.5 4, -1.5 4.5; z is 0.
 printf 'ZRBF\4\0\0\0\0\0\0\300\0\0\200\277\0\0\0\0\0\0\40\300\0\0\300\277\0\0\0\0\0\0\0\300\0\0\100\100\0\0\0\0'\
 '\0\0\40\300\0\0\140\100\0\0\0\0\0\0\0\100\0\0\200\277\0\0\0\0\0\0\40\100\0\0\300\277\0\0\0\0'\
