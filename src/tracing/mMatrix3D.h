@@ -26,11 +26,31 @@ Matrix3D MatRotateZ(float angle);
 Matrix3D MatTranslation(float x, float y, float z);
 
 // The product a times b: b acts first on a point.
-Matrix3D MatMultiply(const Matrix3D& a, const Matrix3D& b);
+inline Matrix3D MatMultiply(const Matrix3D& a, const Matrix3D& b) {
+    Matrix3D product;
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            product[4 * row + column] = static_cast<float>(
+                double(a[4 * row]) * b[column] + double(a[4 * row + 1]) * b[4 + column] +
+                double(a[4 * row + 2]) * b[8 + column] + double(a[4 * row + 3]) * b[12 + column]);
+    return product;
+}
 
-Matrix3D MatTranspose(const Matrix3D& m);
+inline Matrix3D MatTranspose(const Matrix3D& m) {
+    Matrix3D transposed;
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 4; ++column)
+            transposed[4 * row + column] = m[4 * column + row];
+    return transposed;
+}
 
 // The point m times (v, 1); the bottom row is not used and there is no division.
-Vector3D MatTransformPoint(const Matrix3D& m, const Vector3D& v);
+inline Vector3D MatTransformPoint(const Matrix3D& m, const Vector3D& v) {
+    const auto component = [&](int row) {
+        return static_cast<float>(double(m[row]) * v.x + double(m[row + 1]) * v.y + double(m[row + 2]) * v.z +
+                                  double(m[row + 3]));
+    };
+    return {component(0), component(4), component(8)};
+}
 
 }  // namespace boreforge

@@ -50,10 +50,18 @@ void TurnTowards(Matrix3D& frame, const Vector3D& v) {
     frame = MatMultiply(frame, MatRotateX(pitch));
 }
 
+// The translation to a point times a frame, which is the frame with the point in its fourth column.
+Matrix3D FrameAt(const Vector3D& point, Matrix3D frame) {
+    frame[3] = point.x;
+    frame[7] = point.y;
+    frame[11] = point.z;
+    return frame;
+}
+
 TraceSample SampleAt(const Vector3D& point, const Matrix3D& frame) {
     TraceSample sample;
     sample.Orientation = frame;
-    sample.WorldMatrix = MatMultiply(MatTranslation(point.x, point.y, point.z), frame);
+    sample.WorldMatrix = FrameAt(point, frame);
     return sample;
 }
 
@@ -104,7 +112,8 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
         TraceSample& sample = traced.Samples[static_cast<std::size_t>(j)];
         const Matrix3D roll = MatRotateZ(static_cast<float>(double(delta) / (count - 1) * j));
         sample.Orientation = MatMultiply(sample.Orientation, roll);
-        sample.WorldMatrix = MatMultiply(sample.WorldMatrix, roll);
+        const Matrix3D& world = sample.WorldMatrix;
+        sample.WorldMatrix = FrameAt({world[3], world[7], world[11]}, sample.Orientation);
         sample.Bank = BankOf(sample.Orientation);
     }
     return true;
