@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "base/LargeArray.h"
 #include "base/Values.h"
+#include "platform/Bytes.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {

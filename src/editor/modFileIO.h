@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/LargeArray.h"
+#include "platform/Bytes.h"
 
 namespace boreforge {
 

@@ -4,13 +4,14 @@
 #include <cstddef>
 
 #include "export3ds/VertexIndex.h"
-#include "platform/LargeMemory.h"
+#include "platform/HugePages.h"
 
 namespace boreforge {
 
 namespace {
-LargeMemory modelMemory;  // before the model, which must not outlive it
-}
+// Before the model, which must not outlive it. Of a block, only what is touched takes memory.
+std::pmr::monotonic_buffer_resource modelMemory(std::size_t{1} << 25, HugePages());
+}  // namespace
 
 Model3DSState Model3DS;
 ObjectBufferState ObjectBuffer;
@@ -94,7 +95,7 @@ std::pmr::memory_resource* ModelMemory() { return &modelMemory; }
 void ResetModel() {
     Model3DS = Model3DSState();
     sharedFaces = {};
-    modelMemory.Release();
+    modelMemory.release();
 }
 
 std::int16_t AddMaterial(const ColorRGB& ambient, const ColorRGB& diffuse, const ColorRGB& specular,

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/LargeArray.h"
+#include "platform/Bytes.h"
 #include "platform/FileCalls.h"
 #include "platform/FileFailure.h"
 

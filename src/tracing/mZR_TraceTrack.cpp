@@ -3,14 +3,15 @@
 #include <cmath>
 #include <new>
 
-#include "platform/LargeMemory.h"
+#include "platform/HugePages.h"
 #include "trackfile/TrackDocument.h"
 
 namespace boreforge {
 
 namespace {
-LargeMemory traceMemory;  // before the samples, which must not outlive it
-}
+// Before the samples, which must not outlive it. Of a block, only what is touched takes memory.
+std::pmr::monotonic_buffer_resource traceMemory(std::size_t{1} << 25, HugePages());
+}  // namespace
 
 std::vector<TracedSegment> TracedSegments;
 std::int32_t TraceUpperIndex = -1;
@@ -189,7 +190,7 @@ bool TraceTrack() {
         const std::vector<float> lengths = MeasureTrack();
         if (lengths.empty()) return false;
         TracedSegments.clear();
-        traceMemory.Release();
+        traceMemory.release();
         TracedSegments.resize(lengths.size());
         for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
             if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)]))

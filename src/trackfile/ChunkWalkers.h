@@ -6,9 +6,11 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <memory_resource>
 #include <string>
+#include <vector>
 
-#include "base/LargeArray.h"
+#include "platform/Bytes.h"
 #include "trackfile/TrackBytes.h"
 
 namespace boreforge {
@@ -49,7 +51,7 @@ class FieldCounter {
         for (const auto& record : records)
             Fields(*this, record);
     }
-    void Grid(const LargeArray<float>& values, std::int32_t, std::int32_t) {
+    void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
         count += 4 * static_cast<std::int64_t>(values.size());
     }
     template <class Content>
@@ -107,7 +109,7 @@ class FieldReader {
     }
 
     // `depth` rows of `width` values.
-    void Grid(LargeArray<float>& values, std::int32_t width, std::int32_t depth) {
+    void Grid(std::pmr::vector<float>& values, std::int32_t width, std::int32_t depth) {
         const std::size_t room = at_.Remaining() / 4;
         values.clear();
         if (width < 0 || depth < 0) at_.Fail();
@@ -167,7 +169,7 @@ class FieldWriter {
         for (const auto& record : records)
             Fields(*this, record);
     }
-    void Grid(const LargeArray<float>& values, std::int32_t, std::int32_t) {
+    void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
         std::uint8_t* place = Append(bytes_, 4 * values.size());
         for (const float value : values) {
             PutBitsAt(place, std::bit_cast<std::uint32_t>(value));

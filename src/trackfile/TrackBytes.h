@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "base/LargeArray.h"
 #include "base/Values.h"
+#include "platform/Bytes.h"
 
 namespace boreforge {
 

@@ -4,11 +4,12 @@
 
 #include <array>
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <vector>
 
-#include "base/LargeArray.h"
 #include "base/Values.h"
+#include "platform/HugePages.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {
@@ -115,14 +116,15 @@ struct TrackScenery {
     std::array<float, 3> LastRow{};    // the fourth row, without its last element
 };
 
-// Each Size is the chunk's size field and each Children its child count, as read or as last written.
+// Each Size is the chunk's size field and each Children its child count, as read or as last written. Lists
+// are in huge pages: with small ones, a large track takes twice as long to load.
 struct TrackDocument {
     std::int32_t ZphrSize = 0, ZphrChildren = 0;
     std::array<std::uint8_t, 4> FormatVersion{};  // as read; a save writes its own
 
     std::int32_t TrckSize = 0, TrckChildren = 0;
     std::int32_t TrackValueA = 0;
-    LargeArray<TrackColorSet> ColorSets;
+    std::pmr::vector<TrackColorSet> ColorSets{HugePages()};
     std::int32_t TrackValueB = 0;
     PackedColor DefaultColor1 = 0, DefaultColor2 = 0, DefaultColor3 = 0;  // of segments without own colours
     PackedColor ExtraColor1 = 0, ExtraColor2 = 0, ExtraColor3 = 0, ExtraColor4 = 0, ExtraColor5 = 0;
@@ -131,28 +133,28 @@ struct TrackDocument {
     std::string InfoText;
 
     std::int32_t BezrSize = 0, BezrChildren = 0;
-    LargeArray<TrackBezierNode> BezierNodes;
+    std::pmr::vector<TrackBezierNode> BezierNodes{HugePages()};
 
     std::int32_t SegmSize = 0, SegmChildren = 0;
     Truth SegmentListFlag = kFalse;
-    LargeArray<TrackSegment> Segments;
+    std::pmr::vector<TrackSegment> Segments{HugePages()};
 
     std::int32_t SuppSize = 0, SuppChildren = 0;
     std::int32_t FundSize = 0, FundChildren = 0;
-    LargeArray<TrackFundRecord> FundRecords;
+    std::pmr::vector<TrackFundRecord> FundRecords{HugePages()};
     std::int32_t RascSize = 0, RascChildren = 0;
-    LargeArray<TrackRascRecord> RascRecords;
+    std::pmr::vector<TrackRascRecord> RascRecords{HugePages()};
     std::int32_t FrenSize = 0, FrenChildren = 0;
-    LargeArray<TrackFrenRecord> FrenRecords;
+    std::pmr::vector<TrackFrenRecord> FrenRecords{HugePages()};
     std::int32_t TubeSize = 0, TubeChildren = 0;
-    LargeArray<TrackTubeRecord> TubeRecords;
+    std::pmr::vector<TrackTubeRecord> TubeRecords{HugePages()};
     std::int32_t CatwSize = 0, CatwChildren = 0;
-    LargeArray<TrackCatwRecord> CatwRecords;
+    std::pmr::vector<TrackCatwRecord> CatwRecords{HugePages()};
 
     std::int32_t ScenSize = 0, ScenChildren = 0;
-    LargeArray<TrackSceneryPoint> SceneryPoints;
+    std::pmr::vector<TrackSceneryPoint> SceneryPoints{HugePages()};
     std::int32_t ScobSize = 0, ScobChildren = 0;
-    LargeArray<TrackScenery> SceneryObjects;
+    std::pmr::vector<TrackScenery> SceneryObjects{HugePages()};
 
     std::int32_t TeraSize = 0, TeraChildren = 0;
     Truth HasTerrain = kFalse;  // decides whether a terrain is written
@@ -166,7 +168,7 @@ struct TrackDocument {
     float TerrainFloat5 = 0;
     std::uint8_t TerrainByte = 0;
     Truth TerrainFlag = kFalse;
-    LargeArray<float> TerrainGrid;  // TerrainDepth rows of TerrainWidth values, row by row
+    std::pmr::vector<float> TerrainGrid{HugePages()};  // TerrainDepth rows of TerrainWidth values, row by row
 
     std::int32_t EnvcSize = 0, EnvcChildren = 0;
     std::string EnvironmentText1, EnvironmentText2;

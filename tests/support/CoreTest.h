@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/LargeArray.h"
+#include "platform/Bytes.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 
