@@ -1,8 +1,8 @@
 #include "editor/ImageSurface.h"
 
 #include <QPen>
-#include <QPointF>
 
+#include <algorithm>
 #include <cmath>
 
 #include "dialogs/QtColor.h"
@@ -32,17 +32,32 @@ ImageSurface::ImageSurface(QImage& image, QSize logicalSize, double devicePixelR
     if (image.isNull()) return;
     image.setDevicePixelRatio(devicePixelRatio);
     painter_.begin(&image);
+    painter_.scale(1 / devicePixelRatio, 1 / devicePixelRatio);  // everything below is in device pixels
 }
 
 void ImageSurface::Clear() {
-    if (painter_.isActive()) painter_.fillRect(QRect(QPoint(0, 0), size_ + QSize(1, 1)), Qt::black);
+    if (painter_.isActive())
+        painter_.fillRect(0, 0, painter_.device()->width(), painter_.device()->height(), Qt::black);
+}
+
+QPointF ImageSurface::OnRaster(CanvasPoint position) const {
+    return {std::round(position.x * density_), std::round(position.y * density_)};
+}
+
+int ImageSurface::LineThickness(int penWidth) const {
+    return std::max(1, static_cast<int>(std::lround(penWidth * density_)));
+}
+
+QPointF ImageSurface::LineEnd(CanvasPoint position) const {
+    return density_ == 1 ? QPointF(position.x, position.y) : OnRaster(position);
 }
 
 const QImage& ImageSurface::StampOf(const ColorRGB& color) {
     for (const DotStamp& stamp : stamps_)
         if (stamp.width == penWidth_ && stamp.color == color) return stamp.image;
     const double width = penWidth_ * density_;
-    const int side = 2 * static_cast<int>(std::ceil(width / 2)) + 1;  // odd, so that its middle is a pixel
+    const int middle = LineThickness(1) % 2;  // 1: the middle of a dot is a pixel, as that of a line
+    const int side = 2 * static_cast<int>(std::ceil(width / 2)) + middle;
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -51,7 +66,6 @@ const QImage& ImageSurface::StampOf(const ColorRGB& color) {
     painter.setBrush(ToQColor(color));
     painter.drawEllipse(QPointF(side / 2.0, side / 2.0), width / 2, width / 2);
     painter.end();
-    image.setDevicePixelRatio(density_);
     stamps_.push_back({penWidth_, color, image});
     return stamps_.back().image;
 }
@@ -63,23 +77,22 @@ void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
     if (!painter_.isActive() || !visible) return;
     const QImage& stamp = StampOf(color);
     const int half = stamp.width() / 2;
-    const auto onPixel = [&](float at) { return (std::round(at * density_) - half) / density_; };
-    painter_.drawImage(QPointF(onPixel(center.x), onPixel(center.y)), stamp);
+    painter_.drawImage(OnRaster(center) - QPointF(half, half), stamp);
 }
 
 void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {
     if (!painter_.isActive()) return;
-    const double dx = double(to.x) - from.x, dy = double(to.y) - from.y;
-    if (!std::isfinite(dx) || !std::isfinite(dy)) return;
+    const QPointF start = LineEnd(from);
+    const QPointF delta = LineEnd(to) - start;
+    if (!std::isfinite(delta.x()) || !std::isfinite(delta.y())) return;
     // Cut to the canvas and a margin: the painter's own arithmetic is not made for far-off ends.
     constexpr double kMargin = 2;
     double t0 = 0, t1 = 1;
-    if (!CutInterval(from.x, dx, -kMargin, Width() + kMargin, t0, t1) ||
-        !CutInterval(from.y, dy, -kMargin, Height() + kMargin, t0, t1))
+    if (!CutInterval(start.x(), delta.x(), -kMargin, Width() * density_ + kMargin, t0, t1) ||
+        !CutInterval(start.y(), delta.y(), -kMargin, Height() * density_ + kMargin, t0, t1))
         return;
-    painter_.setPen(QPen(ToQColor(color), penWidth_, Qt::SolidLine, Qt::SquareCap));
-    painter_.drawLine(QPointF(from.x + t0 * dx, from.y + t0 * dy),
-                      QPointF(from.x + t1 * dx, from.y + t1 * dy));
+    painter_.setPen(QPen(ToQColor(color), LineThickness(penWidth_), Qt::SolidLine, Qt::SquareCap));
+    painter_.drawLine(start + t0 * delta, start + t1 * delta);
 }
 
 }  // namespace boreforge

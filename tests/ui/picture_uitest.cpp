@@ -1,0 +1,65 @@
+#include <QImage>
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "UiTest.h"
+#include "editor/ImageSurface.h"
+
+using namespace boreforge;
+
+// Screens on which a pixel of the canvas is not one pixel of the screen.
+struct Screen {
+    double density;
+    int thickness;  // of a thin line, device pixels
+};
+static constexpr Screen kScreens[] = {{1.25, 1}, {1.5, 2}, {1.75, 2}, {2, 2}, {2.5, 3}, {3, 3}};
+
+// Where a colour starts and ends along a row of the image, each time.
+struct Span {
+    int first, last;
+};
+static std::vector<Span> SpansOf(const QImage& image, int row, const QColor& color) {
+    std::vector<Span> spans;
+    for (int x = 0; x < image.width(); ++x) {
+        if (image.pixelColor(x, row) != color) continue;
+        if (spans.empty() || spans.back().last != x - 1) spans.push_back({x, x});
+        spans.back().last = x;
+    }
+    return spans;
+}
+
+TEST(Picture, ThinLinesAreEquallyThickWhereverTheyAre) {
+    constexpr ColorRGB kColor{32, 32, 32};
+    for (const Screen& screen : kScreens) {
+        QImage image;
+        ImageSurface surface(image, QSize(400, 400), screen.density);
+        surface.Clear();
+        for (float at = 5; at < 390; at += 10.3f) {
+            surface.Line({at, 0}, {at, 190}, kColor);
+            surface.Line({0, at}, {190, at}, kColor);
+        }
+        std::set<int> thicknesses;
+        for (const QImage& turned : {image, image.transformed(QTransform().rotate(90))})
+            for (const Span& span : SpansOf(turned, qRound(2 * screen.density), QColor(32, 32, 32)))
+                thicknesses.insert(span.last - span.first + 1);
+        EXPECT_EQ(thicknesses, std::set{screen.thickness}) << screen.density;
+    }
+}
+
+TEST(Picture, ALineMeetsTheMiddleOfItsDot) {
+    for (const Screen& screen : kScreens)
+        for (const float at : {20.f, 20.3f, 20.5f, 21.7f}) {
+            QImage image;
+            ImageSurface surface(image, QSize(60, 60), screen.density);
+            surface.Clear();
+            surface.SetPenWidth(15);
+            surface.Dot({at, 20}, {255, 0, 0});
+            surface.SetPenWidth(1);
+            surface.Line({at, 40}, {at, 50}, {0, 255, 0});
+            const Span dot = SpansOf(image, qRound(20 * screen.density), Qt::red).at(0);
+            const Span line = SpansOf(image, qRound(45 * screen.density), Qt::green).at(0);
+            EXPECT_EQ(dot.first + dot.last, line.first + line.last) << screen.density << ' ' << at;
+        }
+}
