@@ -20,6 +20,8 @@ MouseState StateOf(const QMouseEvent& event) {
     return event.buttons() == Qt::RightButton ? MouseState::Right : MouseState::Other;
 }
 
+bool AnotherIsDown(const QMouseEvent& event) { return event.buttons() & ~event.button(); }
+
 }  // namespace
 
 ShapeCanvas::ShapeCanvas(QWidget* parent) : QWidget(parent) {
@@ -46,7 +48,7 @@ void ShapeCanvas::paintEvent(QPaintEvent*) {
 
 void ShapeCanvas::mousePressEvent(QMouseEvent* event) {
     Pressed(ButtonOf(*event), static_cast<float>(event->position().x()),
-            static_cast<float>(event->position().y()));
+            static_cast<float>(event->position().y()), AnotherIsDown(*event));
 }
 
 void ShapeCanvas::mouseMoveEvent(QMouseEvent* event) {
@@ -54,6 +56,6 @@ void ShapeCanvas::mouseMoveEvent(QMouseEvent* event) {
           static_cast<float>(event->position().y()));
 }
 
-void ShapeCanvas::mouseReleaseEvent(QMouseEvent* event) { Released(ButtonOf(*event)); }
+void ShapeCanvas::mouseReleaseEvent(QMouseEvent* event) { Released(ButtonOf(*event), AnotherIsDown(*event)); }
 
 }  // namespace boreforge

@@ -17,10 +17,10 @@ class ShapeCanvas : public QWidget {
     // Repaints the picture; it stays on the screen until the next call.
     void Redraw(ShownNodes shown);
 
-    // Called with canvas positions in logical pixels.
-    std::function<void(MouseButton button, float x, float y)> Pressed;
+    // Called with canvas positions in logical pixels, and with whether a button besides this one is down.
+    std::function<void(MouseButton button, float x, float y, bool another)> Pressed;
     std::function<void(MouseState state, float x, float y)> Moved;
-    std::function<void(MouseButton button)> Released;
+    std::function<void(MouseButton button, bool another)> Released;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <iterator>
 
+#include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
 #include "editor/TunnelShape.h"
+#include "editor/TunnelShapeFile.h"
 
 namespace boreforge {
 
@@ -65,6 +67,56 @@ void InsertMidway() {
     InsertShapeNode(TunnelShape.SelectedNode, {midway(a.x, b.x), midway(a.y, b.y), 0});
 }
 
+// Whatever happens while a mouse button is down belongs to the step that ends with its release.
+void EndStep(const EditorControls& controls) {
+    if (!controls.buttonDown) EndShapeStep();
+}
+
+bool ApplyTool(int tool, const EditorControls& controls) {
+    switch (tool) {
+        case kToolNew:
+            ResetTunnelShape();
+            return true;
+        case kToolInsert:
+            if (TunnelShape.SelectedNode < 0) return false;
+            InsertMidway();
+            return true;
+        case kToolDelete:
+            if (TunnelShape.SelectedNode < 0) return false;
+            DeleteShapeNode(TunnelShape.SelectedNode);
+            TunnelShape.SelectedNode = -1;
+            return true;
+        case kToolZoomIn:
+            Zoom(TunnelShape.ZoomScale + kZoomStep, controls);
+            return true;
+        case kToolZoomOut:
+            Zoom(TunnelShape.ZoomScale - kZoomStep, controls);
+            return true;
+        case kToolZoomReset:
+            Zoom(kDefaultZoom, controls);
+            return true;
+        case kToolMirror:
+            MirrorTunnelShape();
+            return true;
+        case kToolFlip:
+            FlipTunnelShape();
+            return true;
+        case kToolUndo:
+            return !controls.buttonDown && UndoShapeStep();
+        case kToolRedo:
+            return !controls.buttonDown && RedoShapeStep();
+        default:
+            return false;
+    }
+}
+
+int ToolOfShortcut(const KeyPress& key) {
+    constexpr int kY = 89, kZ = 90;
+    if (!key.control || key.alt) return -1;
+    if (key.code == kZ) return key.shift ? kToolRedo : kToolUndo;
+    return key.code == kY && !key.shift ? kToolRedo : -1;
+}
+
 }  // namespace
 
 float SnapInterval(std::string_view text) {
@@ -97,6 +149,7 @@ std::string FormatPosition(float value) {
 }
 
 bool PressMouse(MouseButton button, float x, float y, const EditorControls& controls) {
+    EndStep(controls);
     LastMouse = {x, y};
     if (button != MouseButton::Left) return false;
     TunnelShape.SelectedNode = -1;
@@ -120,47 +173,34 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
     return true;
 }
 
-bool ReleaseMouse(MouseButton button) {
+bool ReleaseMouse(MouseButton button, const EditorControls& controls) {
     if (button == MouseButton::Right) TunnelShape.SelectedNode = -1;
+    EndStep(controls);
     return true;
 }
 
 bool RunShapeTool(int tool, const EditorControls& controls) {
-    switch (tool) {
-        case kToolNew:
-            ResetTunnelShape();
-            return true;
-        case kToolInsert:
-            if (TunnelShape.SelectedNode < 0) return false;
-            InsertMidway();
-            return true;
-        case kToolDelete:
-            if (TunnelShape.SelectedNode < 0) return false;
-            DeleteShapeNode(TunnelShape.SelectedNode);
-            TunnelShape.SelectedNode = -1;
-            return true;
-        case kToolZoomIn:
-            Zoom(TunnelShape.ZoomScale + kZoomStep, controls);
-            return true;
-        case kToolZoomOut:
-            Zoom(TunnelShape.ZoomScale - kZoomStep, controls);
-            return true;
-        case kToolZoomReset:
-            Zoom(kDefaultZoom, controls);
-            return true;
-        case kToolMirror:
-            MirrorTunnelShape();
-            return true;
-        case kToolFlip:
-            FlipTunnelShape();
-            return true;
-        default:
-            return false;
-    }
+    EndStep(controls);
+    const bool done = ApplyTool(tool, controls);
+    EndStep(controls);
+    return done;
 }
 
-int ToolOfKey(int keyCode) {
-    switch (keyCode) {
+void UsePreset(std::int16_t preset, const EditorControls& controls) {
+    EndStep(controls);
+    MakePresetShape(preset);
+    EndStep(controls);
+}
+
+bool OpenShapeFile(const std::string& path, const EditorControls& controls) {
+    EndStep(controls);
+    const bool good = LoadTunnelShape(path);
+    EndStep(controls);
+    return good;
+}
+
+int ToolOfKey(const KeyPress& key) {
+    switch (key.code) {
         case 73:
             return kToolInsert;
         case 46:
@@ -178,7 +218,7 @@ int ToolOfKey(int keyCode) {
         case 70:
             return kToolFlip;
         default:
-            return -1;
+            return ToolOfShortcut(key);
     }
 }
 

@@ -17,6 +17,7 @@ struct EditorControls {
     bool snapTo = true;
     std::string snapText = "0.5";
     int canvasWidth = 0, canvasHeight = 0;  // pixels
+    bool buttonDown = false;                // a mouse button, other than the one that the event is about
 };
 
 enum class MouseButton { Left, Right, Other };
@@ -47,10 +48,11 @@ bool PressMouse(MouseButton button, float x, float y, const EditorControls& cont
 // Drags the selected point (left button) or the view (right button).
 bool MoveMouse(MouseState state, float x, float y, const EditorControls& controls);
 
-// The end of a pan drops the selection.
-bool ReleaseMouse(MouseButton button);
+// The end of a pan drops the selection. All that has changed since the first button was pressed is one step
+// to undo.
+bool ReleaseMouse(MouseButton button, const EditorControls& controls);
 
-// The tools, by the index of their button.
+// The tools, by the index of their button. The last two have keys only.
 enum ShapeTool : int {
     kToolNew = 0,
     kToolInsert = 1,
@@ -62,15 +64,28 @@ enum ShapeTool : int {
     kToolZoomReset = 7,
     kToolMirror = 8,
     kToolFlip = 9,
+    kToolUndo = 10,
+    kToolRedo = 11,
 };
 
 // Runs a tool that needs no dialog, so not the open and the save tool. False when it found nothing to do:
-// the canvas is then neither repainted nor given the focus.
+// the canvas is then neither repainted nor given the focus. Nothing is undone while a mouse button is down.
 bool RunShapeTool(int tool, const EditorControls& controls);
 
-// The tool of a key, or -1. Key codes: 46 Delete, 70 F, 73 I, 77 M, 107 and 187 plus, 109 and 189 minus, 111
-// the slash of the numeric pad; no other slash has a tool.
-int ToolOfKey(int keyCode);
+// MakePresetShape and LoadTunnelShape, as a step to undo. A failed load that empties the shape is one, too.
+void UsePreset(std::int16_t preset, const EditorControls& controls);
+bool OpenShapeFile(const std::string& path, const EditorControls& controls);
+
+// Key codes: 46 Delete, 70 F, 73 I, 77 M, 89 Y, 90 Z, 107 and 187 plus, 109 and 189 minus, 111 the slash of
+// the numeric pad; no other slash has a tool.
+struct KeyPress {
+    int code = 0;  // 0: any other key
+    bool shift = false, control = false;
+    bool alt = false;  // or the key of the desktop's menu
+};
+
+// The tool of a key, or -1. Shift, Control and Alt matter to Undo and Redo only.
+int ToolOfKey(const KeyPress& key);
 
 // Whether a typed character may go into the box of the snap interval, which shows `text`. It allows a single
 // digit, or one with a point and up to two more digits.

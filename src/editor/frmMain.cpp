@@ -1,7 +1,6 @@
 #include "editor/frmMain.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QScreen>
 #include <QToolButton>
 #include <QWindow>
@@ -14,10 +13,12 @@
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
 #include "editor/Icons.h"
+#include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
 #include "editor/SnapBox.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
+#include "editor/WindowKeys.h"
 #include "job/mMain.h"
 #include "platform/FileFailure.h"
 #include "version.h"
@@ -90,64 +91,6 @@ QToolButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& 
     return check;
 }
 
-// The Latin letter on a key of a keyboard that types other letters, by the key's place: X11 and Wayland
-// number the keys of every keyboard alike.
-int LetterAt(quint32 scanCode) {
-    switch (scanCode) {
-        case 31:
-            return Qt::Key_I;
-        case 41:
-            return Qt::Key_F;
-        case 58:
-            return Qt::Key_M;
-        default:
-            return 0;
-    }
-}
-
-// True for the keys of the row of digits, by their place.
-bool IsDigitKey(const QKeyEvent& event) {
-    constexpr quint32 kOne = 10, kZero = 19;
-    return event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
-}
-
-// Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. On some
-// keyboards a digit key types one of them: that counts only for a plain "+" or "-" without Shift.
-bool IsSignKey(const QKeyEvent& event) {
-    const bool plain = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus;
-    return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
-}
-
-// The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
-int KeyCodeOf(const QKeyEvent& event) {
-    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
-    const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
-    switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
-        case Qt::Key_Delete:
-            return 46;
-        case Qt::Key_F:
-            return 70;
-        case Qt::Key_I:
-            return 73;
-        case Qt::Key_M:
-            return 77;
-        case Qt::Key_Plus:
-            if (keypad) return 107;
-            return IsSignKey(event) ? 187 : 0;
-        case Qt::Key_Equal:
-            return !keypad && IsSignKey(event) ? 187 : 0;
-        case Qt::Key_Minus:
-            if (keypad) return 109;
-            return IsSignKey(event) ? 189 : 0;
-        case Qt::Key_Underscore:
-            return IsSignKey(event) ? 189 : 0;
-        case Qt::Key_Slash:
-            return keypad ? 111 : 191;
-        default:
-            return 0;
-    }
-}
-
 FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
     FileDialogArguments arguments;
     arguments.Filter = kShapeFilter;
@@ -173,6 +116,8 @@ frmMain::frmMain() {
     TrackLoaded = false;
     ResetTunnelShape();
     MakePresetShape(0);
+    ShapeHistory = {};
+    EndShapeStep();
 
     MakeToolRow();
     MakeReadOuts();
@@ -192,7 +137,10 @@ void frmMain::MakeToolRow() {
     for (int i = 0; i < 10; ++i)
         onClick(MakeButton(this, kShapeTools[i], tabOrder_), [this, i] { RunTool(i); });
     for (std::int16_t i = 0; i < 2; ++i)
-        onClick(MakeButton(this, kPreShapes[i], tabOrder_), [this, i] { UsePreset(i); });
+        onClick(MakeButton(this, kPreShapes[i], tabOrder_), [this, i] {
+            UsePreset(i, Controls());
+            RedrawAndFocus();
+        });
     onClick(MakeButton(this, kToolBar, tabOrder_), [this] { MakeObjectForTrack(); });
     for (std::size_t i = 0; i < 2; ++i) {
         chkShowNodes_[i] = MakeCheckButton(this, kShowNodes[i], tabOrder_);
@@ -230,9 +178,9 @@ void frmMain::MakeCanvas() {
     pbShape_ = new ShapeCanvas(this);
     Place(pbShape_, kCanvas);
     tabOrder_.emplace_back(kCanvas.tabIndex, pbShape_);
-    pbShape_->Pressed = [this](MouseButton button, float x, float y) {
+    pbShape_->Pressed = [this](MouseButton button, float x, float y, bool another) {
         Guarded([&] {
-            if (PressMouse(button, x, y, Controls())) Redraw();
+            if (PressMouse(button, x, y, Controls(another))) Redraw();
         });
     };
     pbShape_->Moved = [this](MouseState state, float x, float y) {
@@ -241,19 +189,22 @@ void frmMain::MakeCanvas() {
             ShowMousePosition(x, y);
         });
     };
-    pbShape_->Released = [this](MouseButton button) {
+    pbShape_->Released = [this](MouseButton button, bool another) {
         Guarded([&] {
-            if (ReleaseMouse(button)) Redraw();
+            if (ReleaseMouse(button, Controls(another))) Redraw();
         });
     };
 }
 
-EditorControls frmMain::Controls() const {
+EditorControls frmMain::Controls() const { return Controls(QApplication::mouseButtons() != Qt::NoButton); }
+
+EditorControls frmMain::Controls(bool buttonDown) const {
     return {{chkShowNodes_[0]->isChecked(), chkShowNodes_[1]->isChecked()},
             chkSnapTo_->isChecked(),
             txtSnap_->text().toStdString(),
             pbShape_->width(),
-            pbShape_->height()};
+            pbShape_->height(),
+            buttonDown};
 }
 
 void frmMain::Redraw() { pbShape_->Redraw(Controls().shown); }
@@ -271,8 +222,10 @@ void frmMain::ShowMousePosition(float x, float y) {
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
-        const int tool = ToolOfKey(KeyCodeOf(*static_cast<QKeyEvent*>(event)));
+        const int tool = ToolOfKey(KeyPressOf(*static_cast<QKeyEvent*>(event)));
         if (tool >= 0) Guarded([&] { RunTool(tool); });
+        // The snap box has an undo of its own, which would get these keys.
+        if (tool == kToolUndo || tool == kToolRedo) return true;
     }
     return QWidget::eventFilter(watched, event);  // the key goes on to the control that has the focus
 }
@@ -299,7 +252,7 @@ void frmMain::OpenShape() {
     arguments.FileMustExist = true;
     arguments.HideReadOnly = true;
     if (!ShowOpenFileDialog(arguments)) return;
-    if (LoadTunnelShape(arguments.FileName.toStdString()))
+    if (OpenShapeFile(arguments.FileName.toStdString(), Controls()))
         RedrawAndFocus();
     else
         ShowError("Error - Invalid Tunnel Shape File!");
@@ -313,11 +266,6 @@ void frmMain::SaveShape() {
     if (!SaveTunnelShape(path))
         ShowError(
             FailureMessage("Error - The Tunnel Shape Can't Be Saved!", path, "The shape is still open."));
-    RedrawAndFocus();
-}
-
-void frmMain::UsePreset(std::int16_t preset) {
-    MakePresetShape(preset);
     RedrawAndFocus();
 }
 

@@ -29,6 +29,7 @@ class frmMain : public QWidget {
     void MakeCanvas();
 
     EditorControls Controls() const;
+    EditorControls Controls(bool buttonDown) const;
     void Redraw();
     void RedrawAndFocus();
     void ShowMousePosition(float x, float y);
@@ -36,7 +37,6 @@ class frmMain : public QWidget {
     void RunTool(int index);
     void OpenShape();
     void SaveShape();
-    void UsePreset(std::int16_t preset);
     void MakeObjectForTrack();
 
     ShapeCanvas* pbShape_ = nullptr;

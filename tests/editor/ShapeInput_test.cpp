@@ -72,8 +72,8 @@ TEST_F(ShapeInputTest, ANewNodeIsSnappedAndItsPointOnTheLastHitContourIsDragged)
     EXPECT_EQ(TunnelShape.OutsideNodes.at(1), (Vector3D{2, -1.5f, 0}));
     EXPECT_TRUE(Move(MouseState::Left, 4, 3));
     EXPECT_FALSE(Move(MouseState::None, 0, 0) || Move(MouseState::Other, 0, 0));
-    EXPECT_TRUE(ReleaseMouse(MouseButton::Left) && TunnelShape.SelectedNode == 1);
-    EXPECT_TRUE(ReleaseMouse(MouseButton::Right) && TunnelShape.SelectedNode == -1);
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Left, controls) && TunnelShape.SelectedNode == 1);
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Right, controls) && TunnelShape.SelectedNode == -1);
     EXPECT_FALSE(Move(MouseState::Left, 0, 0));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{-2, 1, 7}, {1.5f, -1, 0}}));
     EXPECT_EQ(TunnelShape.OutsideNodes, (std::vector<Vector3D>{{-3, 2.5f, 0}, {4, 3, 0}}));
@@ -121,7 +121,7 @@ TEST_F(ShapeInputTest, InsertTakesTheMidpointOfTheInsideContourAndDeleteDropsThe
 TEST_F(ShapeInputTest, KeyCodesAndTypedCharacters) {
     std::string tools;
     for (int code = 0; code < 256; ++code)
-        if (const int tool = ToolOfKey(code); tool != -1)
+        if (const int tool = ToolOfKey({code}); tool != -1)
             tools.append(" ").append(std::to_string(code)).append(":").append(std::to_string(tool));
     EXPECT_EQ(tools, " 46:2 70:9 73:1 77:8 107:5 109:6 111:7 187:5 189:6");
     const std::string digits = "\b.0123456789";

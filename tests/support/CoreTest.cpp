@@ -6,6 +6,7 @@
 #include <set>
 
 #include "base/Message.h"
+#include "editor/ShapeHistory.h"
 #include "editor/TunnelShape.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
@@ -30,6 +31,7 @@ CoreTest::CoreTest() {
     ResetModel();
     BeginObject("", 0, false, false);
     TunnelShape = {};
+    ShapeHistory = {};
 }
 
 CoreTest::~CoreTest() {

@@ -62,6 +62,7 @@ click 446 99  # a node at (1, 4), moved to (1.5, 4) and mirrored; then the corne
 xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
 click 496 149
 xdotool key Delete
+xdotool key f ctrl+z ctrl+y ctrl+z ctrl+shift+z ctrl+z  # turned over and back
 click 66 15
 use "Save Tunnel Shape As"
 answer "$work/shape" "^Save Tunnel Shape As"

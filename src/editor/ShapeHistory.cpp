@@ -1,0 +1,80 @@
+#include "editor/ShapeHistory.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <utility>
+
+#include "editor/TunnelShape.h"
+
+namespace boreforge {
+
+ShapeHistoryState ShapeHistory;
+
+namespace {
+
+// A shape file may hold NaN, which doesn't equal itself.
+bool SameCoordinate(float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); }
+
+bool SamePoints(const std::vector<Vector3D>& a, const std::vector<Vector3D>& b) {
+    return std::ranges::equal(a, b, [](const Vector3D& p, const Vector3D& q) {
+        return SameCoordinate(p.x, q.x) && SameCoordinate(p.y, q.y) && SameCoordinate(p.z, q.z);
+    });
+}
+
+std::size_t BytesOf(const ShapeNodes& nodes) {
+    return (nodes.InsideNodes.size() + nodes.OutsideNodes.size()) * sizeof(Vector3D);
+}
+
+void DropOldSteps() {
+    std::deque<ShapeNodes>& steps = ShapeHistory.undo;
+    std::size_t bytes = 0;
+    for (const ShapeNodes& step : steps)
+        bytes += BytesOf(step);
+    while (steps.size() > 1 && (steps.size() > kMaxUndoSteps || bytes > kMaxUndoBytes)) {
+        bytes -= BytesOf(steps.front());
+        steps.pop_front();
+    }
+}
+
+void RecordStep() {
+    ShapeNodes now{TunnelShape.InsideNodes, TunnelShape.OutsideNodes};
+    std::optional<ShapeNodes>& present = ShapeHistory.present;
+    if (present && !(SamePoints(present->InsideNodes, now.InsideNodes) &&
+                     SamePoints(present->OutsideNodes, now.OutsideNodes))) {
+        ShapeHistory.undo.push_back(std::move(*present));
+        ShapeHistory.redo.clear();
+        DropOldSteps();
+    }
+    present = std::move(now);
+}
+
+// Takes the last step of `from`; the present shape becomes the last one of `to`.
+bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
+    EndShapeStep();
+    if (from.empty()) return false;
+    ShapeNodes nodes = from.back();  // what needs memory comes first: without it nothing changes
+    to.push_back(std::move(*ShapeHistory.present));
+    ShapeHistory.present = std::move(from.back());
+    from.pop_back();
+    TunnelShape.InsideNodes = std::move(nodes.InsideNodes);
+    TunnelShape.OutsideNodes = std::move(nodes.OutsideNodes);
+    TunnelShape.SelectedNode = -1;
+    return true;
+}
+
+}  // namespace
+
+void EndShapeStep() {
+    try {
+        RecordStep();
+    } catch (const std::bad_alloc&) {
+        ShapeHistory = {};
+    }
+}
+
+bool UndoShapeStep() { return Restore(ShapeHistory.undo, ShapeHistory.redo); }
+
+bool RedoShapeStep() { return Restore(ShapeHistory.redo, ShapeHistory.undo); }
+
+}  // namespace boreforge

@@ -1,0 +1,81 @@
+#include "editor/WindowKeys.h"
+
+namespace boreforge {
+
+namespace {
+
+// The Latin letter on a key of a keyboard that types other letters, by the key's place: X11 and Wayland
+// number the keys of every keyboard alike.
+int LetterAt(quint32 scanCode) {
+    switch (scanCode) {
+        case 29:
+            return Qt::Key_Y;
+        case 31:
+            return Qt::Key_I;
+        case 41:
+            return Qt::Key_F;
+        case 52:
+            return Qt::Key_Z;
+        case 58:
+            return Qt::Key_M;
+        default:
+            return 0;
+    }
+}
+
+// True for the keys of the row of digits, by their place.
+bool IsDigitKey(const QKeyEvent& event) {
+    constexpr quint32 kOne = 10, kZero = 19;
+    return event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
+}
+
+// Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. On some
+// keyboards a digit key types one of them: that counts only for a plain "+" or "-" without Shift.
+bool IsSignKey(const QKeyEvent& event) {
+    const bool plain = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus;
+    return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
+}
+
+// The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
+int KeyCodeOf(const QKeyEvent& event) {
+    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
+    const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
+    switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
+        case Qt::Key_Delete:
+            return 46;
+        case Qt::Key_F:
+            return 70;
+        case Qt::Key_I:
+            return 73;
+        case Qt::Key_M:
+            return 77;
+        case Qt::Key_Y:
+            return 89;
+        case Qt::Key_Z:
+            return 90;
+        case Qt::Key_Plus:
+            if (keypad) return 107;
+            return IsSignKey(event) ? 187 : 0;
+        case Qt::Key_Equal:
+            return !keypad && IsSignKey(event) ? 187 : 0;
+        case Qt::Key_Minus:
+            if (keypad) return 109;
+            return IsSignKey(event) ? 189 : 0;
+        case Qt::Key_Underscore:
+            return IsSignKey(event) ? 189 : 0;
+        case Qt::Key_Slash:
+            return keypad ? 111 : 191;
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+KeyPress KeyPressOf(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers held = event.modifiers();
+    return {KeyCodeOf(event), held.testFlag(Qt::ShiftModifier), held.testFlag(Qt::ControlModifier),
+            held.testAnyFlags(Qt::AltModifier | Qt::MetaModifier)};
+}
+
+}  // namespace boreforge

@@ -1,0 +1,147 @@
+#include "editor/ShapeHistory.h"
+
+#include <cmath>
+#include <functional>
+
+#include "editor/ShapeInput.h"
+#include "editor/ShapeView.h"
+#include "editor/TunnelShape.h"
+#include "support/CoreTest.h"
+
+namespace boreforge {
+namespace {
+
+// Starts with the box, its right floor node selected, and one shape unit for each pixel from (0, 0).
+struct ShapeHistoryTest : CoreTest {
+    ShapeHistoryTest() {
+        MakePresetShape(0);
+        TunnelShape.SelectedNode = 0;
+        TunnelShape.ZoomScale = 1;
+        ShapeView = {};
+        EndShapeStep();
+    }
+    void Press(float x, float y) { PressMouse(MouseButton::Left, x, -y, controls); }
+    void Drag(float x, float y) { MoveMouse(MouseState::Left, x, -y, controls); }
+    void Release() { ReleaseMouse(MouseButton::Left, controls); }
+    bool Undo() { return RunShapeTool(kToolUndo, controls); }
+    bool Redo() { return RunShapeTool(kToolRedo, controls); }
+    EditorControls controls;
+};
+
+TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
+    const std::string empty = In("empty.zrbf"), wrong = In("wrong.zrbf");
+    WriteBytes(empty, Unfold("'ZRBF' 00000000"));
+    WriteBytes(wrong, Unfold("'ZRBE' 00000000"));
+    const struct {
+        const char* name;
+        std::function<void()> change;
+    } cases[] = {{"adding and dragging away", [&] { Press(7, 7), Drag(8, 8), Drag(9, 9), Release(); }},
+                 {"dragging", [&] { Press(2, 3), Drag(4, 4), Drag(5, 5), Release(); }},
+                 {"inserting", [&] { RunShapeTool(kToolInsert, controls); }},
+                 {"deleting", [&] { RunShapeTool(kToolDelete, controls); }},
+                 {"mirror", [&] { RunShapeTool(kToolMirror, controls); }},
+                 {"flip", [&] { RunShapeTool(kToolFlip, controls); }},
+                 {"New", [&] { RunShapeTool(kToolNew, controls); }},
+                 {"a preset", [&] { UsePreset(1, controls); }},
+                 {"opening", [&] { EXPECT_TRUE(OpenShapeFile(empty, controls)); }},
+                 {"a wrong start", [&] { EXPECT_FALSE(OpenShapeFile(wrong, controls)); }}};
+    for (const auto& row : cases) {
+        TunnelShape.SelectedNode = 0;
+        const TunnelShapeState before = TunnelShape;
+        row.change();
+        const TunnelShapeState after = TunnelShape;
+        EXPECT_TRUE(Undo()) << row.name;
+        EXPECT_EQ(TunnelShape.InsideNodes, before.InsideNodes) << row.name;
+        EXPECT_EQ(TunnelShape.OutsideNodes, before.OutsideNodes) << row.name;
+        EXPECT_FALSE(Undo()) << row.name << " is more than one step";
+        EXPECT_TRUE(Redo()) << row.name;
+        EXPECT_EQ(TunnelShape.InsideNodes, after.InsideNodes) << row.name;
+        EXPECT_EQ(TunnelShape.OutsideNodes, after.OutsideNodes) << row.name;
+        EXPECT_FALSE(Redo()) << row.name;
+        Undo();
+    }
+}
+
+TEST_F(ShapeHistoryTest, UndoAndRedoSelectNothingAndLeaveTheViewAlone) {
+    RunShapeTool(kToolMirror, controls);
+    for (const int tool : {kToolUndo, kToolRedo}) {
+        TunnelShape.SelectedNode = 1;
+        TunnelShape.SelectedIsOutside = kTrue;
+        TunnelShape.ZoomScale = 170;
+        ShapeView = {30, 40, 50, 60};
+        EXPECT_TRUE(RunShapeTool(tool, controls));
+        EXPECT_EQ(TunnelShape.SelectedNode, -1);
+        EXPECT_EQ(TunnelShape.SelectedIsOutside, kTrue);
+        EXPECT_EQ(TunnelShape.ZoomScale, 170);
+        EXPECT_EQ(ShapeView.PanX, 30);
+        EXPECT_EQ(ShapeView.ViewOriginY, 60);
+    }
+}
+
+TEST_F(ShapeHistoryTest, WhatChangesNothingIsNoStep) {
+    TunnelShape.InsideNodes[3] = {NAN, -0.0f, 0};
+    ShapeHistory = {};
+    EndShapeStep();
+    Press(2, 3), Drag(5, 5), Drag(2, 3), Release();
+    UsePreset(0, controls), Undo();  // the NaN is back
+    RunShapeTool(kToolZoomIn, controls);
+    TunnelShape.InsideNodes[3].y = 0;
+    EXPECT_FALSE(Undo());
+    TunnelShape.SelectedNode = 1;
+    EXPECT_FALSE(OpenShapeFile(In("absent.zrbf"), controls));
+    EXPECT_FALSE(Undo());
+    EXPECT_EQ(TunnelShape.SelectedNode, 1);
+    EXPECT_TRUE(Redo()) << "nothing that was undone is lost";
+}
+
+TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
+    RunShapeTool(kToolFlip, controls);
+    const TunnelShapeState flipped = TunnelShape;
+    Press(7, 7);
+    controls.buttonDown = true;
+    EXPECT_FALSE(Undo());
+    PressMouse(MouseButton::Other, 0, 0, controls);
+    RunShapeTool(kToolMirror, controls);
+    ReleaseMouse(MouseButton::Other, controls);
+    Drag(9, 9);
+    EXPECT_FALSE(Redo());
+    controls.buttonDown = false;
+    Release();
+    EXPECT_TRUE(Undo());
+    EXPECT_EQ(TunnelShape.InsideNodes, flipped.InsideNodes);
+}
+
+TEST_F(ShapeHistoryTest, ANewStepDropsWhatWasUndone) {
+    RunShapeTool(kToolMirror, controls);
+    Undo();
+    Press(7, 7), Release();
+    EXPECT_FALSE(Redo());
+    EXPECT_TRUE(Undo());
+}
+
+struct StepLimit {
+    std::size_t nodes;
+    int made, kept;
+};
+
+TEST_F(ShapeHistoryTest, AThousandStepsOr64MegabytesAreKeptButAtLeastOne) {
+    const StepLimit cases[] = {{1, 1100, 1000}, {26'000, 200, 102}, {3'000'000, 2, 1}};  // 24 bytes a node
+    for (const auto& [nodes, made, kept] : cases) {
+        TunnelShape.InsideNodes.assign(nodes, {});
+        TunnelShape.OutsideNodes.assign(nodes, {});
+        ShapeHistory = {};
+        EndShapeStep();
+        for (int i = 1; i <= made; ++i) {
+            TunnelShape.InsideNodes[0].x = static_cast<float>(i);
+            EndShapeStep();
+        }
+        int undone = 0;
+        while (UndoShapeStep())
+            ++undone;
+        EXPECT_EQ(undone, kept);
+        EXPECT_EQ(TunnelShape.InsideNodes[0].x, static_cast<float>(made - kept));
+    }
+}
+
+}  // namespace
+}  // namespace boreforge
