@@ -1,5 +1,5 @@
-# Bash completion for boreforge-batch and boreforge-picture. The program's own --help tells what may follow: the
-# options, the words that a value may be, and the extension of a file.
+# Bash completion for the programs without a window. The program's own --help tells what may follow: the options,
+# the words that a value may be, and the extension of a file.
 
 # Each argument or option of a help text with its value, as in "--shape FILE.zrbf".
 _boreforge_values() {
@@ -39,4 +39,4 @@ _boreforge() {
     esac
 }
 
-complete -F _boreforge boreforge-batch boreforge-picture
+complete -F _boreforge boreforge-batch boreforge-check boreforge-picture

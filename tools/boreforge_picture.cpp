@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "base/Message.h"
+#include "export3ds/Read3DSObject.h"
 #include "job/mMain.h"
 #include "picture_camera.h"
-#include "picture_object.h"
 #include "picture_options.h"
 #include "picture_path.h"
 #include "picture_render.h"
@@ -31,19 +31,21 @@ bool PictureIsApart(const PictureOptions& options) {
     return true;
 }
 
-bool LoadObject(const std::string& path, PictureObject& object) {
+bool LoadObject(const std::string& path, Object3DS& object) {
     Bytes file;
     if (!ReadWholeFile(path, file)) {
         ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path);
         return false;
     }
-    std::string damage;
-    if (ReadPictureObject(file, object, damage)) return true;
-    ShowError("Error - Invalid 3DS Object!\n\n" + path + "\n" + damage);
+    ObjectDamage damage;
+    const bool good = Read3DSObject(file, object, damage);
+    if (good && !object.Faces.empty()) return true;
+    ShowError("Error - Invalid 3DS Object!\n\n" + path + "\n" +
+              (good ? "It has no faces." : DamageText(damage)));
     return false;
 }
 
-bool LoadPath(const std::string& track, const PictureObject& object, TrackPath& path) {
+bool LoadPath(const std::string& track, const Object3DS& object, TrackPath& path) {
     if (track.empty()) return true;
     if (!OpenTrack(track)) return false;
     if (!TrackTraced) {
@@ -74,7 +76,7 @@ bool SavePicture(const std::string& path, const std::vector<std::uint8_t>& pixel
 }
 
 int MakePicture(const PictureOptions& options) {
-    PictureObject object;
+    Object3DS object;
     TrackPath path;
     if (!PictureIsApart(options) || !LoadObject(options.Object, object) ||
         !LoadPath(options.Track, object, path))

@@ -50,7 +50,7 @@ void Frame(PictureCamera& camera, const Points& points, ToPoint toPoint) {
 }
 
 // The level direction in which the points are spread most, from the moments of their distribution.
-Vec LongestExtent(const PictureObject& object) {
+Vec LongestExtent(const Object3DS& object) {
     Vec mean;
     for (const Vector3D& point : object.Points)
         mean = mean + ToVec(point) * (1.0 / static_cast<double>(object.Points.size()));
@@ -65,7 +65,7 @@ Vec LongestExtent(const PictureObject& object) {
     return {std::cos(angle), 0, std::sin(angle)};
 }
 
-PictureCamera AimAtWhole(PictureSize size, const PictureObject& object, double descent, double angle) {
+PictureCamera AimAtWhole(PictureSize size, const Object3DS& object, double descent, double angle) {
     const Vec across = LongestExtent(object);
     // Nearly the whole extent lies across the picture; a little turn shows the depth.
     const Vec level = Normalized(Cross(kUp, across) + across * 0.6);
@@ -142,7 +142,7 @@ PictureCamera AimThrough(PictureSize size, const TrackPath& path,
 
 }  // namespace
 
-bool AimCamera(PictureView view, PictureSize size, const PictureObject& object, const TrackPath& path,
+bool AimCamera(PictureView view, PictureSize size, const Object3DS& object, const TrackPath& path,
                PictureCamera& camera, std::string& reason) {
     constexpr double kSteep = 0.75, kShallow = 0.2;
     const std::vector<CoveredStretch> stretches = CoveredStretches(path);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "picture_object.h"
+#include "export3ds/Read3DSObject.h"
 #include "picture_path.h"
 #include "picture_raster.h"
 #include "picture_vector.h"
@@ -43,7 +43,7 @@ struct PictureCamera {
 
 // Sets `camera` for a view. False when the view needs a track, or one that runs through the object: `reason`
 // then says so.
-bool AimCamera(PictureView view, PictureSize size, const PictureObject& object, const TrackPath& path,
+bool AimCamera(PictureView view, PictureSize size, const Object3DS& object, const TrackPath& path,
                PictureCamera& camera, std::string& reason);
 
 }  // namespace boreforge

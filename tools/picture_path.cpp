@@ -45,7 +45,7 @@ TrackPath PathOfTrace() {
     return path;
 }
 
-void FindCover(TrackPath& path, const PictureObject& object) {
+void FindCover(TrackPath& path, const Object3DS& object) {
     const ReachMap above(object, kUp), below(object, kUp * -1);
     for (PathPoint& point : path) {
         point.Roof = above.At(point.Position) - above.Of(point.Position);

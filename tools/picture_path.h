@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "picture_object.h"
+#include "export3ds/Read3DSObject.h"
 #include "picture_vector.h"
 
 namespace boreforge {
@@ -30,7 +30,7 @@ struct CoveredStretch {
 TrackPath PathOfTrace();
 
 // Sets what the object covers.
-void FindCover(TrackPath& path, const PictureObject& object);
+void FindCover(TrackPath& path, const Object3DS& object);
 
 // The covered stretches in the order of the path.
 std::vector<CoveredStretch> CoveredStretches(const TrackPath& path);

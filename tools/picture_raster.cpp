@@ -5,7 +5,7 @@
 
 namespace boreforge {
 
-ReachMap::ReachMap(const PictureObject& object, const Vec& direction) : direction_(direction) {
+ReachMap::ReachMap(const Object3DS& object, const Vec& direction) : direction_(direction) {
     const bool upright = std::fabs(direction.y) > 0.99;
     right_ = Normalized(Cross(upright ? Vec{0, 0, -1} : kUp, direction));
     down_ = Cross(right_, direction);

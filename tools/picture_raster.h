@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-#include "picture_object.h"
+#include "export3ds/Read3DSObject.h"
 #include "picture_vector.h"
 
 namespace boreforge {
@@ -68,7 +68,7 @@ void ForEachSpan(const RasterPoint& a, const RasterPoint& b, const RasterPoint& 
 class ReachMap {
   public:
     // `direction` has the length 1. The map has kSize samples along the longer side of the object.
-    ReachMap(const PictureObject& object, const Vec& direction);
+    ReachMap(const Object3DS& object, const Vec& direction);
 
     // How far the point itself is along the direction.
     double Of(const Vec& point) const { return Dot(point, direction_); }

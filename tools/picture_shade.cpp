@@ -68,8 +68,8 @@ double GridAt(const Vec& point, double pixel, double facing) {
 
 PictureShader::PictureShader(const PictureScene& scene)
     : scene_(scene), camera_(scene.Camera), sun_(SunFor(scene.Camera)), shadows_(scene.Object, sun_) {
-    for (const ColorRGB& color : scene.Object.Colors)
-        colors_.push_back(Linear(color));
+    for (const ObjectMaterial& material : scene.Object.Materials)
+        colors_.push_back(Linear(material.Color));
 
     portals_ = scene.Portals;
     std::sort(portals_.begin(), portals_.end(), [&](const Vec& one, const Vec& other) {

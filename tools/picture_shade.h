@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "export3ds/Read3DSObject.h"
 #include "picture_camera.h"
-#include "picture_object.h"
 #include "picture_path.h"
 #include "picture_raster.h"
 #include "picture_vector.h"
@@ -14,7 +14,7 @@
 namespace boreforge {
 
 struct PictureScene {
-    const PictureObject& Object;
+    const Object3DS& Object;
     const std::vector<RailPiece>& Rails;
     PictureCamera Camera;
     // For pictures from within: a lamp lights what is before the eye, and daylight comes from these ends.

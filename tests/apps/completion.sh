@@ -36,6 +36,8 @@ expect "a b.3ds;folder;" boreforge-batch --color 1,2,3 track.zrtrack ""
 expect "track.zrtrack;" boreforge-batch --track-out t
 expect ";" boreforge-batch --color ""
 expect ";" boreforge-batch track.zrtrack tube.3ds ""
+expect "--json;" boreforge-check --j
+expect "a b.3ds;folder;" boreforge-check --json ""
 if [ -x "$programs/boreforge-picture" ]; then
     expect "above;side;inside;" boreforge-picture --view ""
     expect "a b.3ds;folder;" boreforge-picture ""

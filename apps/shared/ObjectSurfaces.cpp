@@ -1,0 +1,262 @@
+#include "shared/ObjectSurfaces.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numeric>
+#include <optional>
+#include <span>
+#include <tuple>
+#include <utility>
+
+namespace boreforge {
+
+namespace {
+
+// Sets of numbers that are joined step by step. The smallest number of each set stands for it.
+class JoinedSets {
+  public:
+    explicit JoinedSets(std::size_t count) : parents_(count) {
+        std::iota(parents_.begin(), parents_.end(), std::uint32_t{0});
+    }
+    std::uint32_t Find(std::uint32_t number) {
+        while (parents_[number] != number)
+            number = parents_[number] = parents_[parents_[number]];
+        return number;
+    }
+    void Join(std::uint32_t one, std::uint32_t other) {
+        one = Find(one);
+        other = Find(other);
+        parents_[std::max(one, other)] = std::min(one, other);
+    }
+
+  private:
+    std::vector<std::uint32_t> parents_;
+};
+
+// For each point the first of those that are equal to it.
+std::vector<std::uint32_t> MergeEqualPoints(const std::vector<Vector3D>& points) {
+    std::vector<std::uint32_t> order(points.size()), merged(points.size());
+    std::iota(order.begin(), order.end(), std::uint32_t{0});
+    const auto key = [&](std::uint32_t i) { return std::tuple(points[i].x, points[i].y, points[i].z, i); };
+    std::sort(order.begin(), order.end(), [&](auto one, auto other) { return key(one) < key(other); });
+    for (std::size_t i = 0; i < order.size(); ++i)
+        merged[order[i]] =
+            i > 0 && points[order[i]] == points[order[i - 1]] ? merged[order[i - 1]] : order[i];
+    return merged;
+}
+
+// An edge as one of its faces has it.
+struct EdgeUse {
+    std::uint32_t low, high;  // its points
+    std::uint32_t face;
+    bool ascending;  // the face leads from low to high
+};
+
+using Edge = std::span<const EdgeUse>;  // of all faces with this edge
+
+std::size_t AscendingUses(Edge edge) {
+    return static_cast<std::size_t>(std::ranges::count(edge, true, &EdgeUse::ascending));
+}
+
+void Include(ObjectBounds& bounds, const Vector3D& p) {
+    bounds.Low = {std::min(bounds.Low.x, p.x), std::min(bounds.Low.y, p.y), std::min(bounds.Low.z, p.z)};
+    bounds.High = {std::max(bounds.High.x, p.x), std::max(bounds.High.y, p.y), std::max(bounds.High.z, p.z)};
+}
+
+class SurfaceFinder {
+  public:
+    explicit SurfaceFinder(const Object3DS& object)
+        : object_(object),
+          merged_(MergeEqualPoints(object.Points)),
+          surfaceOf_(object.Faces.size()),
+          patches_(object.Faces.size()) {}
+
+    std::vector<ObjectSurface> Find() {
+        SortFacesIntoSurfaces();
+        ListEdges();
+        ForEachEdge([this](Edge edge) { CountEdge(edge); });
+        FindInnerCaps();
+        MeasureVolumes();
+        for (std::size_t i = 0; i < surfaces_.size(); ++i)
+            surfaces_[i].Faces = Judge(i);
+        return std::move(surfaces_);
+    }
+
+  private:
+    // The corners of a face, equal points being one.
+    std::array<std::uint32_t, 3> Corners(std::size_t face) const {
+        const ObjectFace& f = object_.Faces[face];
+        return {merged_[f.a], merged_[f.b], merged_[f.c]};
+    }
+
+    void SortFacesIntoSurfaces() {
+        JoinedSets connected(object_.Points.size());
+        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+            const auto [a, b, c] = Corners(i);
+            connected.Join(a, b);
+            connected.Join(b, c);
+        }
+        constexpr std::uint32_t kNone = 0xFFFFFFFF;
+        std::vector<std::uint32_t> surfaceOfPoint(object_.Points.size(), kNone);
+        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+            std::uint32_t& surface = surfaceOfPoint[connected.Find(Corners(i)[0])];
+            if (surface == kNone) {
+                surface = static_cast<std::uint32_t>(surfaces_.size());
+                const Vector3D& first = object_.Points[Corners(i)[0]];
+                surfaces_.emplace_back().Bounds = {first, first};
+            }
+            surfaceOf_[i] = surface;
+            AddFace(i, surfaces_[surface]);
+        }
+        capOf_.resize(surfaces_.size());
+    }
+
+    void AddFace(std::size_t face, ObjectSurface& surface) const {
+        ++surface.FaceCount;
+        surface.FacesWithoutArea += HasArea(face) ? 0 : 1;
+        for (const std::uint32_t corner : Corners(face))
+            Include(surface.Bounds, object_.Points[corner]);
+        std::vector<std::uint32_t>& materials = surface.Materials;
+        const std::uint32_t material = object_.Faces[face].Material;
+        const auto place = std::ranges::lower_bound(materials, material);
+        if (place == materials.end() || *place != material) materials.insert(place, material);
+    }
+
+    bool HasArea(std::size_t face) const {
+        const auto [a, b, c] = Corners(face);
+        return a != b && b != c && c != a;
+    }
+
+    void ListEdges() {
+        uses_.reserve(3 * object_.Faces.size());
+        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+            if (!HasArea(i)) continue;
+            const auto [a, b, c] = Corners(i);
+            for (const auto& [from, to] : {std::pair(a, b), std::pair(b, c), std::pair(c, a)})
+                uses_.push_back(
+                    {std::min(from, to), std::max(from, to), static_cast<std::uint32_t>(i), from < to});
+        }
+        std::ranges::sort(uses_, {},
+                          [](const EdgeUse& use) { return std::tuple(use.low, use.high, use.face); });
+    }
+
+    template <class Work>
+    void ForEachEdge(Work work) const {
+        for (auto first = uses_.begin(); first != uses_.end();) {
+            const auto last = std::find_if(first, uses_.end(), [&](const EdgeUse& use) {
+                return use.low != first->low || use.high != first->high;
+            });
+            work(Edge(first, last));
+            first = last;
+        }
+    }
+
+    ObjectSurface& SurfaceOf(Edge edge) { return surfaces_[surfaceOf_[edge.front().face]]; }
+
+    void CountEdge(Edge edge) {
+        ObjectSurface& surface = SurfaceOf(edge);
+        const bool balanced = 2 * AscendingUses(edge) == edge.size();
+        ++surface.EdgeCount;
+        surface.OpenEdges += edge.size() == 1 ? 1 : 0;
+        surface.CrowdedEdges += edge.size() > 2 ? 1 : 0;
+        surface.OpposedEdges += edge.size() == 2 && !balanced ? 1 : 0;
+        surface.DoubledEdges += edge.size() >= 4 && balanced ? 1 : 0;
+        if (edge.size() == 2) patches_.Join(edge[0].face, edge[1].face);
+    }
+
+    // A patch is what hangs together by edges of two faces; the cap is one. Where the tunnel runs through it,
+    // the edges have three faces: two of the wall and one of the cap. Taking away either part of the wall
+    // instead would leave edges of two faces too, but the cap is the smallest of the three.
+    void FindInnerCaps() {
+        std::vector<std::vector<Edge>> crowded(surfaces_.size());
+        ForEachEdge([&](Edge edge) {
+            if (edge.size() > 2) crowded[surfaceOf_[edge.front().face]].push_back(edge);
+        });
+        std::vector<std::uint32_t> facesOf(object_.Faces.size());
+        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i)
+            ++facesOf[patches_.Find(i)];
+        for (std::size_t i = 0; i < surfaces_.size(); ++i) {
+            if (crowded[i].empty() || !surfaces_[i].IsClosed()) continue;
+            for (const EdgeUse& use : crowded[i].front()) {
+                const std::uint32_t patch = patches_.Find(use.face);
+                const std::size_t faces = facesOf[patch];
+                if ((capOf_[i] && faces >= surfaces_[i].InnerCapFaces) || !IsInnerCap(patch, crowded[i]))
+                    continue;
+                capOf_[i] = patch;
+                surfaces_[i].InnerCapFaces = faces;
+            }
+        }
+    }
+
+    // True when each of the edges has one face of the patch and two others, which face the same way.
+    bool IsInnerCap(std::uint32_t patch, const std::vector<Edge>& edges) {
+        return std::ranges::all_of(edges, [&](Edge edge) {
+            std::size_t ofPatch = 0, ascending = 0;
+            for (const EdgeUse& use : edge) {
+                const bool isOfPatch = patches_.Find(use.face) == patch;
+                ofPatch += isOfPatch ? 1 : 0;
+                ascending += !isOfPatch && use.ascending ? 1 : 0;
+            }
+            return edge.size() == 3 && ofPatch == 1 && ascending == 1;
+        });
+    }
+
+    // Sums the signed volumes of the tetrahedra between the faces and a corner of the bounds.
+    void MeasureVolumes() {
+        volumeSizes_.resize(surfaces_.size());
+        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i) {
+            const std::uint32_t index = surfaceOf_[i];
+            if (capOf_[index] == patches_.Find(i)) continue;
+            const double volume = VolumeBelow(i, surfaces_[index].Bounds.Low);
+            surfaces_[index].Volume += volume;
+            volumeSizes_[index] += std::fabs(volume);
+        }
+    }
+
+    double VolumeBelow(std::size_t face, const Vector3D& apex) const {
+        struct {
+            double x, y, z;
+        } v[3];
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Vector3D& p = object_.Points[Corners(face)[i]];
+            v[i] = {double{p.x} - apex.x, double{p.y} - apex.y, double{p.z} - apex.z};
+        }
+        const auto& [a, b, c] = v;
+        return (a.x * (b.y * c.z - b.z * c.y) + a.y * (b.z * c.x - b.x * c.z) +
+                a.z * (b.x * c.y - b.y * c.x)) /
+               6;
+    }
+
+    Facing Judge(std::size_t index) const {
+        const ObjectSurface& surface = surfaces_[index];
+        if (surface.OpposedEdges > 0) return Facing::Mixed;
+        const bool isPlain = surface.CrowdedEdges == 0 || capOf_[index];
+        // Far above the rounding of the sum, far below the share of any wall.
+        const bool hasVolume = std::fabs(surface.Volume) > 1e-9 * volumeSizes_[index];
+        if (!surface.IsClosed() || !isPlain || !hasVolume) return Facing::NotJudged;
+        return surface.Volume > 0 ? Facing::Outwards : Facing::Inwards;
+    }
+
+    const Object3DS& object_;
+    const std::vector<std::uint32_t> merged_;
+    std::vector<ObjectSurface> surfaces_;
+    std::vector<std::uint32_t> surfaceOf_;             // of each face
+    std::vector<EdgeUse> uses_;                        // those of an edge side by side
+    JoinedSets patches_;                               // of faces
+    std::vector<std::optional<std::uint32_t>> capOf_;  // the patch that is each surface's inner cap
+    std::vector<double> volumeSizes_;                  // sums of the absolute volumes of the tetrahedra
+};
+
+}  // namespace
+
+std::vector<ObjectSurface> FindSurfaces(const Object3DS& object) { return SurfaceFinder(object).Find(); }
+
+ObjectBounds BoundsOf(const Object3DS& object) {
+    ObjectBounds bounds{object.Points.front(), object.Points.front()};
+    for (const Vector3D& point : object.Points)
+        Include(bounds, point);
+    return bounds;
+}
+
+}  // namespace boreforge

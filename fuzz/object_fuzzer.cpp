@@ -1,0 +1,25 @@
+// An object of any content: it is refused, or every face of it belongs to one surface.
+#include <cstddef>
+#include <cstdint>
+
+#include "scratch_files.h"
+#include "shared/ObjectSurfaces.h"
+
+using namespace boreforge;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Object3DS object;
+    ObjectDamage damage;
+    if (!Read3DSObject(Bytes(data, data + size), object, damage)) {
+        Require(damage.Byte <= size);
+        return 0;
+    }
+    std::size_t faces = 0;
+    for (const ObjectSurface& surface : FindSurfaces(object)) {
+        Require(surface.FacesWithoutArea <= surface.FaceCount);
+        Require(surface.InnerCapFaces < surface.FaceCount);
+        faces += surface.FaceCount;
+    }
+    Require(faces == object.Faces.size());
+    return 0;
+}

@@ -1,0 +1,48 @@
+// Reads a mesh file of the published 3D Studio format (.3ds) and trusts nothing in it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/Values.h"
+#include "platform/Bytes.h"
+#include "tracing/mMath3D.h"
+
+namespace boreforge {
+
+struct ObjectMaterial {
+    std::string Name;
+    ColorRGB Color;        // the diffuse one
+    int Transparency = 0;  // percent
+};
+
+struct ObjectFace {
+    std::uint32_t a = 0, b = 0, c = 0;  // indices into Points
+    std::uint32_t Material = 0;         // index into Materials
+};
+
+// All meshes of a file in one, in the track's axes.
+struct Object3DS {
+    std::vector<ObjectMaterial> Materials;
+    std::vector<Vector3D> Points;
+    std::vector<ObjectFace> Faces;
+    std::size_t MeshCount = 0;
+};
+
+// What is wrong with a file, and where.
+struct ObjectDamage {
+    std::size_t Byte = 0;
+    std::string Reason;
+    bool IsCoordinate = false;  // one that nothing can be computed with; all else is as it should be
+};
+std::string DamageText(const ObjectDamage& damage);
+
+// Fills `object` from a whole file, which may have no faces. False when the file is damaged or isn't of this
+// format. Lengths of nested chunks must add up, counts must match them, coordinates be finite, no two
+// objects or materials share a name, vertices, faces and materials that are referred to exist, and each face
+// have one material. Chunks of other kinds are passed over, as the format asks of its readers.
+[[nodiscard]] bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage);
+
+}  // namespace boreforge
