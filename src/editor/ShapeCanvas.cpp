@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include "editor/ImageSurface.h"
 
@@ -57,5 +58,9 @@ void ShapeCanvas::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ShapeCanvas::mouseReleaseEvent(QMouseEvent* event) { Released(ButtonOf(*event), AnotherIsDown(*event)); }
+
+void ShapeCanvas::wheelEvent(QWheelEvent* event) {
+    if (const int eighths = event->angleDelta().y()) Turned(eighths, event->buttons() != Qt::NoButton);
+}
 
 }  // namespace boreforge

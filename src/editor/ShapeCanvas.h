@@ -22,11 +22,15 @@ class ShapeCanvas : public QWidget {
     std::function<void(MouseState state, float x, float y)> Moved;
     std::function<void(MouseButton button, bool another)> Released;
 
+    // Called with eighths of a degree and with whether a button is down.
+    std::function<void(int eighths, bool buttonDown)> Turned;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
   private:
     QImage picture_;

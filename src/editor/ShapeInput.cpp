@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <iterator>
 
 #include "editor/ShapeHistory.h"
@@ -14,6 +15,7 @@
 namespace boreforge {
 
 MouseAnchor LastMouse;
+WheelTurn Wheel;
 
 namespace {
 
@@ -184,6 +186,22 @@ bool RunShapeTool(int tool, const EditorControls& controls) {
     const bool done = ApplyTool(tool, controls);
     EndStep(controls);
     return done;
+}
+
+bool TurnWheel(int eighths, const EditorControls& controls) {
+    constexpr int kNotch = 120;
+    if (controls.buttonDown) {
+        Wheel = {};
+        return false;
+    }
+    // The part of a notch that is left from the other direction would swallow a notch of this one.
+    if ((eighths < 0) != (Wheel.eighths < 0)) Wheel = {};
+    Wheel.eighths += eighths;
+    const int notches = Wheel.eighths / kNotch;
+    Wheel.eighths %= kNotch;
+    for (int i = 0; i < std::abs(notches); ++i)
+        RunShapeTool(notches > 0 ? kToolZoomIn : kToolZoomOut, controls);
+    return notches != 0;
 }
 
 void UsePreset(std::int16_t preset, const EditorControls& controls) {

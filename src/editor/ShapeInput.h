@@ -31,6 +31,13 @@ struct MouseAnchor {
 };
 extern MouseAnchor LastMouse;
 
+// How far the wheel has turned since its last whole notch, in eighths of a degree, positive away from the
+// user. Touchpads turn it by less than a notch at a time.
+struct WheelTurn {
+    int eighths = 0;
+};
+extern WheelTurn Wheel;
+
 // The snap interval that a text stands for: the number at its start, 0 when there is none or it is too large
 // for a 32-bit float. The locale plays no part.
 float SnapInterval(std::string_view text);
@@ -71,6 +78,10 @@ enum ShapeTool : int {
 // Runs a tool that needs no dialog, so not the open and the save tool. False when it found nothing to do:
 // the canvas is then neither repainted nor given the focus. Nothing is undone while a mouse button is down.
 bool RunShapeTool(int tool, const EditorControls& controls);
+
+// Turns the wheel by eighths of a degree: the zoom-in tool for each whole notch away from the user, the
+// zoom-out tool for each one back. False while a mouse button is down and when no notch is complete.
+bool TurnWheel(int eighths, const EditorControls& controls);
 
 // MakePresetShape and LoadTunnelShape, as a step to undo. A failed load that empties the shape is one, too.
 void UsePreset(std::int16_t preset, const EditorControls& controls);

@@ -194,6 +194,11 @@ void frmMain::MakeCanvas() {
             if (ReleaseMouse(button, Controls(another))) Redraw();
         });
     };
+    pbShape_->Turned = [this](int eighths, bool buttonDown) {
+        Guarded([&] {
+            if (TurnWheel(eighths, Controls(buttonDown))) RedrawAndFocus();
+        });
+    };
 }
 
 EditorControls frmMain::Controls() const { return Controls(QApplication::mouseButtons() != Qt::NoButton); }

@@ -104,6 +104,36 @@ TEST_F(ShapeInputTest, PanAndZoomKeepToTheirLimits) {
     EXPECT_TRUE(ShapeView.PanX == 3000 && ShapeView.ViewOriginX == 7) << "New leaves the view alone";
 }
 
+TEST_F(ShapeInputTest, EachWholeNotchOfTheWheelIsOneStepOfTheZoomTools) {
+    const struct {
+        std::vector<int> turns;  // a notch is 120
+        float zoom;              // from 180
+    } cases[] = {{{120}, 190},           {{-120}, 170},       {{360}, 200},
+                 {{40, 40}, 180},        {{40, 40, 40}, 190}, {{-70, -70}, 170},
+                 {{100, 100, 100}, 200}, {{100, -120}, 170},  {{110, -10, 110}, 180}};
+    for (const auto& [turns, zoom] : cases) {
+        TunnelShape.ZoomScale = 180;
+        Wheel = {};
+        bool stepped = false;
+        for (const int turn : turns)
+            stepped |= TurnWheel(turn, controls);
+        EXPECT_EQ(TunnelShape.ZoomScale, zoom) << turns[0];
+        EXPECT_EQ(stepped, zoom != 180) << turns[0];
+    }
+    ShapeView = {-3600, 0, 0, 0};
+    EXPECT_TRUE(TurnWheel(-240, controls));
+    EXPECT_EQ(ShapeView.ViewOriginX, 390 - 3200) << "the pan keeps to the limit of the new zoom";
+}
+
+TEST_F(ShapeInputTest, TheWheelDoesNothingWhileAButtonIsDown) {
+    TurnWheel(100, controls);
+    controls.buttonDown = true;
+    EXPECT_FALSE(TurnWheel(240, controls));
+    controls.buttonDown = false;
+    EXPECT_FALSE(TurnWheel(100, controls)) << "what was turned meanwhile or before doesn't count";
+    EXPECT_EQ(TunnelShape.ZoomScale, 50);
+}
+
 TEST_F(ShapeInputTest, InsertTakesTheMidpointOfTheInsideContourAndDeleteDropsTheSelection) {
     const std::vector<Vector3D> inside = {{2, 0, 5}, {0, -4, 5}}, outside = {{9, 9, 5}, {9, 8, 5}};
     TunnelShape = {inside, outside, 50, 0, kTrue};

@@ -7,6 +7,7 @@
 
 #include "base/Message.h"
 #include "editor/ShapeHistory.h"
+#include "editor/ShapeInput.h"
 #include "editor/TunnelShape.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
@@ -32,6 +33,7 @@ CoreTest::CoreTest() {
     BeginObject("", 0, false, false);
     TunnelShape = {};
     ShapeHistory = {};
+    Wheel = {};
 }
 
 CoreTest::~CoreTest() {

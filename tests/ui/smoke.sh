@@ -52,14 +52,16 @@ main=$window
 caught=$(sed -n 's/^SigCgt:\t//p' "/proc/$program/status")
 [ $((0x$caught & 0x4001)) -eq $((0x4001)) ]
 # Keyboards on which a digit key types "_" (fr, the key of the 8) or Shift and one types "=" (de, the 0): neither
-# zooms. The plus key of de does, once in, and the pad's minus out again; else the clicks below miss.
+# zooms. The plus key of de does, once in, and the pad's minus out again, and so does the wheel, unless a button is
+# down; else the clicks below miss.
 setxkbmap fr
 xdotool key 17
 setxkbmap de
 xdotool keydown shift key 19 keyup shift key 35 key 82
 setxkbmap us
+xdotool mousemove --window "$window" 300 300 click 4 key 82 keydown ctrl click 5 keyup ctrl key 86
 click 446 99  # a node at (1, 4), moved to (1.5, 4) and mirrored; then the corner at (2, 3) is removed
-xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
+xdotool mousedown 1 mousemove --window "$main" 471 99 click 4 mouseup 1 key m
 click 496 149
 xdotool key Delete
 xdotool key f ctrl+z ctrl+y ctrl+z ctrl+shift+z ctrl+z  # turned over and back
