@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 #include "base/Values.h"
 
@@ -18,6 +19,12 @@ inline QColor ToQColor(PackedColor color) {
 // The alpha channel is dropped.
 inline PackedColor ToPackedColor(const QColor& color) {
     return PackColor(color.red(), color.green(), color.blue());
+}
+
+// Whether a desktop with these colours is a dark one.
+inline bool IsDark(const QPalette& palette) {
+    constexpr int kMiddle = 128;  // of 255
+    return palette.color(QPalette::Window).lightness() < kMiddle;
 }
 
 }  // namespace boreforge

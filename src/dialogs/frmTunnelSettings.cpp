@@ -46,11 +46,11 @@ constexpr char kNote[] =
 // A button's dark shadow, as the platform's dialogs have it: dark grey on a light desktop. On a dark one it
 // couldn't be read, and a softer text colour takes its place.
 void SetNoteColor(QLabel* label) {
-    constexpr int kMiddle = 128, kSofter = 125;  // of 255; percent
+    constexpr int kSofter = 125;  // percent
     QPalette palette = label->palette();
-    const bool dark = palette.color(QPalette::Window).lightness() < kMiddle;
-    palette.setColor(QPalette::WindowText, dark ? palette.color(QPalette::WindowText).darker(kSofter)
-                                                : ToQColor(SystemColor(kButtonDarkShadow)));
+    palette.setColor(QPalette::WindowText, IsDark(palette)
+                                               ? palette.color(QPalette::WindowText).darker(kSofter)
+                                               : ToQColor(SystemColor(kButtonDarkShadow)));
     label->setPalette(palette);
 }
 

@@ -23,6 +23,19 @@ MouseState StateOf(const QMouseEvent& event) {
 
 bool AnotherIsDown(const QMouseEvent& event) { return event.buttons() & ~event.button(); }
 
+// Which point is selected, for those who don't see it: "inside point 3 of 8, x 2.0, y 3.5".
+QString DescribeSelection() {
+    if (TunnelShape.SelectedNode < 0) return "nothing selected";
+    const auto node = static_cast<std::size_t>(TunnelShape.SelectedNode);
+    const Vector3D& point =
+        (TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes)[node];
+    return QStringLiteral("%1 point %2 of %3, x %4, y %5")
+        .arg(TunnelShape.SelectedIsOutside ? "outside" : "inside")
+        .arg(node + 1)
+        .arg(TunnelShape.NodeCount())
+        .arg(FormatPosition(point.x).c_str(), FormatPosition(point.y).c_str());
+}
+
 }  // namespace
 
 ShapeCanvas::ShapeCanvas(QWidget* parent) : QWidget(parent) {
@@ -36,6 +49,7 @@ void ShapeCanvas::Redraw(ShownNodes shown) {
     shown_ = shown;
     ImageSurface surface(picture_, size(), devicePixelRatioF());
     DrawTunnelShape(surface, shown);
+    setAccessibleDescription(DescribeSelection());
     update();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QScreen>
-#include <QToolButton>
 #include <QWindow>
 
 #include <algorithm>
@@ -13,11 +12,13 @@
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
 #include "editor/Icons.h"
+#include "editor/RowControls.h"
 #include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
 #include "editor/SnapBox.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
+#include "editor/WindowAccess.h"
 #include "editor/WindowKeys.h"
 #include "job/mMain.h"
 #include "platform/FileFailure.h"
@@ -70,8 +71,8 @@ constexpr ControlPlace kCanvas{"pbShape", 0, 480, 11775, 7275, 0};
 
 constexpr char kShapeFilter[] = "ZRBF Tunnel Shapes (*.zrbf)|*.zrbf";
 
-QToolButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
-    auto* const button = new QToolButton(parent);
+RowButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
+    auto* const button = new RowButton(parent);
     Place(button, tool.place);
     button->setIcon(IconOf(tool.icon));
     button->setIconSize(QSize(kIconPixels, kIconPixels));
@@ -84,8 +85,8 @@ QToolButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order
 }
 
 // A check box that looks like a button and stays pressed while it is checked.
-QToolButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
-    QToolButton* const check = MakeButton(parent, tool, order);
+RowButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
+    RowButton* const check = MakeButton(parent, tool, order);
     check->setCheckable(true);
     check->setChecked(true);
     return check;
@@ -104,6 +105,7 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
 }  // namespace
 
 frmMain::frmMain() {
+    InstallWindowAccess();
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     QApplication::setWindowIcon(IconOf("boreforge"));
@@ -156,20 +158,20 @@ void frmMain::MakeToolRow() {
 }
 
 void frmMain::MakeReadOuts() {
-    const auto make = [this](const ControlPlace& place, const char* text) {
-        auto* const label = new QLabel(text, this);
+    const auto placed = [](QLabel* label, const ControlPlace& place) {
         Place(label, place);
         return label;
     };
-    make(kReadOutFrame, "")->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    for (QLabel* const label : {make(kXLabel, "X="), make(kYLabel, "Y=")}) {
+    placed(new QLabel(this), kReadOutFrame)->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    for (QLabel* const label :
+         {placed(new QLabel("X=", this), kXLabel), placed(new QLabel("Y=", this), kYLabel)}) {
         QFont bold = label->font();
         bold.setBold(true);
         label->setFont(bold);
         FitTexts({{label, label->text(), label->size()}});
     }
     for (std::size_t i = 0; i < 2; ++i) {
-        lblMousePos_[i] = make(kMousePos[i], "00.00");
+        lblMousePos_[i] = placed(new ReadOut("00.00", this), kMousePos[i]);
         lblMousePos_[i]->setAccessibleName(i == 0 ? "Mouse position X" : "Mouse position Y");
     }
 }
