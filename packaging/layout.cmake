@@ -1,14 +1,13 @@
-# Read by cpack once for each package: the parts it holds, each with its folder.
+# Read by cpack once for each package: the parts that it has.
 list(GET CPACK_INSTALL_CMAKE_PROJECTS 0 build)
 if(CPACK_GENERATOR STREQUAL "DEB")
-    set(CPACK_PACKAGING_INSTALL_PREFIX /)
-    set(parts program /opt/boreforge documents /usr/share/doc/boreforge system /usr)
+    set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+    set(parts program documents system debian)
 else()
-    set(parts program / documents / portable /)
+    set(parts program documents portable)
 endif()
 
 set(CPACK_INSTALL_CMAKE_PROJECTS)
-while(parts)
-    list(POP_FRONT parts part folder)
-    list(APPEND CPACK_INSTALL_CMAKE_PROJECTS "${build}" boreforge ${part} ${folder})
-endwhile()
+foreach(part ${parts})
+    list(APPEND CPACK_INSTALL_CMAKE_PROJECTS "${build}" boreforge ${part} /)
+endforeach()
