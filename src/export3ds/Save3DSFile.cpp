@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <span>
 
 #include "export3ds/ChunkIds.h"
 #include "export3ds/mSave3DSObject.h"
@@ -58,30 +59,28 @@ std::int64_t MeshDataLength() {
 
 std::int64_t FileLength() { return kHeaderLength + kVersionLength + MeshDataLength(); }
 
-// Little-endian stores, each giving the place behind what it stored.
-std::uint8_t* Store16(std::uint8_t* place, std::uint16_t value) {
-    place[0] = static_cast<std::uint8_t>(value);
-    place[1] = static_cast<std::uint8_t>(value >> 8);
-    return place + 2;
-}
-std::uint8_t* Store32(std::uint8_t* place, std::uint32_t value) {
-    for (int i = 0; i < 4; ++i)
-        place[i] = static_cast<std::uint8_t>(value >> 8 * i);
-    return place + 4;
-}
-std::uint8_t* StoreFloat(std::uint8_t* place, float value) {
-    return Store32(place, std::bit_cast<std::uint32_t>(value));
+// Stores a number little-endian and returns the place after it.
+template <class Number>
+std::uint8_t* Store(std::uint8_t* place, Number value) {
+    std::memcpy(place, &value, sizeof value);
+    if constexpr (std::endian::native == std::endian::big) std::reverse(place, place + sizeof value);
+    return place + sizeof value;
 }
 
-// Rounds to six decimal places, ties to even, and never gives -0. From 16 on a 32-bit float has no finer
+// Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer
 // digits. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as
 // nearbyint does, in an instruction each, and the subtraction leaves a zero positive. Multiplied by 1e-6,
 // every whole number up to 16,000,000 ends as the same float as divided by 1e6.
-float RoundPlaces(float value) {
+void RoundPlaces(std::span<float> values) {
     constexpr double kWholeNumbers = 6755399441055744.0;
-    const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
-    const float result = static_cast<float>(rounded * 1e-6);
-    return std::fabs(value) < 16 ? result : value;
+    // The choice is made without a branch, so that the compiler rounds several numbers at a time.
+    for (float& value : values) {
+        const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
+        const float result = static_cast<float>(rounded * 1e-6);
+        const std::uint32_t chosen = std::fabs(value) < 16 ? ~std::uint32_t{0} : 0;
+        value = std::bit_cast<float>((std::bit_cast<std::uint32_t>(result) & chosen) |
+                                     (std::bit_cast<std::uint32_t>(value) & ~chosen));
+    }
 }
 
 // Calls `store(place, i)` for i from 0 to count - 1, with room for `size` bytes each.
@@ -100,7 +99,7 @@ void PutLength(ChunkId id, std::int64_t length, OutputFile& file) {
     PutChunkHeader(id, static_cast<std::int32_t>(length), file);
 }
 
-void PutFloat(float value, OutputFile& file) { PutDword(std::bit_cast<std::uint32_t>(value), file); }
+void PutFloat(float value, OutputFile& file) { Store(file.Claim(4), value); }
 
 void PutNestedColor(ChunkId id, const ColorRGB& color, OutputFile& file) {
     PutChunkHeader(id, kHeaderLength + kColorLength, file);
@@ -146,11 +145,10 @@ void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
             axes[3 * i + 1] = -point.z;
             axes[3 * i + 2] = point.y;
         }
-        for (float& axis : axes)
-            axis = RoundPlaces(axis);
+        RoundPlaces(axes);
         std::uint8_t* const place = file.Claim(12 * count);
         for (std::size_t i = 0; i < 3 * count; ++i)
-            StoreFloat(place + 4 * i, axes[i]);
+            Store(place + 4 * i, axes[i]);
     }
 }
 
@@ -172,31 +170,29 @@ void PutMatrix(OutputFile& file) {
         PutDword(kMatrixOriginBits, file);
 }
 
-// Two 16-bit numbers, the first of them first in the file.
-std::uint32_t Pair(std::int16_t first, std::int16_t second) {
-    return static_cast<std::uint16_t>(first) | std::uint32_t{static_cast<std::uint16_t>(second)} << 16;
+// Three vertices and a word of flags, in the order of the file.
+std::uint64_t PackFace(const MeshFace& face) {
+    const auto word = [](std::int16_t value) { return std::uint64_t{static_cast<std::uint16_t>(value)}; };
+    return word(face.a) | word(face.b) << 16 | word(face.c) << 32 | word(kAllEdgesVisible) << 48;
 }
 
 void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file) {
     const auto count = static_cast<std::uint16_t>(mesh.FaceCount());
     PutLength(FACE_ARRAY, lengths.faces, file);
     PutWord(count, file);
-    PutEach(mesh.Faces.size(), 8, file, [&](std::uint8_t* place, std::size_t i) {
-        const MeshFace& face = mesh.Faces[i];
-        Store32(place, Pair(face.a, face.b));
-        Store32(place + 4, Pair(face.c, kAllEdgesVisible));
-    });
+    PutEach(mesh.Faces.size(), 8, file,
+            [&](std::uint8_t* place, std::size_t i) { Store(place, PackFace(mesh.Faces[i])); });
 
     PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
     PutZString(Model3DS.Materials[static_cast<std::size_t>(mesh.MaterialIndex)].Name, file);
     PutWord(count, file);
     PutEach(mesh.Faces.size(), 2, file,
-            [](std::uint8_t* place, std::size_t i) { Store16(place, static_cast<std::uint16_t>(i)); });
+            [](std::uint8_t* place, std::size_t i) { Store(place, static_cast<std::uint16_t>(i)); });
 
     PutLength(SMOOTH_GROUP, lengths.smoothGroups, file);
-    PutEach(mesh.Faces.size(), 4, file, [&](std::uint8_t* place, std::size_t i) {
-        Store32(place, static_cast<std::uint32_t>(mesh.SmoothGroupOf(i)));
-    });
+    const std::span<const std::int32_t> groups = mesh.SmoothGroups;
+    PutEach(mesh.Faces.size(), 4, file,
+            [=](std::uint8_t* place, std::size_t i) { Store(place, groups.empty() ? 0 : groups[i]); });
 }
 
 void PutMesh(const Mesh3DS& mesh, OutputFile& file) {
@@ -218,16 +214,14 @@ void PutVersion(ChunkId id, OutputFile& file) {
 }  // namespace
 
 void PutChunkHeader(std::uint16_t id, std::int32_t length, OutputFile& file) {
-    Store32(Store16(file.Claim(6), id), static_cast<std::uint32_t>(length));
+    Store(Store(file.Claim(6), id), length);
 }
 
-void PutWord(std::uint16_t value, OutputFile& file) { Store16(file.Claim(2), value); }
+void PutWord(std::uint16_t value, OutputFile& file) { Store(file.Claim(2), value); }
 
-void PutDword(std::uint32_t value, OutputFile& file) { Store32(file.Claim(4), value); }
+void PutDword(std::uint32_t value, OutputFile& file) { Store(file.Claim(4), value); }
 
-void PutPoint3(float x, float y, float z, OutputFile& file) {
-    StoreFloat(StoreFloat(StoreFloat(file.Claim(12), x), y), z);
-}
+void PutPoint3(float x, float y, float z, OutputFile& file) { Store(Store(Store(file.Claim(12), x), y), z); }
 
 void PutZString(const std::string& text, OutputFile& file) {
     std::memcpy(file.Claim(text.size() + 1), text.c_str(), text.size() + 1);

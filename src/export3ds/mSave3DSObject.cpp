@@ -28,65 +28,28 @@ std::string Numbered(const std::string& prefix, std::int32_t number, std::size_t
     return prefix + text;
 }
 
-// A point on its way into a face: its place in the index, where it had to be looked up.
-struct Corner {
-    BufferPoint& point;
-    VertexIndex::Place place = 0;
-    std::int32_t vertex;  // -1: the buffer has none yet
+// The vertex equal to `point`, `found` if there is one.
+std::int32_t FoundOrStored(std::int32_t found, const Vector3D& point, const TexCoord& coord) {
+    if (found >= 0) return found;
+    ObjectBuffer.Points.push_back(point);
+    ObjectBuffer.TexCoords.push_back(coord);
+    (void)vertexIndex.Store(ObjectBuffer.Points, ObjectBuffer.Points.size() - 1);
+    return ObjectBuffer.PointCount() - 1;
+}
 
-    explicit Corner(BufferPoint& from) : point(from), vertex(from.Vertex) {
-        if (point.Stamp == ObjectBuffer.Stamp) return;
-        place = vertexIndex.PlaceOf(ObjectBuffer.Points, point.Point);
-        vertex = vertexIndex.VertexAt(place);
-        if (vertex < 0) return;
-        point.Vertex = vertex;
-        point.Stamp = ObjectBuffer.Stamp;
-    }
-
-    void Store(const TexCoord& coord) {
-        if (vertex >= 0) return;
-        vertex = ObjectBuffer.PointCount();
-        ObjectBuffer.Points.push_back(point.Point);
-        ObjectBuffer.TexCoords.push_back(coord);
-        const VertexIndex::Entry entry = vertexIndex.Enter(ObjectBuffer.Points, vertex, place);
-        if (entry == VertexIndex::Entry::Unfindable) return;
-        if (entry == VertexIndex::Entry::Successor) ++ObjectBuffer.Stamp;
-        point.Vertex = vertex;
-        point.Stamp = ObjectBuffer.Stamp;
-    }
-};
-
-MeshFace MeshFaceOf(const BufferFace& face) {
+MeshFace Narrow(const BufferFace& face) {
     return {static_cast<std::int16_t>(face.a), static_cast<std::int16_t>(face.b),
             static_cast<std::int16_t>(face.c)};
 }
 
-void AddFaceOf(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3, const TexCoord& t1, const TexCoord& t2,
-               const TexCoord& t3) {
-    // All three are looked up before any of them is stored: equal vertices of one face stay apart.
-    Corner a(p1), b(p2), c(p3);
-    a.Store(t1);
-    b.Store(t2);
-    c.Store(t3);
-    AddBufferFace({a.vertex, b.vertex, c.vertex});
-}
-
-// The faces that the last meshes share, as many as the longest of them has.
-std::span<const MeshFace> sharedFaces;
-
-// The faces in the memory of the model: those that stand there already, where they are the same.
-std::span<const MeshFace> FacesOfModel(const std::vector<BufferFace>& faces) {
-    const auto same = [](const BufferFace& one, const MeshFace& other) { return MeshFaceOf(one) == other; };
-    if (faces.size() <= sharedFaces.size() &&
-        std::equal(faces.begin(), faces.end(), sharedFaces.begin(), same))
-        return sharedFaces.first(faces.size());
-    auto* const place =
-        static_cast<MeshFace*>(modelMemory.allocate(faces.size() * sizeof(MeshFace), alignof(MeshFace)));
-    std::transform(faces.begin(), faces.end(), place, MeshFaceOf);
-    return sharedFaces = {place, faces.size()};
-}
-
 Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[static_cast<std::size_t>(index)]; }
+
+// Adds the next mesh of the open object.
+Mesh3DS& AddMeshOfObject() {
+    const std::string name = Numbered(ObjectBuffer.NamePrefix, ObjectPartNumber, 4);
+    ++ObjectPartNumber;
+    return MeshAt(AddMesh(name, ObjectBuffer.MaterialIndex));
+}
 
 }  // namespace
 
@@ -94,7 +57,6 @@ std::pmr::memory_resource* ModelMemory() { return &modelMemory; }
 
 void ResetModel() {
     Model3DS = Model3DSState();
-    sharedFaces = {};
     modelMemory.release();
 }
 
@@ -119,7 +81,6 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
     ObjectBuffer.TexCoords.clear();
     ObjectBuffer.Faces.clear();
     vertexIndex.Clear();
-    ++ObjectBuffer.Stamp;
     ObjectBuffer.NamePrefix = namePrefix;
     ObjectBuffer.MaterialIndex = materialIndex;
     ObjectBuffer.HasTexCoords = hasTexCoords;
@@ -128,27 +89,37 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
 
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3) {
-    BufferPoint b1(p1), b2(p2), b3(p3);
-    AddFaceOf(b1, b2, b3, t1, t2, t3);
+    // Find all three before storing any: equal corners of one face stay apart.
+    const std::int32_t found1 = vertexIndex.Find(ObjectBuffer.Points, p1);
+    const std::int32_t found2 = vertexIndex.Find(ObjectBuffer.Points, p2);
+    const std::int32_t found3 = vertexIndex.Find(ObjectBuffer.Points, p3);
+    const std::int32_t a = FoundOrStored(found1, p1, t1);
+    const std::int32_t b = FoundOrStored(found2, p2, t2);
+    const std::int32_t c = FoundOrStored(found3, p3, t3);
+    ObjectBuffer.Faces.push_back({a, b, c});
+    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
 }
 
-void AddNewFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3) {
-    const TexCoord none;
-    AddFaceOf(p1, p2, p3, none, none, none);
+void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
+                    std::span<const MeshFace> faces) {
+    Mesh3DS& mesh = AddMeshOfObject();
+    mesh.Points.resize(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        mesh.Points[i] = points[order[i]];
+    mesh.Faces = faces;
 }
 
 void FlushObject() {
     if (ObjectBuffer.PointCount() < 1 && ObjectBuffer.FaceCount() < 1) return;
-    const std::int32_t index =
-        AddMesh(Numbered(ObjectBuffer.NamePrefix, ObjectPartNumber, 4), ObjectBuffer.MaterialIndex);
-    Mesh3DS& mesh = MeshAt(index);
+    Mesh3DS& mesh = AddMeshOfObject();
     // Whole arrays at once, each in memory of exactly its size; the buffer keeps its own for the next object.
     mesh.Points.assign(ObjectBuffer.Points.begin(), ObjectBuffer.Points.end());
     mesh.HasTexCoords = ObjectBuffer.HasTexCoords && !ObjectBuffer.TexCoords.empty();
     if (mesh.HasTexCoords)
         mesh.TexCoords.assign(ObjectBuffer.TexCoords.begin(), ObjectBuffer.TexCoords.end());
-    mesh.Faces = FaceArray(FacesOfModel(ObjectBuffer.Faces));
-    ++ObjectPartNumber;
+    mesh.OwnFaces.resize(ObjectBuffer.Faces.size());
+    std::transform(ObjectBuffer.Faces.begin(), ObjectBuffer.Faces.end(), mesh.OwnFaces.begin(), Narrow);
+    mesh.Faces = mesh.OwnFaces;
     BeginObject(ObjectBuffer.NamePrefix, ObjectBuffer.MaterialIndex, ObjectBuffer.HasTexCoords, true);
 }
 
@@ -175,7 +146,8 @@ std::int16_t AddMeshTexCoord(const TexCoord& coord, std::int32_t meshIndex) {
 std::int16_t AddMeshFace(std::int16_t a, std::int16_t b, std::int16_t c, std::int32_t smoothGroups,
                          std::int32_t meshIndex) {
     Mesh3DS& mesh = MeshAt(meshIndex);
-    mesh.Faces.push_back({a, b, c});
+    mesh.OwnFaces.push_back({a, b, c});
+    mesh.Faces = mesh.OwnFaces;
     if (smoothGroups != 0 || !mesh.SmoothGroups.empty()) {
         mesh.SmoothGroups.resize(mesh.Faces.size());
         mesh.SmoothGroups.back() = smoothGroups;

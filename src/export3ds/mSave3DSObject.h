@@ -2,7 +2,9 @@
 // shares equal vertices and makes a mesh of every 10,000 faces. Positions are in track space and its axes.
 #pragma once
 
+#include <compare>
 #include <cstdint>
+#include <map>
 #include <memory_resource>
 #include <span>
 #include <string>
@@ -44,65 +46,45 @@ struct Material3DS {
 // Where the arrays of the meshes live; ResetModel gives it all back at once.
 std::pmr::memory_resource* ModelMemory();
 
-// The triangles of a mesh, in memory that several meshes may share: the walls of one contour have the same
-// faces but for their number. An array that is added to becomes one of its own.
-class FaceArray {
-  public:
-    FaceArray() = default;
-    // Faces in the memory of the model, which stay as they are.
-    explicit FaceArray(std::span<const MeshFace> faces) : shared_(faces) {}
-
-    std::size_t size() const { return view().size(); }
-    const MeshFace* begin() const { return view().data(); }
-    const MeshFace* end() const { return begin() + size(); }
-    const MeshFace& operator[](std::size_t i) const { return view()[i]; }
-    void push_back(const MeshFace& face) {
-        if (own_.empty()) own_.assign(begin(), end());
-        own_.push_back(face);
-    }
-
-  private:
-    std::span<const MeshFace> view() const {
-        return own_.empty() ? shared_ : std::span<const MeshFace>(own_);
-    }
-    std::span<const MeshFace> shared_;
-    std::vector<MeshFace> own_;
-};
-
 struct Mesh3DS {
     std::string Name;
     std::int32_t MaterialIndex = -1;  // the material of the whole mesh
     std::pmr::vector<Vector3D> Points{ModelMemory()};
     std::pmr::vector<TexCoord> TexCoords{ModelMemory()};  // none, or one for each point
-    FaceArray Faces;
-    std::pmr::vector<std::int32_t> SmoothGroups{ModelMemory()};  // see SmoothGroupOf
+    std::span<const MeshFace> Faces;                      // in the model's memory; meshes may show the same
+    std::pmr::vector<MeshFace> OwnFaces{ModelMemory()};   // of a mesh that shows no faces of others
+    // The smoothing group mask of each face. Empty means all 0, as every sweep makes them; kept, they were a
+    // fifth of a job's peak memory.
+    std::pmr::vector<std::int32_t> SmoothGroups{ModelMemory()};
     bool HasTexCoords = false;
-    // The smoothing group mask of each face. No masks at all stand for a mask of 0 on every face, as every
-    // sweep makes them; kept, they were a fifth of a job's peak memory.
-    std::int32_t SmoothGroupOf(std::size_t face) const {
-        return SmoothGroups.empty() ? 0 : SmoothGroups[face];
-    }
     std::int16_t PointCount() const { return static_cast<std::int16_t>(Points.size()); }
     std::int16_t TexCoordCount() const { return static_cast<std::int16_t>(TexCoords.size()); }
     std::int16_t FaceCount() const { return static_cast<std::int16_t>(Faces.size()); }
 };
 
+// Up to 10,000 faces of a wall between rings of points, from its face `first` on.
+struct WallPart {
+    std::size_t nodes = 0;  // points of a ring
+    bool outward = false, inward = false;
+    std::size_t first = 0;
+    friend auto operator<=>(const WallPart&, const WallPart&) = default;
+};
+
+// The faces of a part in which no two points are equal, for all walls that have it. Its vertex i is point
+// Points[i] of the rings. The faces up to each one use VertexCounts vertices: a shorter part begins like a
+// longer one.
+struct FaceTable {
+    std::span<const MeshFace> Faces;  // in the model's memory
+    std::vector<std::uint16_t> Points;
+    std::vector<std::uint16_t> VertexCounts;
+};
+
 struct Model3DSState {
     std::vector<Material3DS> Materials;
     std::vector<Mesh3DS> Meshes;
+    std::map<WallPart, FaceTable> FaceTables;
     std::int32_t MaterialCount() const { return static_cast<std::int32_t>(Materials.size()); }
     std::int32_t MeshCount() const { return static_cast<std::int32_t>(Meshes.size()); }
-};
-
-// A point that a caller gives to several faces, and the vertex that it turned out to be. The point may not
-// change while it is in use.
-struct BufferPoint {
-    Vector3D Point;
-    std::int32_t Vertex = -1;
-    std::uint32_t Stamp = 0;  // of the buffer when Vertex was found; it holds as long as the buffer has it
-
-    BufferPoint() = default;
-    explicit BufferPoint(const Vector3D& point) : Point(point) {}
 };
 
 struct ObjectBufferState {
@@ -112,9 +94,6 @@ struct ObjectBufferState {
     std::string NamePrefix;
     std::int16_t MaterialIndex = 0;
     bool HasTexCoords = false;
-    // Changes whenever a point that was found before could now be another vertex: with each new buffer, and
-    // with each vertex that is stored beside an equal one.
-    std::uint32_t Stamp = 1;
     std::int32_t PointCount() const { return static_cast<std::int32_t>(Points.size()); }
     std::int32_t FaceCount() const { return static_cast<std::int32_t>(Faces.size()); }
 };
@@ -141,30 +120,20 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
                  bool keepPartNumber);
 
 // Adds a triangle to the buffer, with its vertices in the order given and without any test of its shape. A
-// vertex whose coordinates equal those of a stored one, to the last bit but for 0 and -0, is that one, the
-// last stored of several; it keeps the texture coordinate that it came with. Vertices of one face are
-// compared with those of earlier faces only. The 10,000th face flushes the buffer.
+// vertex whose coordinates are the same numbers as those of stored ones reuses the one stored last, with the
+// texture coordinate that it came with. Vertices of one face are compared with those of earlier faces only.
+// The 10,000th face flushes the buffer.
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3);
+
+// Makes a mesh of the open object, whose buffer must be empty, as AddFace and FlushObject would of these
+// faces without texture coordinates. Vertex i is points[order[i]]. The faces must stay in the model's memory.
+void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
+                    std::span<const MeshFace> faces);
 
 // Makes a mesh of the buffer, named by the prefix and ObjectPartNumber in at least four digits, and opens the
 // buffer again for the same object. An empty buffer makes no mesh and uses up no number.
 void FlushObject();
-
-// AddFace without texture coordinates, for points that come again: each is looked up once, not in every face
-// (6.5 ns a face instead of 14.5). Its common case stands here, where a sweep's loop takes it in.
-void AddNewFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3);  // of which a vertex isn't known
-inline void AddBufferFace(const BufferFace& face) {
-    ObjectBuffer.Faces.push_back(face);
-    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
-}
-inline void AddFace(BufferPoint& p1, BufferPoint& p2, BufferPoint& p3) {
-    const std::uint32_t stamp = ObjectBuffer.Stamp;
-    if (p1.Stamp == stamp && p2.Stamp == stamp && p3.Stamp == stamp)
-        AddBufferFace({p1.Vertex, p2.Vertex, p3.Vertex});
-    else
-        AddNewFace(p1, p2, p3);
-}
 
 // A mesh built step by step, as FlushObject builds one from whole arrays. Each call gives the index of what
 // it appended; meshIndex must come from AddMesh.

@@ -25,16 +25,7 @@ std::int32_t FollowingSegment(std::int32_t segmentIndex);
 // The name prefix of every object of a tunnel.
 inline constexpr char kObjectPrefix[] = "SEGT";
 
-// A contour in track space.
-using Ring = std::vector<BufferPoint>;
-
-// Carries a contour from shape space to track space; `ring` takes as many points.
-void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, Ring& ring);
-
-// The triangles (a, b, c) and (c, d, a) of a quad, without texture coordinates.
-inline void AddQuad(BufferPoint& a, BufferPoint& b, BufferPoint& c, BufferPoint& d) {
-    AddFace(a, b, c);
-    AddFace(c, d, a);
-}
+// Appends a contour, carried from shape space to track space.
+void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& points);
 
 }  // namespace boreforge

@@ -45,23 +45,19 @@ TEST_F(ExportTest, VerticesAreSharedAsALiteralScanWould) {
     const float inf = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
     const float odd[] = {0.0f, -0.0f, 1.0f, std::nextafter(1.0f, 2.0f), -1.0f, 1e-42f, inf, nan};
     const auto number = [&] { return random() % 2 ? odd[random() % 8] : static_cast<float>(random() % 23); };
-    std::vector<BufferPoint> ring(40);
+    std::vector<Vector3D> ring(40);
     std::vector<Scan> scans(1);
     BeginObject("PART", 3, true, false);
     for (int i = 0; i < 23'000; ++i) {
-        if (i % 16 == 0) ring[random() % 40] = BufferPoint({number(), number(), number()});
+        if (i % 16 == 0) ring[random() % 40] = {number(), number(), number()};
         Vector3D corners[3] = {{number(), number(), 5}, {number(), number(), number()}, {number(), 5, 5}};
         if (i % 7 == 0) corners[2] = corners[0];
-        if (i % 3 == 0) {  // points that come again are looked up once
-            BufferPoint *p1 = &ring[random() % 40], *p2 = &ring[random() % 40], *p3 = &ring[random() % 40];
-            corners[0] = p1->Point, corners[1] = p2->Point, corners[2] = p3->Point;
-            AddFace(*p1, *p2, *p3);
-            scans.back().Add(corners, 0);
-        } else {
-            const TexCoord coord{static_cast<float>(i), 1};
-            AddFace(corners[0], corners[1], corners[2], coord, coord, coord);
-            scans.back().Add(corners, coord.u);
-        }
+        if (i % 3 == 0)  // points of earlier faces
+            for (Vector3D& corner : corners)
+                corner = ring[random() % 40];
+        const TexCoord coord{static_cast<float>(i), 1};
+        AddFace(corners[0], corners[1], corners[2], coord, coord, coord);
+        scans.back().Add(corners, coord.u);
         if (scans.back().faces.size() < 10'000) continue;
         EXPECT_EQ(Model3DS.Meshes.size(), scans.size()) << "flushed by the 10,000th face";
         scans.emplace_back();

@@ -1,5 +1,9 @@
+#include <array>
+#include <bit>
 #include <cmath>
+#include <limits>
 #include <map>
+#include <numbers>
 #include <tuple>
 
 #include "editor/TunnelShape.h"
@@ -82,6 +86,120 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurfaceAtEveryDetail) {
                 EXPECT_TRUE(Surface().IsClosed());
                 EXPECT_EQ(Surface().volume > 0, outside) << "the inside wall faces inwards";
             }
+        }
+}
+
+// A wall as the rules for it read: ring by ring, face by face.
+void AddWallByFaces(std::size_t step, bool outward, bool inward) {
+    const auto& samples = TracedSegments[0].Samples;
+    const auto& nodes = TunnelShape.OutsideNodes;
+    std::vector<Vector3D> previous, current;
+    const auto addBandTo = [&](const TraceSample& sample) {
+        current.clear();
+        for (const Vector3D& node : nodes)
+            current.push_back(MatTransformPoint(sample.WorldMatrix, node));
+        for (std::size_t k = 0; k < previous.size(); ++k) {
+            const std::size_t k2 = (k + 1) % nodes.size();
+            if (outward) AddFace(previous[k], current[k], current[k2], {}, {}, {});
+            if (outward) AddFace(current[k2], previous[k2], previous[k], {}, {}, {});
+            if (inward) AddFace(previous[k2], current[k2], current[k], {}, {}, {});
+            if (inward) AddFace(current[k], previous[k], previous[k2], {}, {}, {});
+        }
+        previous = current;
+    };
+    BeginObject("SEGT", 0, false, true);
+    for (std::size_t s = 0; s < samples.size(); s += step)
+        addBandTo(samples[s]);
+    addBandTo(TracedSegments[1].Samples.front());
+    FlushObject();
+}
+
+struct MeshContent {
+    std::string name;
+    std::vector<std::array<std::uint32_t, 3>> pointBits;
+    std::vector<MeshFace> faces;
+    friend bool operator==(const MeshContent&, const MeshContent&) = default;
+};
+
+std::vector<MeshContent> ModelContent() {
+    std::vector<MeshContent> content;
+    for (const Mesh3DS& mesh : Model3DS.Meshes) {
+        content.push_back({mesh.Name, {}, {mesh.Faces.begin(), mesh.Faces.end()}});
+        for (const Vector3D& point : mesh.Points)
+            content.back().pointBits.push_back(std::bit_cast<std::array<std::uint32_t, 3>>(point));
+    }
+    return content;
+}
+
+std::vector<Vector3D> RoundContour(int nodes) {
+    std::vector<Vector3D> contour;
+    for (int k = 0; k < nodes; ++k) {
+        const double angle = 2 * std::numbers::pi * k / nodes;
+        contour.push_back({static_cast<float>(3 * std::cos(angle)), static_cast<float>(3 * std::sin(angle))});
+    }
+    return contour;
+}
+
+// Lays the frames of segment 0 along z, and behind them that of segment 1. Sample `repeated` has the frame of
+// the one before it, unless it is the first.
+void LayFrames(std::size_t samples, const Matrix3D& frame, std::size_t repeated) {
+    TrackFile.Segments.resize(2);
+    TracedSegments.resize(2);
+    for (TracedSegment& traced : TracedSegments)
+        traced.Samples.assign(samples, {.Orientation = {}, .WorldMatrix = frame});
+    for (std::size_t j = 0; j < samples; ++j)
+        TracedSegments[0].Samples[j].WorldMatrix[11] += static_cast<float>(j == repeated ? j : j + 1);
+    TracedSegments[1].Samples[0].WorldMatrix[11] += static_cast<float>(samples + 1);
+}
+
+TEST_F(TunnelMeshTest, WallsHaveTheMeshesThatAddFaceMakes) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    // The frames keep the sign of a zero: nodes at (0, 1) and (-0, 1) become points that differ in it.
+    const Matrix3D signedZeros{{1, -0.0f, -0.0f, -0.0f, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
+    const Matrix3D turned = MatMultiply(MatTranslation(70, -8, 30), MatRotateX(0.7f));
+    const struct {
+        const char* name;
+        std::vector<Vector3D> contour;
+        std::size_t samples;
+        Matrix3D frame;
+        std::size_t repeated;  // the sample that has the frame of the one before
+        bool facesAreShared;   // by the first meshes of two such walls
+    } cases[] = {
+        {"no node", {}, 3, turned, 0, false},
+        {"one node", {{1, 2, 0}}, 3, turned, 0, false},
+        {"two nodes", {{1, 2, 0}, {-1, 2, 0}}, 3, turned, 0, true},
+        {"a short wall", RoundContour(32), 1, turned, 0, true},
+        {"a wall of several meshes", RoundContour(32), 400, turned, 0, true},
+        {"bands of more than one mesh", RoundContour(6000), 3, turned, 0, true},
+        {"more points than a mesh has", RoundContour(16000), 2, turned, 0, false},
+        {"equal nodes", {{1, 2, 0}, {4, 2, 0}, {1, 2, 0}, {-1, 5, 0}}, 3, turned, 0, false},
+        {"equal rings", RoundContour(32), 9, turned, 5, false},
+        {"equal rings in the last mesh", RoundContour(32), 400, turned, 399, true},
+        {"0 and -0", {{0, 1, 0}, {4, 2, 0}, {-0.0f, 1, 0}, {4, 5, 0}}, 3, signedZeros, 0, false},
+        {"NaN", {{1, 2, 0}, {4, 2, 0}, {nan, 3, 0}, {-1, 5, 0}}, 3, turned, 0, false},
+    };
+    for (const auto& [name, contour, samples, frame, repeated, facesAreShared] : cases)
+        for (const bool twice : {false, true}) {
+            SCOPED_TRACE(std::string(name) + (twice ? ", double-sided" : ""));
+            TunnelShape.OutsideNodes = contour;
+            LayFrames(samples, frame, repeated);
+            ResetModel();
+            ObjectPartNumber = 0;
+            AddWallByFaces(1, true, twice);
+            AddWallByFaces(2, true, twice);
+            const std::vector<MeshContent> expected = ModelContent();
+
+            ResetModel();
+            ObjectPartNumber = 0;
+            SweepOutsideWall(0, 0, 1, twice);
+            const auto second = static_cast<std::size_t>(Model3DS.MeshCount());
+            SweepOutsideWall(0, 0, 2, twice);
+            EXPECT_EQ(ModelContent(), expected);
+            EXPECT_EQ(static_cast<std::size_t>(ObjectPartNumber), expected.size());
+            EXPECT_EQ(ObjectBuffer.PointCount(), 0);
+            if (second == 0) continue;
+            const bool shared = Model3DS.Meshes[0].Faces.data() == Model3DS.Meshes[second].Faces.data();
+            EXPECT_EQ(shared, facesAreShared);
         }
 }
 
