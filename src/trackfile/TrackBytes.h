@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,25 +18,24 @@ namespace boreforge {
 // The buffer through which a whole track passes, on a load and on a save.
 extern Bytes TrackBytes;
 
-// A place in bytes that are being read. A read that would cross the end yields zero, moves nothing and marks
-// the cursor as failed for good; so does a negative length. So a reader needs no test of its own until the
-// end.
+// A position in bytes that are being read. A read past the end returns zero, moves nothing and marks the
+// cursor as failed for good, and so does a negative length: a reader need not test anything until it is done.
 struct ReadCursor {
     std::span<const std::uint8_t> bytes;
-    std::size_t position = 0;
+    std::ptrdiff_t position = 0;
     bool failed = false;
 
-    std::size_t Remaining() const { return bytes.size() - position; }
+    std::ptrdiff_t Remaining() const { return std::ssize(bytes) - position; }
 
-    // From now on nothing remains, so that the one test of every read serves for both.
+    // Leaves nothing to read, so that every later read fails by the same test.
     void Fail() {
         failed = true;
         bytes = bytes.first(position);
     }
 
-    // The next `count` bytes, at least one, or nullptr where they are not there.
-    const std::uint8_t* Take(std::size_t count) {
-        if (Remaining() < count) [[unlikely]] {
+    // The next `count` bytes, or nullptr if there are fewer.
+    const std::uint8_t* Take(std::ptrdiff_t count) {
+        if (count < 0 || Remaining() < count) [[unlikely]] {
             Fail();
             return nullptr;
         }
@@ -55,8 +55,8 @@ inline void PutBitsAt(std::uint8_t* b, std::uint32_t bits) {
     std::memcpy(b, bytes, sizeof bytes);
 }
 
-// Each of these moves the cursor behind what it read. Those of single numbers stand here because a large
-// track has tens of millions of them.
+// Each of these moves the cursor past what it read. Those for single numbers are inline because a large track
+// has tens of millions of them.
 inline std::uint32_t ReadBits(ReadCursor& at) {
     const std::uint8_t* const b = at.Take(4);
     return b ? BitsAt(b) : 0;
@@ -69,18 +69,18 @@ inline std::int32_t ReadI32(ReadCursor& at) { return static_cast<std::int32_t>(R
 inline float ReadF32(ReadCursor& at) { return std::bit_cast<float>(ReadBits(at)); }
 // The field's first byte is ignored.
 inline PackedColor ReadColor(ReadCursor& at) { return static_cast<PackedColor>(ReadBits(at) & 0x00FFFFFFu); }
-std::string ReadText(ReadCursor& at, std::int32_t length);  // length 0 gives the empty text
-std::string ReadTag(ReadCursor& at);                        // four characters, upper-cased
-void SkipBytes(ReadCursor& at, std::int32_t count);         // reserved bytes
+std::string ReadText(ReadCursor& at, std::int32_t length);
+std::string ReadTag(ReadCursor& at);                 // four characters, upper-cased
+void SkipBytes(ReadCursor& at, std::int32_t count);  // reserved bytes
 
-// Appends `count` bytes and gives their place.
+// Appends `count` bytes for the caller to fill and returns where they are.
 inline std::uint8_t* Append(Bytes& bytes, std::size_t count) {
     const std::size_t before = bytes.size();
     bytes.resize(before + count);
     return bytes.data() + before;
 }
 
-// Each of these appends to the bytes, which are thus always exactly as long as what was written.
+// Each of these appends to the bytes, which are always exactly as long as what was written.
 inline void WriteBits(Bytes& bytes, std::uint32_t bits) { PutBitsAt(Append(bytes, 4), bits); }
 inline void WriteU8(Bytes& bytes, std::uint8_t value) { *Append(bytes, 1) = value; }
 inline void WriteI32(Bytes& bytes, std::int32_t value) {
@@ -91,8 +91,8 @@ inline void WriteF32(Bytes& bytes, float value) { WriteBits(bytes, std::bit_cast
 inline void WriteColor(Bytes& bytes, PackedColor color) {
     WriteBits(bytes, static_cast<std::uint32_t>(color) & 0x00FFFFFFu);
 }
-void WriteText(Bytes& bytes, std::string_view text);  // neither length nor terminator
-void WriteTag(Bytes& bytes, std::string_view tag);    // four characters, as they are
-void WriteZeros(Bytes& bytes, std::int32_t count);    // nothing for a count of 0 or below
+void WriteText(Bytes& bytes, std::string_view text);  // without length or terminator
+void WriteTag(Bytes& bytes, std::string_view tag);    // four characters, unchanged
+void WriteZeros(Bytes& bytes, std::int32_t count);    // nothing for a count of 0 or less
 
 }  // namespace boreforge

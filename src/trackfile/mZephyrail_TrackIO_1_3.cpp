@@ -3,10 +3,14 @@
 #include <array>
 #include <limits>
 #include <new>
+#include <span>
 #include <string_view>
 
 #include "platform/OutputFile.h"
-#include "trackfile/TrackChunks.h"
+#include "trackfile/HeaderChunks.h"
+#include "trackfile/PathChunks.h"
+#include "trackfile/SceneryChunks.h"
+#include "trackfile/StructureChunks.h"
 
 namespace boreforge {
 
@@ -17,51 +21,51 @@ namespace {
 
 constexpr std::string_view kExtension = ".zrtrack";
 constexpr std::int32_t kTagAndSizeBytes = 8;
-// A chunk of a kind that isn't known is skipped to its end: as many bytes behind its size field as that says.
+// A chunk with an unknown tag ends where its size says, counted from behind the size field, and no further.
 constexpr std::int32_t kForeignChunkExtraBytes = 0;
 
-// One row for each chunk kind, in the order and the nesting of a saved file.
+// What the tree needs of a chunk, made from its layout.
 struct ChunkKind {
-    std::string_view tag;
     int depth;
+    std::string_view tag;
+    std::int32_t TrackDocument::*size;
+    std::int32_t TrackDocument::*children;
     void (*read)(ReadCursor&, TrackDocument&);
     void (*write)(Bytes&, const TrackDocument&);
     std::int64_t (*count)(const TrackDocument&);
-    std::int32_t TrackDocument::*size;
-    std::int32_t TrackDocument::*children;
 };
 
-using D = TrackDocument;
-constexpr std::array<ChunkKind, 15> kChunkTree{{
-    {"ZPHR", 0, ReadZphrChunk, WriteZphrChunk, CountZphrChunk, &D::ZphrSize, &D::ZphrChildren},
-    {"TRCK", 1, ReadTrckChunk, WriteTrckChunk, CountTrckChunk, &D::TrckSize, &D::TrckChildren},
-    {"INFO", 2, ReadInfoChunk, WriteInfoChunk, CountInfoChunk, &D::InfoSize, &D::InfoChildren},
-    {"BEZR", 2, ReadBezrChunk, WriteBezrChunk, CountBezrChunk, &D::BezrSize, &D::BezrChildren},
-    {"SEGM", 2, ReadSegmChunk, WriteSegmChunk, CountSegmChunk, &D::SegmSize, &D::SegmChildren},
-    {"SUPP", 2, ReadSuppChunk, WriteSuppChunk, CountSuppChunk, &D::SuppSize, &D::SuppChildren},
-    {"FUND", 3, ReadFundChunk, WriteFundChunk, CountFundChunk, &D::FundSize, &D::FundChildren},
-    {"RASC", 3, ReadRascChunk, WriteRascChunk, CountRascChunk, &D::RascSize, &D::RascChildren},
-    {"FREN", 3, ReadFrenChunk, WriteFrenChunk, CountFrenChunk, &D::FrenSize, &D::FrenChildren},
-    {"TUBE", 3, ReadTubeChunk, WriteTubeChunk, CountTubeChunk, &D::TubeSize, &D::TubeChildren},
-    {"CATW", 3, ReadCatwChunk, WriteCatwChunk, CountCatwChunk, &D::CatwSize, &D::CatwChildren},
-    {"SCEN", 1, ReadScenChunk, WriteScenChunk, CountScenChunk, &D::ScenSize, &D::ScenChildren},
-    {"SCOB", 2, ReadScobChunk, WriteScobChunk, CountScobChunk, &D::ScobSize, &D::ScobChildren},
-    {"TERA", 1, ReadTeraChunk, WriteTeraChunk, CountTeraChunk, &D::TeraSize, &D::TeraChildren},
-    {"ENVC", 1, ReadEnvcChunk, WriteEnvcChunk, CountEnvcChunk, &D::EnvcSize, &D::EnvcChildren},
-}};
+template <class Layout>
+constexpr ChunkKind AtDepth(int depth) {
+    return {depth,
+            Layout::Tag,
+            Layout::Size,
+            Layout::Children,
+            ReadChunk<Layout>,
+            WriteChunk<Layout>,
+            CountChunk<Layout>};
+}
 
-// Every chunk is written in every case, except the terrain of a track that has none.
-bool IsWritten(const ChunkKind& kind) { return kind.tag != "TERA" || TrackFile.HasTerrain; }
+// Every chunk, in the order and the nesting of a saved file.
+constexpr std::array kChunkTree{
+    AtDepth<ZphrLayout>(0), AtDepth<TrckLayout>(1), AtDepth<InfoLayout>(2), AtDepth<BezrLayout>(2),
+    AtDepth<SegmLayout>(2), AtDepth<SuppLayout>(2), AtDepth<FundLayout>(3), AtDepth<RascLayout>(3),
+    AtDepth<FrenLayout>(3), AtDepth<TubeLayout>(3), AtDepth<CatwLayout>(3), AtDepth<ScenLayout>(1),
+    AtDepth<ScobLayout>(2), AtDepth<TeraLayout>(1), AtDepth<EnvcLayout>(1),
+};
+
+// Every chunk is always written, except the terrain of a track without one.
+bool IsWritten(const ChunkKind& kind) { return kind.tag != TeraLayout::Tag || TrackFile.HasTerrain; }
 
 bool HasTrackExtension(const std::string& path) {
     return path.size() >= kExtension.size() &&
            ToLowerAscii(path.substr(path.size() - kExtension.size())) == kExtension;
 }
 
-// The kind of the chunk with this tag, or nullptr. The root opens a file and stands nowhere else.
+// The kind with this tag, or nullptr. The root is only known at the start of a file.
 const ChunkKind* KindBelowRoot(std::string_view tag) {
-    for (std::size_t i = 1; i < kChunkTree.size(); ++i)
-        if (kChunkTree[i].tag == tag) return &kChunkTree[i];
+    for (const ChunkKind& kind : std::span(kChunkTree).subspan(1))
+        if (kind.tag == tag) return &kind;
     return nullptr;
 }
 
@@ -71,10 +75,10 @@ void SkipForeignChunk(ReadCursor& at) {
     SkipBytes(at, kForeignChunkExtraBytes);
 }
 
-// Walks the chunks of a file from its first byte. The nesting shows in nothing but the number of chunks still
-// to come, to which each chunk adds its children; sizes of known chunks are not needed.
+// Walks the chunks of a file from its first byte. Nesting matters only for how many chunks are still to come:
+// each chunk adds its children. The sizes of known chunks are not needed.
 bool ReadChunks(ReadCursor& at) {
-    if (ReadTag(at) != kChunkTree[0].tag) return false;
+    if (ReadTag(at) != ZphrLayout::Tag) return false;
     ReadZphrChunk(at, TrackFile);
     std::int64_t remaining = TrackFile.ZphrChildren;
     if (remaining < 0) return false;

@@ -1,6 +1,7 @@
 // BEZR, the nodes of the path; SEGM, what stands on its pieces.
-#include "trackfile/ChunkFrame.h"
-#include "trackfile/TrackChunks.h"
+#pragma once
+
+#include "trackfile/ChunkLayout.h"
 
 namespace boreforge {
 
@@ -116,42 +117,28 @@ void Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
 }
 
 template <>
-TrackSegment SmallestRecord<TrackSegment>() {
+inline TrackSegment SmallestRecord<TrackSegment>() {
     TrackSegment segment;
     segment.SegmentKind = -1;
     return segment;
 }
 
-namespace {
+using BezrLayout =
+    ListLayout<"BEZR", &TrackDocument::BezrSize, &TrackDocument::BezrChildren, &TrackDocument::BezierNodes>;
+inline constexpr auto ReadBezrChunk = ReadChunk<BezrLayout>;
+inline constexpr auto WriteBezrChunk = WriteChunk<BezrLayout>;
 
-struct BezrLayout : ListFields<&TrackDocument::BezierNodes> {
-    static constexpr char Tag[] = "BEZR";
-    static constexpr auto Size = &TrackDocument::BezrSize;
-    static constexpr auto Children = &TrackDocument::BezrChildren;
-};
-
-struct SegmLayout {
-    static constexpr char Tag[] = "SEGM";
-    static constexpr auto Size = &TrackDocument::SegmSize;
-    static constexpr auto Children = &TrackDocument::SegmChildren;
+struct SegmLayout : ChunkLayout<"SEGM", &TrackDocument::SegmSize, &TrackDocument::SegmChildren> {
     template <class Walk>
     static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
         walk.Count(track.Segments);  // in front of the reserved bytes, unlike in the other lists
         walk.Flag(track.SegmentListFlag);
         walk.Reserved(16);
-        walk.Records(track.Segments);
+        Records(walk, track.Segments);
         walk.Reserved(16);
     }
 };
-
-}  // namespace
-
-void ReadBezrChunk(ReadCursor& at, TrackDocument& track) { ReadChunk<BezrLayout>(at, track); }
-void WriteBezrChunk(Bytes& bytes, const TrackDocument& track) { WriteChunk<BezrLayout>(bytes, track); }
-std::int64_t CountBezrChunk(const TrackDocument& track) { return CountChunk<BezrLayout>(track); }
-
-void ReadSegmChunk(ReadCursor& at, TrackDocument& track) { ReadChunk<SegmLayout>(at, track); }
-void WriteSegmChunk(Bytes& bytes, const TrackDocument& track) { WriteChunk<SegmLayout>(bytes, track); }
-std::int64_t CountSegmChunk(const TrackDocument& track) { return CountChunk<SegmLayout>(track); }
+inline constexpr auto ReadSegmChunk = ReadChunk<SegmLayout>;
+inline constexpr auto WriteSegmChunk = WriteChunk<SegmLayout>;
 
 }  // namespace boreforge

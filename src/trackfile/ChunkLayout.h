@@ -1,0 +1,78 @@
+// The envelope of a chunk, and what a layout has to say.
+//
+// A chunk is, big-endian: tag (4 bytes), size (the bytes from here to the chunk's end, children included),
+// the chunk's own fields, of which the child count is the last, then the children. A layout is a type that
+// names the tag, the document's fields for the size and the child count, and the own fields between the two.
+// Readers, writers, sizes and the chunk tree are all made from it.
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+#include "trackfile/ChunkWalkers.h"
+#include "trackfile/TrackDocument.h"
+
+namespace boreforge {
+
+// A tag as a template argument.
+struct ChunkTag {
+    char text[4];
+    consteval ChunkTag(const char (&tag)[5]) { std::copy_n(tag, 4, text); }
+};
+
+// The base of every layout, which adds its Fields.
+template <ChunkTag tag, auto size, auto children>
+struct ChunkLayout {
+    static constexpr std::string_view Tag{tag.text, sizeof tag.text};
+    static constexpr auto Size = size;
+    static constexpr auto Children = children;
+};
+
+// The layout of most chunks: a list of records between reserved bytes.
+template <ChunkTag tag, auto size, auto children, auto records>
+struct ListLayout : ChunkLayout<tag, size, children> {
+    template <class Walk>
+    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+        walk.Reserved(16);
+        walk.Count(track.*records);
+        Records(walk, track.*records);
+        walk.Reserved(16);
+    }
+};
+
+// Starts after the tag and ends at the next tag.
+template <class Layout>
+void ReadChunk(ReadCursor& at, TrackDocument& track) {
+    track.*Layout::Size = ReadI32(at);
+    FieldReader reader(at);
+    Layout::Fields(reader, track);
+    track.*Layout::Children = ReadI32(at);
+}
+
+// With the tag, without the children.
+template <class Layout>
+void WriteChunk(Bytes& bytes, const TrackDocument& track) {
+    WriteTag(bytes, Layout::Tag);
+    WriteI32(bytes, track.*Layout::Size);
+    FieldWriter writer(bytes);
+    Layout::Fields(writer, track);
+    WriteI32(bytes, track.*Layout::Children);
+}
+
+// The bytes of the own fields, the child count included.
+template <class Layout>
+std::int64_t CountChunk(const TrackDocument& track) {
+    FieldCounter counter;
+    Layout::Fields(counter, track);
+    counter.I32(track.*Layout::Children);
+    return counter.count;
+}
+
+template <class Walk>
+void PointFields(Walk& walk, In<Walk, Vector3D>& point) {
+    walk.F32(point.x);
+    walk.F32(point.y);
+    walk.F32(point.z);
+}
+
+}  // namespace boreforge
