@@ -51,12 +51,12 @@ void ReadChunk(ReadCursor& at, TrackDocument& track) {
 
 // With the tag, without the children.
 template <class Layout>
-void WriteChunk(Bytes& bytes, const TrackDocument& track) {
-    WriteTag(bytes, Layout::Tag);
-    WriteI32(bytes, track.*Layout::Size);
-    FieldWriter writer(bytes);
+void WriteChunk(WriteCursor& at, const TrackDocument& track) {
+    WriteTag(at, Layout::Tag);
+    WriteI32(at, track.*Layout::Size);
+    FieldWriter writer(at);
     Layout::Fields(writer, track);
-    WriteI32(bytes, track.*Layout::Children);
+    WriteI32(at, track.*Layout::Children);
 }
 
 // The bytes of the own fields, the child count included.

@@ -120,29 +120,30 @@ class FieldWriter {
     template <class Record>
     using Access = const Record;
 
-    explicit FieldWriter(Bytes& bytes) : bytes_(bytes) {}
+    explicit FieldWriter(WriteCursor& at) : at_(at) {}
 
-    void U8(std::uint8_t value) { WriteU8(bytes_, value); }
+    void U8(std::uint8_t value) { WriteU8(at_, value); }
     // The low byte of the 16 bits is written, so that true becomes 0xFF.
-    void Flag(Truth value) { WriteU8(bytes_, static_cast<std::uint8_t>(value)); }
-    void I32(std::int32_t value) { WriteI32(bytes_, value); }
-    void F32(float value) { WriteF32(bytes_, value); }
-    void Color(PackedColor value) { WriteColor(bytes_, value); }
+    void Flag(Truth value) { WriteU8(at_, static_cast<std::uint8_t>(value)); }
+    void I32(std::int32_t value) { WriteI32(at_, value); }
+    void F32(float value) { WriteF32(at_, value); }
+    void Color(PackedColor value) { WriteColor(at_, value); }
     void Text(const std::string& text) {
-        WriteI32(bytes_, static_cast<std::int32_t>(text.size()));
-        WriteText(bytes_, text);
+        WriteI32(at_, static_cast<std::int32_t>(text.size()));
+        WriteText(at_, text);
     }
     void StrictText(const std::string& text) { Text(text); }
-    void Reserved(std::int32_t bytes) { WriteZeros(bytes_, bytes); }
+    void Reserved(std::int32_t bytes) { WriteZeros(at_, bytes); }
     // Whatever version was read.
     void Version(const std::array<std::uint8_t, 4>&) {
         for (const std::uint8_t byte : kWrittenVersion)
-            WriteU8(bytes_, byte);
+            WriteU8(at_, byte);
     }
     void Presence(Truth) {}
-    void Count(const auto& list) { WriteI32(bytes_, static_cast<std::int32_t>(list.size())); }
+    void Count(const auto& list) { WriteI32(at_, static_cast<std::int32_t>(list.size())); }
     void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
-        std::uint8_t* place = Append(bytes_, 4 * values.size());
+        std::uint8_t* place = at_.Take(4 * std::ssize(values));
+        if (!place) return;
         for (const float value : values) {
             PutBitsAt(place, std::bit_cast<std::uint32_t>(value));
             place += 4;
@@ -151,12 +152,12 @@ class FieldWriter {
     void Block(const auto& content) {
         FieldCounter counter;
         content(counter);
-        WriteI32(bytes_, static_cast<std::int32_t>(counter.count));
+        WriteI32(at_, static_cast<std::int32_t>(counter.count));
         content(*this);
     }
 
   private:
-    Bytes& bytes_;
+    WriteCursor& at_;
 };
 
 // The records of a list, at any distance from its Count: by then the list has its length, in every walk.

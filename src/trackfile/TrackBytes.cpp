@@ -1,6 +1,6 @@
 #include "trackfile/TrackBytes.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace boreforge {
 
@@ -15,14 +15,15 @@ std::string ReadTag(ReadCursor& at) { return ToUpperAscii(ReadText(at, 4)); }
 
 void SkipBytes(ReadCursor& at, std::int32_t count) { (void)at.Take(count); }
 
-void WriteText(Bytes& bytes, std::string_view text) {
-    if (!text.empty()) std::memcpy(Append(bytes, text.size()), text.data(), text.size());
+void WriteText(WriteCursor& at, std::string_view text) {
+    if (std::uint8_t* const bytes = at.Take(std::ssize(text))) std::copy(text.begin(), text.end(), bytes);
 }
 
-void WriteTag(Bytes& bytes, std::string_view tag) { WriteText(bytes, tag.substr(0, 4)); }
+void WriteTag(WriteCursor& at, std::string_view tag) { WriteText(at, tag.substr(0, 4)); }
 
-void WriteZeros(Bytes& bytes, std::int32_t count) {
-    if (count > 0) std::memset(Append(bytes, count), 0, count);
+void WriteZeros(WriteCursor& at, std::int32_t count) {
+    if (count <= 0) return;
+    if (std::uint8_t* const bytes = at.Take(count)) std::fill_n(bytes, count, std::uint8_t{0});
 }
 
 }  // namespace boreforge

@@ -18,23 +18,25 @@ namespace boreforge {
 // The buffer through which a whole track passes, on a load and on a save.
 extern Bytes TrackBytes;
 
-// A position in bytes that are being read. A read past the end returns zero, moves nothing and marks the
-// cursor as failed for good, and so does a negative length: a reader need not test anything until it is done.
-struct ReadCursor {
-    std::span<const std::uint8_t> bytes;
+// A position in bytes that are read or written. A step past the end moves nothing and marks the cursor as
+// failed for good, and so does a negative length; a read then returns zero. So nothing need be tested until
+// the end.
+template <class Byte>
+struct ByteCursor {
+    std::span<Byte> bytes;
     std::ptrdiff_t position = 0;
     bool failed = false;
 
     std::ptrdiff_t Remaining() const { return std::ssize(bytes) - position; }
 
-    // Leaves nothing to read, so that every later read fails by the same test.
+    // Leaves nothing, so that every later step fails by the same test.
     void Fail() {
         failed = true;
         bytes = bytes.first(position);
     }
 
     // The next `count` bytes, or nullptr if there are fewer.
-    const std::uint8_t* Take(std::ptrdiff_t count) {
+    Byte* Take(std::ptrdiff_t count) {
         if (count < 0 || Remaining() < count) [[unlikely]] {
             Fail();
             return nullptr;
@@ -43,6 +45,8 @@ struct ReadCursor {
         return bytes.data() + (position - count);
     }
 };
+using ReadCursor = ByteCursor<const std::uint8_t>;
+using WriteCursor = ByteCursor<std::uint8_t>;
 
 // The four bytes of a big-endian number.
 inline std::uint32_t BitsAt(const std::uint8_t* b) {
@@ -73,26 +77,23 @@ std::string ReadText(ReadCursor& at, std::int32_t length);
 std::string ReadTag(ReadCursor& at);                 // four characters, upper-cased
 void SkipBytes(ReadCursor& at, std::int32_t count);  // reserved bytes
 
-// Appends `count` bytes for the caller to fill and returns where they are.
-inline std::uint8_t* Append(Bytes& bytes, std::size_t count) {
-    const std::size_t before = bytes.size();
-    bytes.resize(before + count);
-    return bytes.data() + before;
+// Each of these moves the cursor past what it wrote.
+inline void WriteBits(WriteCursor& at, std::uint32_t bits) {
+    if (std::uint8_t* const b = at.Take(4)) PutBitsAt(b, bits);
 }
-
-// Each of these appends to the bytes, which are always exactly as long as what was written.
-inline void WriteBits(Bytes& bytes, std::uint32_t bits) { PutBitsAt(Append(bytes, 4), bits); }
-inline void WriteU8(Bytes& bytes, std::uint8_t value) { *Append(bytes, 1) = value; }
-inline void WriteI32(Bytes& bytes, std::int32_t value) {
-    WriteBits(bytes, static_cast<std::uint32_t>(value));
+inline void WriteU8(WriteCursor& at, std::uint8_t value) {
+    if (std::uint8_t* const b = at.Take(1)) *b = value;
 }
-inline void WriteF32(Bytes& bytes, float value) { WriteBits(bytes, std::bit_cast<std::uint32_t>(value)); }
+inline void WriteI32(WriteCursor& at, std::int32_t value) {
+    WriteBits(at, static_cast<std::uint32_t>(value));
+}
+inline void WriteF32(WriteCursor& at, float value) { WriteBits(at, std::bit_cast<std::uint32_t>(value)); }
 // The field's first byte is written as zero.
-inline void WriteColor(Bytes& bytes, PackedColor color) {
-    WriteBits(bytes, static_cast<std::uint32_t>(color) & 0x00FFFFFFu);
+inline void WriteColor(WriteCursor& at, PackedColor color) {
+    WriteBits(at, static_cast<std::uint32_t>(color) & 0x00FFFFFFu);
 }
-void WriteText(Bytes& bytes, std::string_view text);  // without length or terminator
-void WriteTag(Bytes& bytes, std::string_view tag);    // four characters, unchanged
-void WriteZeros(Bytes& bytes, std::int32_t count);    // nothing for a count of 0 or less
+void WriteText(WriteCursor& at, std::string_view text);  // without length or terminator
+void WriteTag(WriteCursor& at, std::string_view tag);    // four characters, unchanged
+void WriteZeros(WriteCursor& at, std::int32_t count);    // nothing for a count of 0 or less
 
 }  // namespace boreforge

@@ -31,7 +31,7 @@ struct ChunkKind {
     std::int32_t TrackDocument::*size;
     std::int32_t TrackDocument::*children;
     void (*read)(ReadCursor&, TrackDocument&);
-    void (*write)(Bytes&, const TrackDocument&);
+    void (*write)(WriteCursor&, const TrackDocument&);
     std::int64_t (*count)(const TrackDocument&);
 };
 
@@ -126,9 +126,10 @@ bool WriteTrackFile(const std::string& path, const HeldFile* held) {
     bool good = false;
     try {
         TrackBytes.clear();
-        TrackBytes.reserve(static_cast<std::size_t>(TrackFile.ZphrSize) + kTagAndSizeBytes);
+        TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
+        WriteCursor at{TrackBytes};
         for (const ChunkKind& kind : kChunkTree)
-            if (IsWritten(kind)) kind.write(TrackBytes, TrackFile);
+            if (IsWritten(kind)) kind.write(at, TrackFile);
         good = SaveWholeFile(TrackSavePath(path), FileKind::Track, TrackBytes, held,
                              TrackOnDisk.Path.empty() ? nullptr : &TrackOnDisk.State);
     } catch (const std::bad_alloc&) {
