@@ -17,6 +17,11 @@ bool FailBySystem() {
     return false;
 }
 
+bool FailByMemory() {
+    lastFileFailure = {FileProblem::System, ENOMEM};
+    return false;
+}
+
 std::string FailureText() {
     switch (lastFileFailure.problem) {
         case FileProblem::None:

@@ -1,6 +1,7 @@
 // Why a file could not be read or written, for the message that the user sees.
 #pragma once
 
+#include <new>
 #include <string>
 
 namespace boreforge {
@@ -30,6 +31,17 @@ extern FileFailure lastFileFailure;
 // Each notes a failure and returns false, for "return Fail(...)".
 bool Fail(FileProblem problem);
 bool FailBySystem();  // with the present errno
+bool FailByMemory();  // memory has run out
+
+// What `action` returns, or a failure if memory runs out in it.
+template <class Action>
+[[nodiscard]] bool IfMemorySuffices(const Action& action) {
+    try {
+        return action();
+    } catch (const std::bad_alloc&) {
+        return FailByMemory();
+    }
+}
 
 // The last failure as a sentence, for example "No space left on device."
 std::string FailureText();

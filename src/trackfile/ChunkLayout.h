@@ -1,9 +1,8 @@
-// The envelope of a chunk, and what a layout has to say.
+// What a chunk is: a tag (4 bytes), a size (the number of bytes from there to the chunk's end, children
+// included), the chunk's own fields, a child count, then the children.
 //
-// A chunk is, big-endian: tag (4 bytes), size (the bytes from here to the chunk's end, children included),
-// the chunk's own fields, of which the child count is the last, then the children. A layout is a type that
-// names the tag, the document's fields for the size and the child count, and the own fields between the two.
-// Readers, writers, sizes and the chunk tree are all made from it.
+// A layout is a type with the tag, the document's fields for size and child count, and a function that lists
+// the own fields. To add a field, edit the layout; reader, writer and sizes follow from it.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +19,7 @@ struct ChunkTag {
     consteval ChunkTag(const char (&tag)[5]) { std::copy_n(tag, 4, text); }
 };
 
-// The base of every layout, which adds its Fields.
+// The base of a layout, which adds its Fields.
 template <ChunkTag tag, auto size, auto children>
 struct ChunkLayout {
     static constexpr std::string_view Tag{tag.text, sizeof tag.text};
@@ -40,7 +39,7 @@ struct ListLayout : ChunkLayout<tag, size, children> {
     }
 };
 
-// Starts after the tag and ends at the next tag.
+// Starts after the tag and ends at the first child or the next chunk.
 template <class Layout>
 void ReadChunk(ReadCursor& at, TrackDocument& track) {
     track.*Layout::Size = ReadI32(at);
@@ -59,7 +58,7 @@ void WriteChunk(WriteCursor& at, const TrackDocument& track) {
     WriteI32(at, track.*Layout::Children);
 }
 
-// The bytes of the own fields, the child count included.
+// The bytes of the chunk's own fields and its child count.
 template <class Layout>
 std::int64_t CountChunk(const TrackDocument& track) {
     FieldCounter counter;

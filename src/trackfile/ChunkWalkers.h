@@ -1,6 +1,5 @@
-// The three ways to walk a chunk's layout. A layout is written down once, as a function that names its fields
-// in file order: a FieldReader fills them, a FieldWriter writes them and a FieldCounter counts their bytes,
-// so that the three can't disagree.
+// The three ways to walk a layout. A layout is a function that lists the fields in file order: a FieldReader
+// fills them, a FieldWriter writes them and a FieldCounter counts their bytes, so the three can't disagree.
 #pragma once
 
 #include <algorithm>
@@ -16,11 +15,11 @@
 
 namespace boreforge {
 
-// Format version 1.3, which every save puts into the file.
+// Format version 1.3, which every save writes.
 inline constexpr std::array<std::uint8_t, 4> kWrittenVersion{1, 3, 0, 0};
 
-// A record that takes the fewest bytes in a file of all of its type: a fresh one, unless the type says
-// otherwise.
+// A record with the fewest bytes that one of its type can have in a file. Specialised for types where that
+// isn't a fresh record.
 template <class Record>
 Record SmallestRecord() {
     return {};
@@ -66,9 +65,9 @@ class FieldReader {
     void F32(float& value) { value = ReadF32(at_); }
     void Color(PackedColor& value) { value = ReadColor(at_); }
 
-    // A text after its length; a length of 0 or less means the empty text.
+    // A length, then the text. A length of 0 or less means an empty text.
     void Text(std::string& text) { text = ReadText(at_, std::max(ReadI32(at_), 0)); }
-    // The same, but a negative length is a damaged file.
+    // The same, but a negative length fails.
     void StrictText(std::string& text) { text = ReadText(at_, ReadI32(at_)); }
 
     void Reserved(std::int32_t bytes) { SkipBytes(at_, bytes); }
@@ -76,11 +75,11 @@ class FieldReader {
         for (std::uint8_t& byte : bytes)
             byte = ReadU8(at_);
     }
-    // Takes no bytes: that the chunk is in the file is what the document remembers.
+    // Takes no bytes of the file: notes that the chunk is there.
     void Presence(Truth& present) { present = kTrue; }
 
-    // The number of records in a list; sizes it for them. A number that the rest of the file can't hold fails
-    // here, before any memory is asked for.
+    // The number of records in a list, which gets that size. A number too large for the rest of the file
+    // fails before any memory is allocated.
     template <class List>
     void Count(List& list) {
         FieldCounter smallest;
@@ -105,7 +104,8 @@ class FieldReader {
         }
     }
 
-    // Fields after their own length in bytes. The length is not used: the fields alone say where they end.
+    // A length in bytes, then the fields. The length is ignored: the fields themselves determine where they
+    // end.
     void Block(const auto& content) {
         SkipBytes(at_, 4);
         content(*this);
@@ -123,7 +123,7 @@ class FieldWriter {
     explicit FieldWriter(WriteCursor& at) : at_(at) {}
 
     void U8(std::uint8_t value) { WriteU8(at_, value); }
-    // The low byte of the 16 bits is written, so that true becomes 0xFF.
+    // The low byte: true becomes 0xFF.
     void Flag(Truth value) { WriteU8(at_, static_cast<std::uint8_t>(value)); }
     void I32(std::int32_t value) { WriteI32(at_, value); }
     void F32(float value) { WriteF32(at_, value); }
@@ -134,7 +134,7 @@ class FieldWriter {
     }
     void StrictText(const std::string& text) { Text(text); }
     void Reserved(std::int32_t bytes) { WriteZeros(at_, bytes); }
-    // Whatever version was read.
+    // Not the version that was read.
     void Version(const std::array<std::uint8_t, 4>&) {
         for (const std::uint8_t byte : kWrittenVersion)
             WriteU8(at_, byte);
@@ -160,14 +160,14 @@ class FieldWriter {
     WriteCursor& at_;
 };
 
-// The records of a list, at any distance from its Count: by then the list has its length, in every walk.
+// The records of a list, anywhere after its Count, which has given the list its size.
 template <class Walk, class List>
 void Records(Walk& walk, List& list) {
     for (auto& record : list)
         Fields(walk, record);
 }
 
-// The second argument of a layout: the record, or the record as a constant, as the walk needs it.
+// The record that a walk takes: const unless the walk fills it.
 template <class Walk, class Record>
 using In = typename Walk::template Access<Record>;
 

@@ -1,4 +1,4 @@
-// BEZR, the nodes of the path; SEGM, what stands on its pieces.
+// BEZR, the nodes of the path; SEGM, the segments along it.
 #pragma once
 
 #include "trackfile/ChunkLayout.h"
@@ -85,7 +85,7 @@ void Kind4Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
     walk.Reserved(13);
 }
 
-// A kind block opens with the length of the rest. A kind that isn't known has no block at all.
+// An unknown kind has no block, not even a length.
 template <class Walk>
 void Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
     walk.I32(segment.SegmentKind);
@@ -131,7 +131,7 @@ inline constexpr auto WriteBezrChunk = WriteChunk<BezrLayout>;
 struct SegmLayout : ChunkLayout<"SEGM", &TrackDocument::SegmSize, &TrackDocument::SegmChildren> {
     template <class Walk>
     static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.Count(track.Segments);  // in front of the reserved bytes, unlike in the other lists
+        walk.Count(track.Segments);  // before the reserved bytes, unlike in other lists
         walk.Flag(track.SegmentListFlag);
         walk.Reserved(16);
         Records(walk, track.Segments);

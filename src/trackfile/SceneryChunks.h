@@ -1,4 +1,4 @@
-// SCEN and its child SCOB, what stands beside the track; TERA, the terrain; ENVC, two texts.
+// SCEN, a list of points; its child SCOB, the objects beside the track; TERA, the terrain; ENVC, two texts.
 #pragma once
 
 #include "trackfile/ChunkLayout.h"
@@ -15,7 +15,7 @@ void Fields(Walk& walk, In<Walk, TrackSceneryPoint>& point) {
     walk.Reserved(44);
 }
 
-// The class comes first in the file. The floats stand there as the rows of a 4-by-4 matrix.
+// In the file the class comes first, and the matrix is stored row by row.
 template <class Walk>
 void Fields(Walk& walk, In<Walk, TrackScenery>& object) {
     walk.StrictText(object.ObjectClass);

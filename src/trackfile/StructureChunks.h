@@ -35,11 +35,11 @@ void Fields(Walk& walk, In<Walk, TrackFrenRecord>& fren) {
     walk.Reserved(16);
 }
 
+// Values 2 and 3, and 5 and 6, are in the opposite order in the file.
 template <class Walk>
 void Fields(Walk& walk, In<Walk, TrackTubeRecord>& tube) {
     walk.I32(tube.TubeValue1);
-    walk.I32(
-        tube.TubeValue3);  // the second and the third stand exchanged in the file, the fifth and sixth too
+    walk.I32(tube.TubeValue3);
     walk.I32(tube.TubeValue2);
     walk.Reserved(4);
     walk.I32(tube.TubeValue4);

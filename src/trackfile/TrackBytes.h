@@ -1,4 +1,4 @@
-// The byte-level encodings of a .zrtrack file: big-endian, unaligned, texts one byte a character.
+// How values are encoded in a .zrtrack file: big-endian, unaligned, text with one byte per character.
 #pragma once
 
 #include <bit>
@@ -15,7 +15,7 @@
 
 namespace boreforge {
 
-// The buffer through which a whole track passes, on a load and on a save.
+// The whole file during a load or a save.
 extern Bytes TrackBytes;
 
 // A position in bytes that are read or written. A step past the end moves nothing and marks the cursor as

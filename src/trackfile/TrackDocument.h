@@ -1,5 +1,5 @@
-// The open track: everything that a .zrtrack file says, in memory. What this program doesn't use is held so
-// that a save can write it back; the names of such fields say no more than their place.
+// The open track: the contents of a .zrtrack file in memory. What this program doesn't use is kept only so
+// that a save can write it back ("carried through"); such fields are named after their place in the record.
 #pragma once
 
 #include <array>
@@ -21,8 +21,8 @@ struct TrackColorSet {
     std::string SetName;
 };
 
-// One node of the path, a closed chain of cubic Bezier pieces. The piece from node i to the next runs from
-// Position over ControlOut of node i to ControlIn and Position of the next; behind the last comes node 0.
+// One node of the path, a closed chain of cubic Bezier pieces. A piece has four control points: Position and
+// ControlOut of its node, then ControlIn and Position of the next. Node 0 follows the last one.
 struct TrackBezierNode {
     Vector3D Position;
     Vector3D ControlIn;   // for the piece that ends here
@@ -33,10 +33,10 @@ struct TrackBezierNode {
     Truth NodeFlagB = kFalse;
 };
 
-// One stretch of the path, on the piece that starts at the node of the same index. The fields of the kinds
-// stand side by side; those of other kinds than the segment's own are zero after a load and not written.
+// One stretch of the path: the piece that starts at the node of the same index. There are fields for every
+// kind; only those of the segment's own kind are in the file, the others are zero after a load.
 struct TrackSegment {
-    std::int32_t SegmentKind = 0;  // 0 to 4 are known; others have no fields of their own
+    std::int32_t SegmentKind = 0;  // 0 to 4 are known; other kinds have no fields
     PackedColor Color1 = 0, Color2 = 0, Color3 = 0;
     Truth UseOwnColors = kFalse;  // false: the track's default colours apply
     Truth IsTunnel = kFalse;
@@ -82,7 +82,6 @@ struct TrackRascEntry {
 
 struct TrackRascRecord {
     std::vector<TrackRascEntry> Entries;
-    std::int32_t EntryCount() const { return static_cast<std::int32_t>(Entries.size()); }
 };
 
 struct TrackFrenRecord {
@@ -98,7 +97,7 @@ struct TrackTubeRecord {
 struct TrackCatwRecord {
     std::int32_t CatwValue1 = 0, CatwValue2 = 0, CatwValue3 = 0;
     std::int32_t CatwValue4 = 0, CatwValue5 = 0, CatwValue6 = 0;
-    std::int32_t CatwTailLength = 0;  // bytes of a tail that keeps its length and comes back as zeros
+    std::int32_t CatwTailLength = 0;  // bytes of a tail that a save writes as zeros
 };
 
 // A point of the surroundings, carried through.
@@ -107,7 +106,7 @@ struct TrackSceneryPoint {
     std::int32_t ScenValue = 0;
 };
 
-// An object that stands beside the track. Its 4-by-4 matrix, without the last element, is kept in groups.
+// An object beside the track. Its 4-by-4 matrix, without the last element, is split into three parts.
 struct TrackScenery {
     std::string ObjectFile;  // the object's file name, without folders
     std::string ObjectClass;
@@ -116,17 +115,17 @@ struct TrackScenery {
     std::array<float, 3> LastRow{};    // the fourth row, without its last element
 };
 
-// Each Size is the chunk's size field and each Children its child count, as read or as last written. Lists
+// Each Size is a chunk's size field and each Children its child count, as last read or written. Lists
 // are in huge pages: with small ones, a large track takes twice as long to load.
 struct TrackDocument {
     std::int32_t ZphrSize = 0, ZphrChildren = 0;
-    std::array<std::uint8_t, 4> FormatVersion{};  // as read; a save writes its own
+    std::array<std::uint8_t, 4> FormatVersion{};  // as read; a save writes 1.3
 
     std::int32_t TrckSize = 0, TrckChildren = 0;
     std::int32_t TrackValueA = 0;
     std::pmr::vector<TrackColorSet> ColorSets{HugePages()};
     std::int32_t TrackValueB = 0;
-    PackedColor DefaultColor1 = 0, DefaultColor2 = 0, DefaultColor3 = 0;  // of segments without own colours
+    PackedColor DefaultColor1 = 0, DefaultColor2 = 0, DefaultColor3 = 0;  // of segments without their own
     PackedColor ExtraColor1 = 0, ExtraColor2 = 0, ExtraColor3 = 0, ExtraColor4 = 0, ExtraColor5 = 0;
 
     std::int32_t InfoSize = 0, InfoChildren = 0;
@@ -157,7 +156,7 @@ struct TrackDocument {
     std::pmr::vector<TrackScenery> SceneryObjects{HugePages()};
 
     std::int32_t TeraSize = 0, TeraChildren = 0;
-    Truth HasTerrain = kFalse;  // decides whether a terrain is written
+    Truth HasTerrain = kFalse;  // whether there was a terrain, and a save writes one
     std::int32_t TerrainWidth = 0, TerrainDepth = 0;
     float TerrainFloat1 = 0, TerrainFloat2 = 0;
     std::string TerrainText1;
@@ -173,16 +172,8 @@ struct TrackDocument {
     std::int32_t EnvcSize = 0, EnvcChildren = 0;
     std::string EnvironmentText1, EnvironmentText2;
 
-    std::int32_t ColorSetCount() const { return static_cast<std::int32_t>(ColorSets.size()); }
     std::int32_t BezierNodeCount() const { return static_cast<std::int32_t>(BezierNodes.size()); }
     std::int32_t SegmentCount() const { return static_cast<std::int32_t>(Segments.size()); }
-    std::int32_t FundCount() const { return static_cast<std::int32_t>(FundRecords.size()); }
-    std::int32_t RascCount() const { return static_cast<std::int32_t>(RascRecords.size()); }
-    std::int32_t FrenCount() const { return static_cast<std::int32_t>(FrenRecords.size()); }
-    std::int32_t TubeCount() const { return static_cast<std::int32_t>(TubeRecords.size()); }
-    std::int32_t CatwCount() const { return static_cast<std::int32_t>(CatwRecords.size()); }
-    std::int32_t SceneryPointCount() const { return static_cast<std::int32_t>(SceneryPoints.size()); }
-    std::int32_t SceneryObjectCount() const { return static_cast<std::int32_t>(SceneryObjects.size()); }
 };
 
 // The one open track.

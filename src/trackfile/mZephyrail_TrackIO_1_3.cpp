@@ -2,9 +2,10 @@
 
 #include <array>
 #include <limits>
-#include <new>
+#include <ranges>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "platform/OutputFile.h"
 #include "trackfile/HeaderChunks.h"
@@ -21,7 +22,8 @@ namespace {
 
 constexpr std::string_view kExtension = ".zrtrack";
 constexpr std::int32_t kTagAndSizeBytes = 8;
-// A chunk with an unknown tag ends where its size says, counted from behind the size field, and no further.
+// A chunk with an unknown tag is skipped by its size and this: our own sizes, too, count up to the chunk's
+// end.
 constexpr std::int32_t kForeignChunkExtraBytes = 0;
 
 // What the tree needs of a chunk, made from its layout.
@@ -47,12 +49,26 @@ constexpr ChunkKind AtDepth(int depth) {
 }
 
 // Every chunk, in the order and the nesting of a saved file.
+// clang-format off
 constexpr std::array kChunkTree{
-    AtDepth<ZphrLayout>(0), AtDepth<TrckLayout>(1), AtDepth<InfoLayout>(2), AtDepth<BezrLayout>(2),
-    AtDepth<SegmLayout>(2), AtDepth<SuppLayout>(2), AtDepth<FundLayout>(3), AtDepth<RascLayout>(3),
-    AtDepth<FrenLayout>(3), AtDepth<TubeLayout>(3), AtDepth<CatwLayout>(3), AtDepth<ScenLayout>(1),
-    AtDepth<ScobLayout>(2), AtDepth<TeraLayout>(1), AtDepth<EnvcLayout>(1),
+    AtDepth<ZphrLayout>(0),
+        AtDepth<TrckLayout>(1),
+            AtDepth<InfoLayout>(2),
+            AtDepth<BezrLayout>(2),
+            AtDepth<SegmLayout>(2),
+            AtDepth<SuppLayout>(2),
+                AtDepth<FundLayout>(3),
+                AtDepth<RascLayout>(3),
+                AtDepth<FrenLayout>(3),
+                AtDepth<TubeLayout>(3),
+                AtDepth<CatwLayout>(3),
+        AtDepth<ScenLayout>(1),
+            AtDepth<ScobLayout>(2),
+        AtDepth<TeraLayout>(1),
+        AtDepth<EnvcLayout>(1),
 };
+// clang-format on
+constexpr int kDepths = 4;
 
 // Every chunk is always written, except the terrain of a track without one.
 bool IsWritten(const ChunkKind& kind) { return kind.tag != TeraLayout::Tag || TrackFile.HasTerrain; }
@@ -97,46 +113,43 @@ bool ReadChunks(ReadCursor& at) {
     return !at.failed;
 }
 
+bool LoadTrack(const std::string& path) {
+    FileState state;
+    if (!ReadWholeFile(path, TrackBytes, kTrackBeginning, &state)) return false;
+    TrackOnDisk = {path, state};
+    ReadCursor at{TrackBytes};
+    return ReadChunks(at);
+}
+
+// The Size fields are those of a save.
+bool SaveTrack(const std::string& path, const HeldFile* held) {
+    TrackBytes.clear();
+    TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
+    WriteCursor at{TrackBytes};
+    for (const ChunkKind& kind : kChunkTree)
+        if (IsWritten(kind)) kind.write(at, TrackFile);
+    return SaveWholeFile(TrackSavePath(path), FileKind::Track, TrackBytes, held,
+                         TrackOnDisk.Path.empty() ? nullptr : &TrackOnDisk.State);
+}
+
 }  // namespace
 
 bool ReadTrackFile(const std::string& path) {
     if (path.empty() || !FileExists(path) || !HasTrackExtension(path)) return false;
     ResetTrackFile();
-    bool good = false;
-    try {
-        FileState state;
-        if (ReadWholeFile(path, TrackBytes, kTrackBeginning, &state)) {
-            ReadCursor at{TrackBytes};
-            good = ReadChunks(at);
-        }
-        TrackOnDisk = {path, state};
-    } catch (const std::bad_alloc&) {
-        good = false;
-    }
-    if (good)
-        TrackBytes.resize(
-            1);  // the memory stays for the save: to touch new memory would take longer than the save
-    else
+    if (!IfMemorySuffices([&] { return LoadTrack(path); })) {
         ResetTrackFile();
-    return good;
+        return false;
+    }
+    TrackBytes.resize(1);  // the capacity stays for the save: touching new memory takes longer than the save
+    return true;
 }
 
 bool WriteTrackFile(const std::string& path, const HeldFile* held) {
     if (!ComputeChunkSizes()) return Fail(FileProblem::TooLarge);
-    bool good = false;
-    try {
-        TrackBytes.clear();
-        TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
-        WriteCursor at{TrackBytes};
-        for (const ChunkKind& kind : kChunkTree)
-            if (IsWritten(kind)) kind.write(at, TrackFile);
-        good = SaveWholeFile(TrackSavePath(path), FileKind::Track, TrackBytes, held,
-                             TrackOnDisk.Path.empty() ? nullptr : &TrackOnDisk.State);
-    } catch (const std::bad_alloc&) {
-        good = false;
-    }
+    const bool saved = IfMemorySuffices([&] { return SaveTrack(path, held); });
     TrackBytes.resize(1);
-    return good;
+    return saved;
 }
 
 std::string TrackSavePath(const std::string& path) {
@@ -150,21 +163,21 @@ void ResetTrackFile() {
 }
 
 bool ComputeChunkSizes() {
-    std::array<std::int64_t, kChunkTree.size()> size{};
-    for (std::size_t i = kChunkTree.size(); i-- > 0;) {
-        const ChunkKind& kind = kChunkTree[i];
+    struct Chunks {
+        std::int64_t bytes = 0;
+        std::int32_t count = 0;
+    };
+    std::array<Chunks, kDepths + 1> counted;  // at each depth, of the parent that comes next
+    for (const ChunkKind& kind : std::views::reverse(kChunkTree)) {
         if (!IsWritten(kind)) continue;
-        size[i] = kind.count(TrackFile);
-        std::int32_t children = 0;
-        for (std::size_t j = i + 1; j < kChunkTree.size() && kChunkTree[j].depth > kind.depth; ++j) {
-            if (kChunkTree[j].depth != kind.depth + 1 || !IsWritten(kChunkTree[j])) continue;
-            size[i] += kTagAndSizeBytes + size[j];
-            ++children;
-        }
-        TrackFile.*kind.children = children;
-        TrackFile.*kind.size = static_cast<std::int32_t>(size[i]);
+        const Chunks children = std::exchange(counted[kind.depth + 1], {});
+        const std::int64_t size = kind.count(TrackFile) + children.bytes;
+        TrackFile.*kind.size = static_cast<std::int32_t>(size);
+        TrackFile.*kind.children = children.count;
+        counted[kind.depth].bytes += kTagAndSizeBytes + size;
+        ++counted[kind.depth].count;
     }
-    return size[0] <= std::numeric_limits<std::int32_t>::max() - kTagAndSizeBytes;
+    return counted[0].bytes <= std::numeric_limits<std::int32_t>::max();
 }
 
 }  // namespace boreforge

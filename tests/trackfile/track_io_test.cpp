@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "support/CoreTest.h"
+#include "trackfile/PathChunks.h"
 
 namespace boreforge {
 
@@ -88,6 +89,21 @@ TEST_F(TrackIOTest, NoPrefixIsATrack) {
     for (std::size_t length = KnownFile().size(); length-- > 0;) {
         std::filesystem::resize_file(path, length);
         ASSERT_TRUE(!ReadTrackFile(path) && IsReset()) << length;
+    }
+}
+
+TEST_F(TrackIOTest, ACountTooLargeForTheRestOfTheFileAllocatesNothing) {
+    struct Case {
+        std::uint8_t count;
+        std::int32_t segments;
+    };
+    for (const Case& c : {Case{100, 100}, Case{101, 0}}) {
+        Bytes chunk = Unfold("00000000 00000000 z3300");  // room for 100 segments of 33 bytes, the shortest
+        chunk[7] = c.count;
+        ReadCursor at{chunk};
+        TrackDocument track;
+        ReadSegmChunk(at, track);
+        EXPECT_EQ(track.SegmentCount(), c.segments);
     }
 }
 

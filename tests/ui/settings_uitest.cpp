@@ -168,7 +168,7 @@ struct ExportTest : UiTest {
     ExportTest() {
         const std::vector<TrackBezierNode> nodes = WindingCircuit();
         MakeTrack({nodes.begin(), nodes.begin() + 4}, ".T..");
-        WriteTrackFile(In("t.zrtrack"));
+        EXPECT_TRUE(WriteTrackFile(In("t.zrtrack")));
         track = ReadBytes(In("t.zrtrack"));
     }
     // Opens the track and runs `act` on the settings dialog, which must close it.
