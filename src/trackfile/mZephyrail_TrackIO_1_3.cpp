@@ -2,7 +2,6 @@
 
 #include <array>
 #include <limits>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -68,7 +67,6 @@ constexpr std::array kChunkTree{
         AtDepth<EnvcLayout>(1),
 };
 // clang-format on
-constexpr int kDepths = 4;
 
 // Every chunk is always written, except the terrain of a track without one.
 bool IsWritten(const ChunkKind& kind) { return kind.tag != TeraLayout::Tag || TrackFile.HasTerrain; }
@@ -167,15 +165,15 @@ bool ComputeChunkSizes() {
         std::int64_t bytes = 0;
         std::int32_t count = 0;
     };
-    std::array<Chunks, kDepths + 1> counted;  // at each depth, of the parent that comes next
-    for (const ChunkKind& kind : std::views::reverse(kChunkTree)) {
-        if (!IsWritten(kind)) continue;
-        const Chunks children = std::exchange(counted[kind.depth + 1], {});
-        const std::int64_t size = kind.count(TrackFile) + children.bytes;
-        TrackFile.*kind.size = static_cast<std::int32_t>(size);
-        TrackFile.*kind.children = children.count;
-        counted[kind.depth].bytes += kTagAndSizeBytes + size;
-        ++counted[kind.depth].count;
+    std::array<Chunks, kChunkTree.size() + 1> counted;  // at each depth, of the parent that comes next
+    for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
+        if (!IsWritten(*kind)) continue;
+        const Chunks children = std::exchange(counted[kind->depth + 1], {});
+        const std::int64_t size = kind->count(TrackFile) + children.bytes;
+        TrackFile.*kind->size = static_cast<std::int32_t>(size);
+        TrackFile.*kind->children = children.count;
+        counted[kind->depth].bytes += kTagAndSizeBytes + size;
+        ++counted[kind->depth].count;
     }
     return counted[0].bytes <= std::numeric_limits<std::int32_t>::max();
 }
