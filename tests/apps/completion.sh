@@ -4,6 +4,7 @@
 set -eu
 # shellcheck source=/dev/null
 . "$1"
+# shellcheck disable=SC2317
 compopt() { :; }  # works only where bash itself completes
 programs=$2
 work=$(mktemp -d)
