@@ -1,6 +1,8 @@
 #include "editor/SnapBox.h"
 
+#include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QRegularExpressionValidator>
 
 #include "editor/ShapeInput.h"
@@ -13,6 +15,14 @@ SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
     // An input method would insert characters without a key press.
     setAttribute(Qt::WA_InputMethodEnabled, false);
+}
+
+// Text may be dropped here; a dragged file is the window's, though file managers send its name as text, too.
+void SnapBox::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
 }
 
 void SnapBox::keyPressEvent(QKeyEvent* event) {

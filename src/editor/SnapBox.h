@@ -12,6 +12,7 @@ class SnapBox : public QLineEdit {
     explicit SnapBox(QWidget* parent);
 
   protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

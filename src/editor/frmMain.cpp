@@ -1,7 +1,12 @@
 #include "editor/frmMain.h"
 
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
 #include <QScreen>
+#include <QTimer>
+#include <QUrl>
 #include <QWindow>
 
 #include <algorithm>
@@ -92,6 +97,22 @@ RowButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& or
     return check;
 }
 
+enum class FileType { Shape, Track, Other };
+
+FileType TypeOf(const QString& path) {
+    const QFileInfo file(path);
+    const QString extension = file.isFile() ? file.suffix().toLower() : QString();
+    if (extension == "zrbf") return FileType::Shape;
+    return extension == "zrtrack" ? FileType::Track : FileType::Other;
+}
+
+// The path of the one file that is dragged; empty if it is anything else or no shape and no track.
+QString DraggedFile(const QMimeData& dragged) {
+    const QList<QUrl> urls = dragged.urls();
+    const QString path = urls.size() == 1 ? urls.first().toLocalFile() : QString();
+    return TypeOf(path) == FileType::Other ? QString() : path;
+}
+
 FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
     FileDialogArguments arguments;
     arguments.Filter = kShapeFilter;
@@ -111,6 +132,7 @@ frmMain::frmMain() {
     QApplication::setWindowIcon(IconOf("boreforge"));
     setFont(WindowFont(*this));  // before any control asks for another one: fonts are slow to find
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
+    setAcceptDrops(true);
     const QRect room = screen()->availableGeometry();
     CentreFrame(this, room, room);
 
@@ -245,6 +267,29 @@ void frmMain::resizeEvent(QResizeEvent*) {
     Guarded([this] { Redraw(); });
 }
 
+// Qt brings drags to a window even while it waits for a modal dialog.
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (QApplication::activeModalWidget() || DraggedFile(*event->mimeData()).isEmpty())
+        return event->ignore();
+    event->setDropAction(Qt::CopyAction);  // a file manager may remove what was moved
+    event->accept();
+}
+
+// The file manager is blocked until this returns, so the dialog opens afterwards.
+void frmMain::dropEvent(QDropEvent* event) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QTimer::singleShot(0, this, [this, path = DraggedFile(*event->mimeData())] {
+        if (!QApplication::activeModalWidget()) Guarded([&] { OpenDropped(path); });
+    });
+}
+
+void frmMain::OpenDropped(const QString& path) {
+    const FileType type = TypeOf(path);
+    if (type == FileType::Shape) OpenShapeAt(path);
+    if (type == FileType::Track) MakeObjectForTrackAt(path);
+}
+
 void frmMain::RunTool(int index) {
     if (index == kToolOpen)
         OpenShape();
@@ -258,8 +303,11 @@ void frmMain::OpenShape() {
     FileDialogArguments arguments = ShapeFileArguments(this, "Open Tunnel Shape...");
     arguments.FileMustExist = true;
     arguments.HideReadOnly = true;
-    if (!ShowOpenFileDialog(arguments)) return;
-    if (OpenShapeFile(arguments.FileName.toStdString(), Controls()))
+    if (ShowOpenFileDialog(arguments)) OpenShapeAt(arguments.FileName);
+}
+
+void frmMain::OpenShapeAt(const QString& path) {
+    if (OpenShapeFile(path.toStdString(), Controls()))
         RedrawAndFocus();
     else
         ShowError("Error - Invalid Tunnel Shape File!");
@@ -286,9 +334,12 @@ void frmMain::MakeObjectForTrack() {
     arguments.Owner = this;
     arguments.FileMustExist = true;
     arguments.HideReadOnly = true;
-    if (!ShowOpenFileDialog(arguments)) return;
+    if (ShowOpenFileDialog(arguments)) MakeObjectForTrackAt(arguments.FileName);
+}
+
+void frmMain::MakeObjectForTrackAt(const QString& path) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const bool opened = OpenTrack(arguments.FileName.toStdString());
+    const bool opened = OpenTrack(path.toStdString());
     QApplication::restoreOverrideCursor();
     if (!opened) return;
     frmTunnelSettings settings(this);

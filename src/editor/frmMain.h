@@ -22,6 +22,8 @@ class frmMain : public QWidget {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void MakeToolRow();
@@ -36,8 +38,11 @@ class frmMain : public QWidget {
 
     void RunTool(int index);
     void OpenShape();
+    void OpenShapeAt(const QString& path);
     void SaveShape();
     void MakeObjectForTrack();
+    void MakeObjectForTrackAt(const QString& path);
+    void OpenDropped(const QString& path);
 
     ShapeCanvas* pbShape_ = nullptr;
     std::array<QAbstractButton*, 2> chkShowNodes_{};

@@ -1,17 +1,17 @@
 #!/bin/sh
 # Uses the finished program as its user does, on a screen of its own: draws a shape, saves it, makes a tunnel.
-#   smoke.sh PROGRAM MAKE_SAMPLES CLOSE_WINDOW
+#   smoke.sh PROGRAM MAKE_SAMPLES CLOSE_WINDOW DRAG_SOURCE
 set -eu
 work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 trap 'exit 1' HUP INT TERM
 
-# Tries a command until it succeeds; gives up when the process started last has ended, or after minutes.
+# Tries a command until it succeeds; gives up when the program (before its start, the screen) has ended, or after minutes.
 try() {
     tries=0
     until "$@" >"$work/found" 2>&1; do
         tries=$((tries + 1))
-        if [ $tries -ge 5000 ] || ! kill -0 $!; then echo "In vain: $*"; exit 1; fi
+        if [ $tries -ge 5000 ] || ! kill -0 "${program:-$screen}"; then echo "In vain: $*"; exit 1; fi
         sleep 0.02
     done
 }
@@ -28,7 +28,19 @@ answer() {
     xdotool type "$1"
     try sh -c "! xdotool search --onlyvisible --name '$2' || { xdotool key Return; sleep 0.2; false; }"
 }
+# Drags a file from another program to a place in the main window, which copies it. That program isn't kept waiting
+# by a dialog that opens then.
+drop() {
+    env -i DISPLAY="$DISPLAY" HOME="$work/home" QT_QPA_PLATFORM=xcb "$drag_source" "$1" >"$work/taken" &
+    source=$!
+    try xdotool search --onlyvisible --name "^Drag source"
+    xdotool mousemove 50 50 mousedown 1 mousemove --window "$main" "$2" "$3"
+    try sh -c "xdotool mousemove_relative 1 0 mousemove_relative -- -1 0; sleep 0.1; grep taken '$work/taken'"
+    xdotool mouseup 1
+    wait "$source"
+}
 
+drag_source=$4
 "$2" "$work"
 # Without a display, and with one that leads nowhere: one line, exit status 1.
 for nowhere in "" :65535; do
@@ -65,6 +77,12 @@ xdotool mousedown 1 mousemove --window "$main" 471 99 click 4 mouseup 1 key m
 click 496 149
 xdotool key Delete
 xdotool key f ctrl+z ctrl+y ctrl+z ctrl+shift+z ctrl+z  # turned over and back
+printf 'ZRBE\0\0\0\0' >"$work/no shape.zrbf"
+drop "$work/no shape.zrbf" 600 20  # on the snap box; it empties the shape
+use "Error!"
+xdotool key Return
+use "Zephyrail Boreforge"
+xdotool key ctrl+z
 click 66 15
 use "Save Tunnel Shape As"
 answer "$work/shape" "^Save Tunnel Shape As"
@@ -76,6 +94,9 @@ use "3DS Tunnel Settings"
 click 310 254
 use "Save Tunnel as 3DS Object"
 answer "$work/tube" "^(Save Tunnel|3DS Tunnel)"
+drop "$work/tracks/mountain-circuit.zrtrack" 300 300
+use "3DS Tunnel Settings"
+click 390 254
 "$3" "$main"
 ended=$program program=
 wait "$ended"

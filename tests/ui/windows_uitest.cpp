@@ -14,7 +14,6 @@
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "editor/ImageSurface.h"
-#include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
 #include "editor/TunnelShape.h"
 #include "version.h"
@@ -186,72 +185,6 @@ TEST_F(UiTest, KeysRunTheirToolsWhereverTheFocusIsAndMoveIt) {
                 EXPECT_EQ(Focus().toStdString(), acts ? "pbShape" : from) << key << ' ' << modifiers;
             }
         }
-}
-
-TEST_F(UiTest, UndoKeysWorkWhereverTheFocusIsAndStayOutOfTheSnapBox) {
-    constexpr int kCtrl = Qt::ControlModifier, kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
-    auto& box = Get<QLineEdit>(window, "txtSnap");
-    const struct { int redoKey, redoModifiers; } cases[] = {{Qt::Key_Z, kCtrlShift}, {Qt::Key_Y, kCtrl}};
-    for (const auto& [redoKey, redoModifiers] : cases) {
-        ShapeHistory = {};
-        box.setFocus();
-        box.setText("");
-        Key('1');
-        Key(Qt::Key_Z, kCtrl);
-        Key(redoKey, redoModifiers);
-        EXPECT_EQ(Focus() + box.text(), "txtSnap1") << "there was nothing to undo";
-        Key(Qt::Key_F);
-        box.setFocus();
-        Key(Qt::Key_Z, kCtrl);
-        EXPECT_EQ(TunnelShape.InsideNodes[0].y, -1);
-        EXPECT_EQ(Focus() + box.text(), "pbShape1");
-        box.setFocus();
-        Key(redoKey, redoModifiers);
-        EXPECT_EQ(TunnelShape.InsideNodes[0].y, 1);
-        EXPECT_EQ(Focus() + box.text(), "pbShape1");
-        Key(Qt::Key_Z, kCtrl);
-    }
-}
-
-TEST_F(UiTest, TheWheelZoomsTheCanvasAndFocusesItUnlessAButtonIsDown) {
-    const struct {
-        const char* under;
-        QPoint turn;
-        Qt::MouseButton button;
-        Qt::KeyboardModifier modifier;
-        float zoom;
-        const char* focus;
-    } cases[] = {{"pbShape", {0, 120}, Qt::NoButton, Qt::NoModifier, 60, "pbShape"},
-                 {"pbShape", {0, -120}, Qt::NoButton, Qt::ControlModifier, 50, "pbShape"},
-                 {"pbShape", {120, 0}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"},
-                 {"pbShape", {0, 120}, Qt::RightButton, Qt::NoModifier, 50, "txtSnap"},
-                 {"txtSnap", {0, 120}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"}};
-    for (const auto& row : cases) {
-        Get(window, "txtSnap").setFocus();
-        QWheelEvent event({50, 9}, {}, {}, row.turn, row.button, row.modifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&Get(window, row.under), &event);
-        EXPECT_EQ(TunnelShape.ZoomScale, row.zoom);
-        EXPECT_EQ(Focus(), row.focus);
-    }
-}
-
-TEST_F(UiTest, ADragIsUndoneAsAWholeAndNotBeforeItsRelease) {
-    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, At(1.2, -1.2));
-    QTest::mouseMove(window.windowHandle(), At(-3.3, 0.7));
-    Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(TunnelShape.NodeCount(), 5);
-    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, At(-3.3, 0.7));
-    Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(TunnelShape.NodeCount(), 4);
-    Click(window, "btnPreShapes(1)");
-    file = In("wrong.zrbf");
-    WriteBytes(file, Unfold("'ZRBE' 00000000"));
-    Click(window, "btnShapeTools(3)");
-    EXPECT_EQ(TunnelShape.NodeCount(), 0);
-    for (const int nodes : {8, 4}) {
-        Key(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(TunnelShape.NodeCount(), nodes);
-    }
 }
 
 // A key as its keyboard types it: the row of digits has the scan codes 10 ("1") to 19 ("0") on X11.

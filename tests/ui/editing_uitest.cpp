@@ -1,0 +1,154 @@
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QUrl>
+#include <QWheelEvent>
+
+#include <string>
+#include <vector>
+
+#include "UiTest.h"
+#include "dialogs/frmTunnelSettings.h"
+#include "editor/ShapeHistory.h"
+#include "editor/TunnelShape.h"
+#include "job/mMain.h"
+
+using namespace boreforge;
+
+TEST_F(UiTest, UndoKeysWorkWhereverTheFocusIsAndStayOutOfTheSnapBox) {
+    constexpr int kCtrl = Qt::ControlModifier, kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+    auto& box = Get<QLineEdit>(window, "txtSnap");
+    const struct { int redoKey, redoModifiers; } cases[] = {{Qt::Key_Z, kCtrlShift}, {Qt::Key_Y, kCtrl}};
+    for (const auto& [redoKey, redoModifiers] : cases) {
+        ShapeHistory = {};
+        box.setFocus();
+        box.setText("");
+        Key('1');
+        Key(Qt::Key_Z, kCtrl);
+        Key(redoKey, redoModifiers);
+        EXPECT_EQ(Focus() + box.text(), "txtSnap1") << "there was nothing to undo";
+        Key(Qt::Key_F);
+        box.setFocus();
+        Key(Qt::Key_Z, kCtrl);
+        EXPECT_EQ(TunnelShape.InsideNodes[0].y, -1);
+        EXPECT_EQ(Focus() + box.text(), "pbShape1");
+        box.setFocus();
+        Key(redoKey, redoModifiers);
+        EXPECT_EQ(TunnelShape.InsideNodes[0].y, 1);
+        EXPECT_EQ(Focus() + box.text(), "pbShape1");
+        Key(Qt::Key_Z, kCtrl);
+    }
+}
+
+TEST_F(UiTest, TheWheelZoomsTheCanvasAndFocusesItUnlessAButtonIsDown) {
+    const struct {
+        const char* under;
+        QPoint turn;
+        Qt::MouseButton button;
+        Qt::KeyboardModifier modifier;
+        float zoom;
+        const char* focus;
+    } cases[] = {{"pbShape", {0, 120}, Qt::NoButton, Qt::NoModifier, 60, "pbShape"},
+                 {"pbShape", {0, -120}, Qt::NoButton, Qt::ControlModifier, 50, "pbShape"},
+                 {"pbShape", {120, 0}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"},
+                 {"pbShape", {0, 120}, Qt::RightButton, Qt::NoModifier, 50, "txtSnap"},
+                 {"txtSnap", {0, 120}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"}};
+    for (const auto& row : cases) {
+        Get(window, "txtSnap").setFocus();
+        QWheelEvent event({50, 9}, {}, {}, row.turn, row.button, row.modifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&Get(window, row.under), &event);
+        EXPECT_EQ(TunnelShape.ZoomScale, row.zoom);
+        EXPECT_EQ(Focus(), row.focus);
+    }
+}
+
+// Drags over a control; true if the window would take it there.
+static bool IsTaken(QWidget& over, const QMimeData& dragged) {
+    QDragEnterEvent enter({}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    enter.setDropAction(Qt::MoveAction);
+    QApplication::sendEvent(&over, &enter);
+    return enter.isAccepted() && enter.dropAction() == Qt::CopyAction;
+}
+static void Drop(QWidget& on, const QMimeData& dragged) {
+    EXPECT_TRUE(IsTaken(on, dragged));
+    QDropEvent drop({}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&on, &drop);
+}
+
+TEST_F(UiTest, OneShapeOrTrackIsTakenWhereverItHoversAndNothingElse) {
+    for (const char* const name : {"a.zrbf", "B.ZRBF", "c.zrtrack", "d.txt", "zrbf"})
+        WriteBytes(In(name), {});
+    QDir().mkdir(QString::fromStdString(In("folder.zrbf")));
+    const struct {
+        std::vector<std::string> names;
+        bool taken;
+    } cases[] = {{{"a.zrbf"}, true},       {{"B.ZRBF"}, true},      {{"c.zrtrack"}, true},
+                 {{"d.txt"}, false},       {{"zrbf"}, false},       {{"a.zrbf", "B.ZRBF"}, false},
+                 {{"folder.zrbf"}, false}, {{"absent.zrbf"}, false}};
+    for (const auto& [names, taken] : cases) {
+        QMimeData dragged;
+        QList<QUrl> urls;
+        for (const std::string& name : names)
+            urls += QUrl::fromLocalFile(QString::fromStdString(In(name)));
+        dragged.setUrls(urls);
+        dragged.setText("0.5");
+        for (const char* const over : {"pbShape", "txtSnap", "btnToolBar(0)"})
+            EXPECT_EQ(IsTaken(Get(window, over), dragged), taken) << names[0] << " over " << over;
+    }
+    QMimeData remote;
+    remote.setUrls({QUrl("http://localhost" + QString::fromStdString(In("a.zrbf")))});
+    EXPECT_FALSE(IsTaken(window, remote));
+    QMimeData shape;
+    shape.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("a.zrbf")))});
+    frmTunnelSettings dialog(&window);
+    dialog.open();
+    EXPECT_FALSE(IsTaken(window, shape)) << "the window waits for a dialog";
+}
+
+TEST_F(UiTest, WhatIsDroppedOpensAfterTheDropAsWithItsTool) {
+    QMimeData dragged;
+    dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("s.zrbf")))});
+    WriteBytes(In("s.zrbf"), Unfold("'ZRBF' 00000000"));
+    Drop(window, dragged);
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    QApplication::processEvents();
+    EXPECT_EQ(TunnelShape.NodeCount(), 0);
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    WriteBytes(In("s.zrbf"), Unfold("'ZRBE'"));
+    Drop(window, dragged);
+    EXPECT_EQ(Shown().size(), 0);
+    QApplication::processEvents();
+    EXPECT_EQ(Shown().back(), "(!) Error!\nError - Invalid Tunnel Shape File!");
+    dragged.setUrls(
+        {QUrl::fromLocalFile(QCoreApplication::applicationDirPath() + "/tracks/small-circuit.zrtrack")});
+    bool opened = false;
+    OnModal<frmTunnelSettings>([&opened](frmTunnelSettings& settings) {
+        opened = true;
+        settings.close();
+    });
+    Drop(window, dragged);
+    EXPECT_FALSE(opened);
+    while (!opened)
+        QApplication::processEvents();
+    EXPECT_TRUE(TrackLoaded);
+}
+
+TEST_F(UiTest, ADragIsUndoneAsAWholeAndNotBeforeItsRelease) {
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, At(1.2, -1.2));
+    QTest::mouseMove(window.windowHandle(), At(-3.3, 0.7));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TunnelShape.NodeCount(), 5);
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, At(-3.3, 0.7));
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    Click(window, "btnPreShapes(1)");
+    file = In("wrong.zrbf");
+    WriteBytes(file, Unfold("'ZRBE' 00000000"));
+    Click(window, "btnShapeTools(3)");
+    EXPECT_EQ(TunnelShape.NodeCount(), 0);
+    for (const int nodes : {8, 4}) {
+        Key(Qt::Key_Z, Qt::ControlModifier);
+        EXPECT_EQ(TunnelShape.NodeCount(), nodes);
+    }
+}
