@@ -48,7 +48,8 @@ void LayWall() {
 template <class Add>
 void SweepOver(Add add) {
     for (std::size_t band = 1; band <= kBands; ++band) {
-        const std::vector<Vector3D>&previous = wall[band - 1], &current = wall[band];
+        const std::vector<Vector3D>& previous = wall[band - 1];
+        const std::vector<Vector3D>& current = wall[band];
         for (std::size_t k = 0; k < kNodes; ++k) {
             const std::size_t k2 = k + 1 < kNodes ? k + 1 : 0;
             add(previous[k2], current[k2], current[k]);
