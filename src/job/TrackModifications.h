@@ -6,21 +6,20 @@
 
 namespace boreforge {
 
-// Gives every tunnel segment own colours: those that it shows now, each channel times `dimFactor` (0 to 1),
+// Gives every tunnel segment its own colours: those that it has now, each channel times `dimFactor` (0 to 1),
 // rounded to nearest with ties to even.
 void DimTunnelSegments(float dimFactor);
 
 // Clears the tunnel flag of every segment.
 void ClearTunnelFlags();
 
-// The name under which the track lists the object at `outputPath`, which is UTF-8: what follows the last "/"
-// or
-// "\", one byte of Windows-1252 for each character, as all texts of a track. Nothing when a character has no
-// such byte.
+// The name under which the track lists the object at `outputPath` (UTF-8): the part after the last "/" or
+// "\", in Windows-1252 like all text in a track. Nothing if a character isn't in Windows-1252.
 std::optional<std::string> ObjectNameInTrack(const std::string& outputPath);
 
-// Appends the object to the track's scenery, unmoved and unturned, since its vertices are in track space:
-// class "dummy", file ObjectNameInTrack, which must exist. An earlier entry of the same name stays.
+// Appends the object to the track's scenery with the identity matrix, since its vertices are in track space.
+// The class is "dummy", the file ObjectNameInTrack, which must have a value. An earlier entry of that name
+// stays.
 void PlaceObjectInTrack(const std::string& outputPath);
 
 }  // namespace boreforge

@@ -6,8 +6,8 @@ namespace boreforge {
 
 namespace {
 
-// The percentage as a factor. 0 and 100 are exchanged, and they alone: the two ends of the scale mean "as it
-// is" and "black", while all between is the brightness that stays.
+// The percentage as a factor: the brightness that is kept. Only the ends are swapped: 0 means "unchanged" and
+// 100 means "black".
 float DimFactorOf(std::int32_t percent) {
     const auto factor = static_cast<float>(percent / 100.0);
     if (factor == 0) return 1;

@@ -1,4 +1,4 @@
-// From the choices that a user makes for a tunnel to the settings that the job takes.
+// What the user chooses for a tunnel, and the settings that the job derives from it.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace boreforge {
 
-// What the user chooses, with the values at which every choice starts.
+// What the user chooses, with the defaults.
 struct TunnelChoices {
     PackedColor Color = PackColor(192, 192, 192);
     std::int16_t Transparency = 0;  // percent
@@ -43,7 +43,7 @@ struct TunnelJobSettings {
     bool DoubleSided = false;
 };
 
-// The job's settings for these choices. Percentages must lie in 0..100 and DetailItem in kDetails.
+// The job's settings for these choices. Percentages must be 0 to 100, DetailItem an index into kDetails.
 TunnelJobSettings DeriveJobSettings(const TunnelChoices& choices, const std::string& outputPath);
 
 }  // namespace boreforge

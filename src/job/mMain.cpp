@@ -30,7 +30,7 @@ bool IsTunnel(std::int32_t index) {
     return TrackFile.Segments[static_cast<std::size_t>(index)].IsTunnel != kFalse;
 }
 
-// Calls `sweep` with the index of each tunnel segment, ascending. Returns how many there are.
+// Calls `sweep` with the index of each tunnel segment in ascending order. Returns their number.
 template <class Sweep>
 std::int32_t ForEachTunnel(Sweep sweep) {
     std::int32_t tunnels = 0;
@@ -46,8 +46,8 @@ std::int32_t CountTunnels() {
     return ForEachTunnel([](std::int32_t) {});
 }
 
-// True when the walls alone would pass what the format can hold: lengths of 32 bits, at 14 bytes a face, and
-// kMaxMeshes objects. Known from the counts, before any memory is filled.
+// True if the walls alone are more than the format can hold: 32-bit lengths, with 14 bytes for each face, and
+// kMaxMeshes objects. The counts tell, before any memory is filled.
 bool IsTooLarge(const TunnelJobSettings& settings) {
     constexpr std::int64_t kFaceBytes = 14, kWalls = 2, kMaxBytes = std::numeric_limits<std::int32_t>::max();
     const std::int64_t nodes = TunnelShape.NodeCount();
@@ -86,7 +86,7 @@ void Darken(ColorRGB& color) {
     color = {ScaleChannel(color.red, 0.5), ScaleChannel(color.green, 0.5), ScaleChannel(color.blue, 0.5)};
 }
 
-// Fills the model. The order of the objects in the file follows from it.
+// Fills the model, in the order that the objects will have in the file.
 void BuildTunnels(TunnelJobSettings& settings) {
     ObjectPartNumber = 0;
     ResetModel();
@@ -120,7 +120,7 @@ void ShowTrackFailure(const std::string& consequence) {
         ShowError(FailureMessage("Error - The Track Can't Be Saved!", TrackFilePath, consequence));
 }
 
-// The settings dialog has closed by the time that a message is read, so it says how to come back.
+// When the user reads a message, the settings dialog has closed, so the message says how to get back there.
 constexpr char kOtherName[] = "Nothing was written. Open the track again and choose another name.";
 constexpr char kLessDetail[] =
     "Nothing was written. Open the track again and choose less detail, or use a shape of fewer nodes.";
@@ -152,7 +152,7 @@ bool ObjectMayBeWritten(const TunnelJobSettings& settings) {
                       kOtherName);
 }
 
-// Keeps other instances away from the track that is to be replaced. A track that was read from elsewhere is
+// Locks the track that will be replaced against other instances. A track that was read from another path is
 // neither locked nor compared.
 bool HoldTrack(HeldFile& held) {
     const std::string path = TrackSavePath(TrackFilePath);

@@ -1,4 +1,4 @@
-// The tunnel job: from the traced track, the shape and the settings to one .3ds file and one re-saved track.
+// The tunnel job: makes one .3ds file of the traced track, the shape and the settings, and saves the track.
 #pragma once
 
 #include <string>
@@ -11,9 +11,9 @@ namespace boreforge {
 extern std::string TrackFilePath;
 extern bool TrackLoaded;
 
-// Opens the track at `path` and traces it. False, with a message, when it can't be read: no track counts as
-// open then, and TrackFilePath keeps the last good path. A track that was read but can't be traced counts as
-// open; the job refuses it.
+// Opens the track at `path` and traces it. False, with a message, if it can't be read: then no track is open,
+// and TrackFilePath keeps the last good path. A track that was read but can't be traced is open; the job
+// refuses it.
 bool OpenTrack(const std::string& path);
 
 // Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,

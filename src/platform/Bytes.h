@@ -22,7 +22,7 @@ struct UninitializedAllocator : std::pmr::polymorphic_allocator<T> {
     UninitializedAllocator select_on_container_copy_construction() const { return {}; }
 };
 
-// New bytes are filled at once, by a read or a save; with zeroing before, the save of a large track takes
+// New bytes are filled at once, by a read or a save. Zeroing them first makes the save of a large track take
 // twice as long.
 using Bytes = std::vector<std::uint8_t, UninitializedAllocator<std::uint8_t>>;
 

@@ -33,7 +33,7 @@ int Fill(FileInfo* info, int result, const struct stat& found) {
 }
 
 int Open(const char* path, OpenFor purpose) {
-    // Without O_NONBLOCK the opening of a named pipe would wait for its other end.
+    // Without O_NONBLOCK, opening a named pipe would wait for its other end.
     constexpr int kCommon = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     switch (purpose) {
         case OpenFor::Reading:
@@ -43,7 +43,7 @@ int Open(const char* path, OpenFor purpose) {
         case OpenFor::Creating:
             return ::open(path, O_RDWR | O_CREAT | kCommon, 0666);
         case OpenFor::Folder:
-            return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC);  // a folder that can't be listed will do
+            return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC);  // a folder that can't be listed is enough
     }
     return -1;
 }

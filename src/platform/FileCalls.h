@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-// What is known of a file without reading it. Two files are the same one if device and number agree.
+// What the system knows about a file. Two files are the same one if device and number agree.
 struct FileInfo {
     std::uint64_t device = 0, number = 0;
     std::int64_t size = 0;                   // bytes
@@ -26,7 +26,7 @@ inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {
 enum class OpenFor {
     Reading,
     ReadingAndWriting,
-    Creating,  // for both; a file that isn't there is made with the usual permissions
+    Creating,  // for both; a missing file is created with the usual permissions
     Folder,    // to name the files in it
 };
 
@@ -34,18 +34,17 @@ enum class OpenFor {
 struct FileCalls {
     // Follows links. Doesn't wait for the other end of a pipe.
     int (*open)(const char* path, OpenFor purpose);
-    // Makes a file that isn't there yet and opens it for writing. Never follows a link.
+    // Creates a new file and opens it for writing. Never follows a link.
     int (*createIn)(int folder, const char* name, unsigned mode);
     int (*inspect)(int file, FileInfo* info);
     // Of the link itself, if `name` is one.
     int (*inspectIn)(int folder, const char* name, FileInfo* info);
-    // The absolute path of an open file, without links and without a zero byte at its end; returns its
-    // length.
+    // The absolute path of an open file, without links and without a terminating zero; returns its length.
     std::int64_t (*realPath)(int file, char* path, std::size_t size);
 
     std::int64_t (*read)(int file, void* bytes, std::size_t count);
     std::int64_t (*write)(int file, const void* bytes, std::size_t count);
-    // Sets room aside for a file of `length` bytes; its length stays.
+    // Reserves space for a file of `length` bytes without changing its length.
     int (*reserve)(int file, std::int64_t length);
     int (*rewind)(int file);
     int (*truncate)(int file, std::int64_t length);
@@ -59,12 +58,12 @@ struct FileCalls {
     int (*setAttribute)(int file, const char* name, const void* value, std::size_t size);
     int (*removeAttribute)(int file, const char* name);
 
-    // Takes the file's exclusive lock, which lasts until the file is closed. EWOULDBLOCK: another has it.
+    // Takes the file's exclusive lock until the file is closed. EWOULDBLOCK: somebody else has it.
     int (*lock)(int file);
     int (*flush)(int file);
     int (*flushFolder)(int folder);
     int (*close)(int file);
-    // Replaces `to` if it is there.
+    // Replaces `to` if it exists.
     int (*renameIn)(int folder, const char* from, const char* to);
     int (*removeIn)(int folder, const char* name);
 };
@@ -89,7 +88,7 @@ class OpenFile {
 
     explicit operator bool() const { return file_ >= 0; }
     int Get() const { return file_; }
-    // False when the system reports a late failure of a write.
+    // False if the system reports only now that a write failed.
     bool Close() {
         const int file = std::exchange(file_, -1);
         return file < 0 || fileCalls.close(file) == 0;

@@ -11,13 +11,13 @@ enum class FileProblem {
     System,          // see `code`
     NotRegular,      // a folder, a device, a pipe
     TooLarge,        // 2 GiB or more, or more than the format can hold
-    WrongBeginning,  // not a file of the kind that was to be read
+    WrongBeginning,  // not a file of the expected kind
     KeepsChanging,   // while it was read
-    IsTrack,         // would be replaced by something else
+    IsTrack,         // and must not be replaced by something else
     IsShape,         // the same
     RightsLost,      // its owner, group or access list can't be kept
     Changed,         // by another program, since it was read
-    InUse,           // by another program that saves it right now
+    InUse,           // another program is saving it right now
 };
 
 struct FileFailure {
@@ -28,9 +28,9 @@ struct FileFailure {
 // Why the last call that reads or writes a file returned false. Only meaningful right after it did.
 extern FileFailure lastFileFailure;
 
-// Each notes a failure and returns false, for "return Fail(...)".
+// Each records a failure and returns false, for "return Fail(...)".
 bool Fail(FileProblem problem);
-bool FailBySystem();  // with the present errno
+bool FailBySystem();  // with the current errno
 bool FailByMemory();  // memory has run out
 
 // What `action` returns, or a failure if memory runs out in it.
@@ -46,8 +46,8 @@ template <class Action>
 // The last failure as a sentence, for example "No space left on device."
 std::string FailureText();
 
-// A message about the file at `path`: the headline, the path, the reason, and what follows from it.
-// "Error - That File Is a Track!" or "... a Shape!" is the headline where that is the reason.
+// A message about the file at `path`: the headline, the path, the reason, and the consequence. If the reason
+// is IsTrack or IsShape, the headline is "Error - That File Is a Track!" or "... a Shape!" instead.
 std::string FailureMessage(const std::string& headline, const std::string& path,
                            const std::string& consequence);
 

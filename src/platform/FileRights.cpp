@@ -29,7 +29,7 @@ Attribute ReadAttribute(int file, const char* name, std::vector<char>& value) {
     return Attribute::Present;
 }
 
-// A folder can hand an access list down to new files, so a list that the old file lacks must go.
+// New files can inherit an access list from their folder, so one that the old file lacks is removed.
 bool CopyAccessList(int newFile, int oldFile) {
     std::vector<char> list;
     switch (ReadAttribute(oldFile, kAccessList, list)) {
@@ -65,12 +65,12 @@ bool HasAccessList(int file) {
 bool CopyRights(int newFile, int oldFile) {
     FileInfo now, old;
     if (fileCalls.inspect(newFile, &now) != 0 || fileCalls.inspect(oldFile, &old) != 0) return FailBySystem();
-    // The group first: who gives a file away may no longer change its group.
+    // The group first: after the owner has changed, we may no longer change the group.
     const bool keepsGroup = now.group == old.group || fileCalls.setGroup(newFile, old.group) == 0;
     const bool keepsOwner = now.owner == old.owner || fileCalls.setOwner(newFile, old.owner) == 0;
 
     unsigned mode = old.mode & kAllBits;
-    // Without its group, the file's old group is among the others, and so was the group that it has now.
+    // If the group can't be kept, its members become "others"; the members of the new group were that before.
     if (!keepsGroup) {
         if ((GroupBits(mode) & ~OtherBits(mode)) != 0 || HasAccessList(oldFile))
             return Fail(FileProblem::RightsLost);

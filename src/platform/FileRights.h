@@ -1,18 +1,19 @@
-// Who may do what with a file that takes the place of another one.
+// Owner, permissions and access list of a file that replaces another.
 #pragma once
 
 #include "platform/FileCalls.h"
 
 namespace boreforge {
 
-// Gives the new file the group, the owner, the permissions and the access list of the old one, without the
-// set-id bits, and its "user." attributes as far as possible. Nobody gains access. False when somebody would
-// lose it: when the group can't be kept and could do more than others, or when the owner can't be kept and
-// the old group could no longer write.
+// Copies the group, the owner, the permissions without the set-id bits, the access list and, where possible,
+// the "user." attributes from the old file to the new one. Nobody gains access. False if somebody would lose
+// it: if the group can't be kept and could do more than others, or if the owner can't be kept and the old
+// group could no longer write.
 [[nodiscard]] bool CopyRights(int newFile, int oldFile);
 
-// Takes from a new file whatever permissions the file `like` doesn't have too; its owner can always read and
-// write it. `likeHasList`: that file has an access list, which says more than its permission bits.
+// Removes from a new file every permission that the file `like` doesn't have, except that its owner can
+// always read and write it. `likeHasList`: the other file has an access list, so its group bits are not the
+// group's.
 [[nodiscard]] bool LimitRights(int newFile, const FileInfo& like, bool likeHasList);
 
 // True when the file has an access list beyond its permission bits.

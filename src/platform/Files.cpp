@@ -19,8 +19,8 @@ namespace {
 constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers
 constexpr std::size_t kPiece = std::size_t{1} << 18;
 
-// Tells two contents apart, quickly; nothing for an adversary. Each step keeps every difference, since it is
-// one-to-one in the sum and in the word: xor, then a product with an odd number.
+// A fast hash, not a cryptographic one. Each step is one-to-one in the sum and in the word (xor, then a
+// product with an odd number), so that a single changed word always changes the hash.
 class ContentHash {
   public:
     // Every piece but the last must be a multiple of 32 bytes long.
@@ -58,7 +58,7 @@ bool IsUntouched(const FileInfo& a, const FileInfo& b) {
     return IsSameFile(a, b) && a.size == b.size && SameTimes(a, b);
 }
 
-// The coarsest clock of a common file system (FAT) has steps of two seconds.
+// FAT, the coarsest common file system, stores times in steps of two seconds.
 bool TimesTell(const FileInfo& info) {
     using namespace std::chrono;
     const auto now = duration_cast<nanoseconds>(system_clock::now().time_since_epoch()).count();
@@ -72,7 +72,7 @@ bool BeginsWith(std::string_view beginning, const Bytes& content) {
 
 enum class ReadResult { Good, Failed, Changed };
 
-// One attempt to read a file that should hold still meanwhile.
+// One attempt to read a file, which may change meanwhile.
 ReadResult ReadOnce(const std::string& path, Bytes& content, std::string_view beginning, FileInfo& before,
                     bool& hasAccessList) {
     const auto failed = [](FileProblem problem) {
@@ -102,7 +102,7 @@ ReadResult ReadOnce(const std::string& path, Bytes& content, std::string_view be
     return IsUntouched(before, after) ? ReadResult::Good : ReadResult::Changed;
 }
 
-// True when the open file has the content that `state` was taken of.
+// True if the open file still has the content that `state` describes.
 bool HasContent(int file, const FileState& state) {
     const auto piece = std::make_unique_for_overwrite<std::uint8_t[]>(kPiece);
     ContentHash hash;
@@ -128,7 +128,7 @@ bool WaitForLock(int file) {
     return true;
 }
 
-// Where the chain of links at `path` ends; there need be nothing. Empty for a chain without end.
+// Where the links at `path` lead; nothing need be there. Empty if they go in a circle.
 std::filesystem::path FollowLinks(std::filesystem::path path) {
     for (int hop = 0; hop < 40; ++hop) {
         std::error_code notALink;
@@ -162,7 +162,8 @@ bool ReadFully(int file, void* bytes, std::size_t count) {
 bool WriteFully(int file, const void* bytes, std::size_t count) {
     const auto* place = static_cast<const std::uint8_t*>(bytes);
     while (count > 0) {
-        // In pieces that fit a processor's cache, several times as fast as all at once.
+        // Hashing pieces that are still in the cache is several times as fast as hashing everything at the
+        // end.
         const std::int64_t written = fileCalls.write(file, place, std::min(count, kPiece));
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0) return false;
@@ -218,7 +219,7 @@ bool HeldFile::Hold(const std::string& path, const FileState& asRead) {
         if (!file_) return errno == ENOENT ? Fail(FileProblem::Changed) : FailBySystem();
         if (!WaitForLock(file_.Get())) return false;
         if (fileCalls.inspect(file_.Get(), &held) != 0) return FailBySystem();
-        // While we waited, the other instance may have put a new file in its place.
+        // While we waited, the other instance may have replaced the file.
     } while (InspectPath(path, now) && !IsSameFile(held, now));
     return IsUnchanged();
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned kPrivate = 0600, kUsual = 0666;
 
-// A path's folder and the name in it.
+// A path split into folder and name.
 struct Place {
     std::string folder, name;
 };
@@ -44,7 +44,7 @@ std::string RandomName() {
 
 bool FolderRefuses() { return errno == EACCES || errno == EPERM; }
 
-// Says whether an open file, whose first bytes are read, may be replaced.
+// Whether an open file may be replaced, which its first bytes decide.
 bool AllowsReplacement(int file, FileKind kind) {
     char tag[4];
     const bool hasTag = ReadFully(file, tag, sizeof tag);
@@ -81,8 +81,8 @@ bool OutputFile::Create(const std::string& path, FileKind kind, std::int64_t len
     return good_;
 }
 
-// Opens what is at the path, once, and the folder that it is really in. From then on only names in that
-// folder are used, so that nobody can lead the save elsewhere by changing a link.
+// Opens the file at the path, once, and the folder that it is really in. From then on only names in that
+// folder are used, so that nobody can redirect the save by changing a link.
 bool OutputFile::OpenTarget(const std::string& path) {
     Place place = PlaceOf(path);
     target_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::ReadingAndWriting));
@@ -131,7 +131,7 @@ bool OutputFile::OpenTemporary(FileKind kind) {
     return true;
 }
 
-// Room is set aside so that a full disk is noticed at once and the pieces lie together.
+// Reserving space shows a full disk at once and keeps the file in one piece.
 bool OutputFile::Reserve(std::int64_t length) {
     if (length <= 0 || fileCalls.reserve(file_.Get(), length) == 0) return true;
     const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
@@ -171,11 +171,11 @@ bool OutputFile::PutInPlace(const HeldFile* held) {
         madeTarget_ = false;
         ForgetUnfinished();
     }
-    (void)fileCalls.flushFolder(folder_.Get());  // not every file system can
+    (void)fileCalls.flushFolder(folder_.Get());  // not every file system can do it
     return true;
 }
 
-// True when there is still at the place what was there when the file was begun.
+// True if the path still leads to what was there at the start.
 bool OutputFile::IsTargetUnchanged() const {
     FileInfo opened, named;
     const bool exists = fileCalls.inspectIn(folder_.Get(), name_.c_str(), &named) == 0;
@@ -186,7 +186,7 @@ bool OutputFile::IsTargetUnchanged() const {
     return IsSameFile(opened, named) || Fail(FileProblem::Changed);
 }
 
-// Ends the work on the file. What is unfinished goes.
+// Closes everything and removes what is unfinished.
 void OutputFile::Discard() {
     {
         const BlockedSignals blocked;

@@ -1,4 +1,4 @@
-// The one way in which a file is written: beside its place, flushed to the disk, renamed.
+// How every file is written: beside the old one, flushed to the disk, renamed.
 #pragma once
 
 #include <cstddef>
@@ -12,32 +12,32 @@
 
 namespace boreforge {
 
-// A track replaces no shape, a shape no track, and anything else neither of them.
+// A track never replaces a shape, nor a shape a track, and other files replace neither.
 enum class FileKind { Track, Shape, Other };
 
-// A new file that takes its place all at once: at every moment the old file or the new one is there, whole.
+// A new file that replaces the old one all at once: at every moment one of the two is there, complete.
 //
-// It is written beside its place under a hidden name, flushed, renamed, and the folder is flushed. Links are
-// followed by the system, and what they lead to is replaced. An old file's owner, permissions and access list
-// are kept. Where the folder takes no new file, an old file that is neither track nor shape is overwritten in
-// place; a failure can then leave a part of it.
+// It is written under a hidden name in the same folder, flushed and renamed, and the folder is flushed. Links
+// are followed, and the file that they lead to is replaced. The old file's owner, permissions and access list
+// are kept. If no file can be created in the folder, an old file that is neither a track nor a shape is
+// overwritten; a failure can then leave it incomplete.
 class OutputFile {
   public:
     OutputFile() = default;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
-    // A file that was not finished is removed.
+    // Removes an unfinished file.
     ~OutputFile();
 
-    // Starts a file of about `length` bytes, for which room is set aside. A file that is new gets no
-    // permission that the file `like` lacks. False, with the reason in lastFileFailure, when there is
-    // something at `path` that is no regular file, can't be opened for reading and writing, or is a file of
-    // the user's that this one may not replace; when the old file's rights can't be kept; and when the file
-    // can't be made.
+    // Starts a file and reserves space for about `length` bytes. A new file gets no permission that the file
+    // `like` lacks. False, with the reason in lastFileFailure, if what is at `path` isn't a regular file,
+    // can't be opened for reading and writing, or is a track or shape that must not be replaced; if the old
+    // file's rights can't be kept; and if the file can't be created.
     [[nodiscard]] bool Create(const std::string& path, FileKind kind, std::int64_t length = 0,
                               const FileState* like = nullptr);
 
-    // `count` bytes of the buffer to be filled at once; they count as written. At most kBufferSize.
+    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
+    // written.
     std::uint8_t* Claim(std::size_t count) {
         if (kBufferSize - used_ < count) Flush();
         std::uint8_t* const place = buffer_.get() + used_;
@@ -47,8 +47,8 @@ class OutputFile {
 
     void Write(std::span<const std::uint8_t> bytes);
 
-    // Puts the file in its place. With `held` the file there must still be as it was read. False, with the
-    // reason in lastFileFailure, when this or any write since Create failed; the old file is then as it was.
+    // Replaces the old file. With `held`, that file must not have changed since it was read. False, with the
+    // reason in lastFileFailure, if this or any write since Create failed; the old file is then unchanged.
     [[nodiscard]] bool Finish(const HeldFile* held = nullptr);
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 18;
@@ -66,7 +66,7 @@ class OutputFile {
     OpenFile folder_;
     std::string name_;         // in that folder
     OpenFile target_;          // the old file, if there is one
-    bool madeTarget_ = false;  // for a link that led nowhere
+    bool madeTarget_ = false;  // a link led nowhere, and its target was created
     OpenFile file_;
     std::string temporary_;  // its name; empty while an old file is overwritten in place
     std::int64_t written_ = 0;
@@ -75,13 +75,13 @@ class OutputFile {
     bool good_ = false;
 };
 
-// Replaces the file at `path`, or makes it. False as OutputFile says: the old file is then as it was.
+// Replaces or creates the file at `path`. Fails as OutputFile does; the old file is then unchanged.
 [[nodiscard]] bool SaveWholeFile(const std::string& path, FileKind kind,
                                  std::span<const std::uint8_t> content, const HeldFile* held = nullptr,
                                  const FileState* like = nullptr);
 
-// True when a file of this kind may be written at `path`; else the problem is IsTrack or IsShape. A file that
-// can't be read is left to the writer.
+// False if there is a track or a shape at `path` that a file of this kind must not replace; the problem is
+// then IsTrack or IsShape. A file that can't be read is left to the writer to report.
 [[nodiscard]] bool MayReplace(const std::string& path, FileKind kind);
 
 }  // namespace boreforge

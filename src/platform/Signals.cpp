@@ -10,7 +10,7 @@ namespace {
 constexpr int kCaughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 int unfinishedFolder = -1;
-char unfinishedName[NAME_MAX + 1];  // empty when there is no such file
+char unfinishedName[NAME_MAX + 1];  // empty if there is none
 
 void EndBySignal(int signal) {
     if (unfinishedName[0] != 0) (void)::unlinkat(unfinishedFolder, unfinishedName, 0);

@@ -1,4 +1,4 @@
-// What happens to an unfinished file when a signal ends the program.
+// Removes an unfinished file when a signal ends the program.
 #pragma once
 
 #include <csignal>
@@ -6,11 +6,11 @@
 
 namespace boreforge {
 
-// From now on a file that is being written is removed when the user or the system ends the program by a
-// signal that can be caught: SIGINT, SIGTERM or SIGHUP, except those that were ignored before.
+// From now on SIGINT, SIGTERM and SIGHUP, except those that are ignored already, remove the file being
+// written before they end the program.
 void RemoveUnfinishedOnSignals();
 
-// Holds those signals back while a file and the record of it come into being or go together.
+// Blocks those signals while a file and the record of it are created or removed together.
 class BlockedSignals {
   public:
     BlockedSignals();
@@ -22,7 +22,8 @@ class BlockedSignals {
     sigset_t before_;
 };
 
-// The file that such a signal removes: `name` in an open folder. Call both while the signals are blocked.
+// Set and forget the file that such a signal removes: `name` in an open folder. Call them with the signals
+// blocked.
 void NoteUnfinished(int folder, const std::string& name);
 void ForgetUnfinished();
 

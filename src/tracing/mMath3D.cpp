@@ -5,8 +5,8 @@
 namespace boreforge {
 
 namespace {
-// Fifteen digits of pi, the constant that tracks have always been built with; it is not the double nearest
-// to pi, and the last bits of a frame depend on it.
+// Pi to fifteen digits, as tracks have always been built. It is not the double nearest to pi, and the last
+// bits of a frame depend on it.
 constexpr double kPi = 3.14159265358979;
 }  // namespace
 

@@ -7,8 +7,8 @@
 
 namespace boreforge {
 
-// Row-major: element (row r, column c) stands at index 4r + c. Points are column vectors multiplied from the
-// right, so the translation stands at the indices 3, 7 and 11. Zero until it is set.
+// Row-major: element (row r, column c) is at index 4r + c. Points are column vectors multiplied from the
+// right, so the translation is at indices 3, 7 and 11. Initially zero.
 struct Matrix3D {
     std::array<float, 16> element{};
     float& operator[](int index) { return element[static_cast<std::size_t>(index)]; }
@@ -25,7 +25,7 @@ Matrix3D MatRotateZ(float angle);
 
 Matrix3D MatTranslation(float x, float y, float z);
 
-// The product a times b: b acts first on a point.
+// The product a times b: b is applied to a point first.
 inline Matrix3D MatMultiply(const Matrix3D& a, const Matrix3D& b) {
     Matrix3D product;
     for (int row = 0; row < 4; ++row)

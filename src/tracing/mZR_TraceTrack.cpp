@@ -40,8 +40,8 @@ Piece PieceOf(std::int32_t index, std::int32_t upperIndex) {
 
 float LengthOf(const Piece& piece) { return MeasureBezierLength(piece.p0, piece.c0, piece.p1, piece.c1); }
 
-// Turns a frame so that its forward axis takes the direction of `v`, which is given in the frame itself: a
-// yaw about its own up axis, then a pitch about the new right axis. No world up is imposed, so the frame
+// Turns a frame so that its forward axis points along `v`, which is given in the frame's own coordinates: a
+// yaw about its up axis, then a pitch about the new right axis. There is no fixed world up, so the frame
 // stays continuous through loops.
 void TurnTowards(Matrix3D& frame, const Vector3D& v) {
     const double x = v.x, z = v.z;
@@ -66,7 +66,7 @@ TraceSample SampleAt(const Vector3D& point, const Matrix3D& frame) {
     return sample;
 }
 
-// Drops the samples of a piece behind its first one.
+// Drops all samples of a piece except the first.
 void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
     if (!(traced.Length > 0)) return;
     const float step = static_cast<float>(1 / (double(traced.Length) * 10));
@@ -80,7 +80,7 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
         walked = static_cast<float>(walked + distance);
         if (since >= kSampleSpacing) {
             since = 0;
-            // The frame follows the last short chord, not the way since the last sample.
+            // The frame follows the last short chord, not the line from the last sample.
             TurnTowards(frame, MatTransformPoint(MatTranspose(frame), VecSubtract(previous, point)));
             TraceSample& sample = traced.Samples.emplace_back(SampleAt(point, frame));
             sample.PathParam = t;
@@ -92,7 +92,7 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
 
 float BankOf(const Matrix3D& frame) { return static_cast<float>(Atan2(frame[4], frame[5])); }
 
-// The turn that the node at the end of a piece asks for.
+// The roll that the node at the end of a piece asks for, relative to the frame.
 float RollOver(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     if (node.RollFlag) return node.Roll;
     const float bank = BankOf(lastFrame);
@@ -101,8 +101,8 @@ float RollOver(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     return std::fabs(around) <= std::fabs(direct) ? around : direct;
 }
 
-// Spreads the roll evenly over the samples: none on the first, the whole of it on the last. False for a roll
-// that is not finite.
+// Spreads the roll evenly over the samples, from none at the first to all of it at the last. False if the
+// roll isn't finite.
 bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     const std::int32_t count = traced.SampleCount();
     if (count < 2) return true;  // the only sample is the first, so no roll is read
@@ -120,7 +120,7 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     return true;
 }
 
-// Traces the piece of segment `index`, which is `length` long. False when its roll is not finite.
+// Traces the piece of segment `index`, which is `length` long. False if its roll isn't finite.
 bool TracePiece(const Piece& piece, std::int32_t index, float length) {
     TracedSegment& traced = TracedSegments[static_cast<std::size_t>(index)];
     traced.Length = length;
@@ -145,8 +145,8 @@ bool IsFinite(const Piece& piece) {
     return IsFinite(piece.p0) && IsFinite(piece.c0) && IsFinite(piece.p1) && IsFinite(piece.c1);
 }
 
-// The lengths of all pieces; none when the track can't be walked. Only what the walk uses must be finite:
-// nodes beyond the segments don't matter here.
+// The lengths of all pieces; empty if the track can't be walked. Only what the walk uses must be finite:
+// nodes beyond the last segment don't matter.
 std::vector<float> MeasureTrack() {
     const std::int32_t segmentCount = TrackFile.SegmentCount();
     if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return {};
@@ -158,7 +158,7 @@ std::vector<float> MeasureTrack() {
         const float length = LengthOf(piece);
         lengths[static_cast<std::size_t>(i)] = length;
         total += length;
-        if (!(total <= kMaxPathLength)) return {};  // refuses NaN too
+        if (!(total <= kMaxPathLength)) return {};  // also refuses NaN
     }
     return lengths;
 }

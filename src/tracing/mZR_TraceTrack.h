@@ -16,8 +16,8 @@ struct TraceSample {
     Matrix3D Orientation;  // the frame with its roll, a pure rotation
     Matrix3D WorldMatrix;  // shape space to track space: the translation to the point times Orientation
     float PathParam = 0;   // the Bezier parameter of the sample
-    float Bank = 0;        // radians; 0 where the piece was not rolled
-    float PathLength = 0;  // path walked from the start of the piece
+    float Bank = 0;        // radians; 0 if the piece was not rolled
+    float PathLength = 0;  // length of path from the start of the piece
 };
 
 // Where the samples live; every trace starts it anew.
@@ -25,33 +25,33 @@ std::pmr::memory_resource* TraceMemory();
 
 struct TracedSegment {
     float Length = 0;  // of the piece, by MeasureBezierLength
-    // At least one once traced; the first stands at the piece's start.
+    // at least one after a trace; the first is at the start of the piece
     std::pmr::vector<TraceSample> Samples{TraceMemory()};
     std::int32_t SampleCount() const { return static_cast<std::int32_t>(Samples.size()); }
 };
 
-// The trace, with the indices of the track's Segments, and the highest index of those.
+// The trace, with the same indices as the track's Segments, and its highest index.
 extern std::vector<TracedSegment> TracedSegments;
 extern std::int32_t TraceUpperIndex;
 
-// The result of the last TraceTrack; false again once another track is being opened. Only while it is true
-// do TracedSegments belong to the track in memory.
+// The result of the last TraceTrack, and false while another track is being opened. If true, TracedSegments
+// belongs to the track in memory.
 extern bool TrackTraced;
 
-// Traces the open track. False when the track can't be walked: it has fewer than two segments or fewer nodes
-// than segments, a coordinate or roll that the walk uses is not finite, the path is longer than
-// kMaxPathLength, or memory runs out.
+// Traces the open track. False if it has fewer than two segments or fewer nodes than segments, if a
+// coordinate or roll that the walk uses isn't finite, if the path is longer than kMaxPathLength, or if memory
+// runs out.
 bool TraceTrack();
 
-// Traces the piece of one segment. The segments must be traced in ascending order, since a piece starts with
-// the last frame of the piece before it.
+// Traces the piece of one segment. Trace segments in ascending order: a piece starts with the last frame of
+// the one before it.
 void TraceSegment(std::int32_t index);
 
 // The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1);
 
-// Units of path that a track may have in all: a thousand times a real one. Far beyond, the parameter step of
-// a piece is too small to move a 32-bit parameter, and the walk would never end.
+// The longest path of a track, in units: a thousand times a real one. If a piece is far longer, its parameter
+// step is too small to change a 32-bit parameter, and the walk would never end.
 inline constexpr double kMaxPathLength = 1'000'000;
 
 }  // namespace boreforge
