@@ -20,10 +20,20 @@ WheelTurn Wheel;
 namespace {
 
 constexpr double kHitRange = 0.3;  // shape units in x and in y, whatever the zoom
+constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point with snapping off
+
+enum KeyCode { kEscape = 27, kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kKeyY = 89, kKeyZ = 90 };
 
 bool IsHit(const Vector3D& point, const Vector3D& position) {
     return std::fabs(double(position.x) - point.x) < kHitRange &&
            std::fabs(double(position.y) - point.y) < kHitRange;
+}
+
+bool SelectPoint(std::int32_t node, bool outside, ShownNodes shown) {
+    if (!(outside ? shown.outside : shown.inside)) return false;
+    TunnelShape.SelectedNode = node;
+    TunnelShape.SelectedIsOutside = ToTruth(outside);
+    return true;
 }
 
 // Selects the first visible point at `position`; of one node the inside point comes first.
@@ -32,13 +42,23 @@ bool SelectPointAt(const Vector3D& position, ShownNodes shown) {
         const auto node = static_cast<std::size_t>(i);
         const bool inside = shown.inside && IsHit(TunnelShape.InsideNodes[node], position);
         const bool outside = !inside && shown.outside && IsHit(TunnelShape.OutsideNodes[node], position);
-        if (!inside && !outside) continue;
-        TunnelShape.SelectedIsOutside = ToTruth(outside);
-        TunnelShape.SelectedNode = i;
-        return true;
+        if (inside || outside) return SelectPoint(i, outside, shown);
     }
     return false;
 }
+
+// 0 when snapping is off.
+float ActiveInterval(const EditorControls& controls) {
+    const float interval = SnapInterval(controls.snapText);
+    return controls.snapTo && interval > 0 ? interval : 0;
+}
+
+Vector3D& SelectedPoint() {
+    auto& contour = TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes;
+    return contour[static_cast<std::size_t>(TunnelShape.SelectedNode)];
+}
+
+void MoveSelectedPoint(const Vector3D& position) { SelectedPoint() = {position.x, position.y, 0}; }
 
 float SnapTo(float value, double interval) {
     const float raised = static_cast<float>(value + interval / 2);
@@ -112,11 +132,37 @@ bool ApplyTool(int tool, const EditorControls& controls) {
     }
 }
 
+// The next point of the selected one's contour, or the previous one. Where nothing is selected, the contour
+// of the last hit is entered at its first or last node, or the other contour if that one is hidden.
+bool SelectAlongContour(bool forward, ShownNodes shown) {
+    const std::int32_t count = TunnelShape.NodeCount(), node = TunnelShape.SelectedNode;
+    const bool outside = TunnelShape.SelectedIsOutside;
+    if (count == 0) return false;
+    if (node >= 0) return SelectPoint((node + (forward ? 1 : count - 1)) % count, outside, shown);
+    const std::int32_t end = forward ? 0 : count - 1;
+    return SelectPoint(end, outside, shown) || SelectPoint(end, !outside, shown);
+}
+
+bool SelectByKey(int code, ShownNodes shown) {
+    const std::int32_t node = TunnelShape.SelectedNode;
+    if (code == kLeft || code == kRight) return SelectAlongContour(code == kRight, shown);
+    return node >= 0 && SelectPoint(node, !TunnelShape.SelectedIsOutside, shown);
+}
+
+bool MoveByKey(int code, const EditorControls& controls) {
+    if (TunnelShape.SelectedNode < 0) return false;
+    const float interval = ActiveInterval(controls);
+    const double step = interval > 0 ? interval : kFreeStep;
+    const int right = (code == kRight) - (code == kLeft), up = (code == kUp) - (code == kDown);
+    const Vector3D from = SelectedPoint();
+    MoveSelectedPoint({static_cast<float>(from.x + right * step), static_cast<float>(from.y + up * step), 0});
+    return true;
+}
+
 int ToolOfShortcut(const KeyPress& key) {
-    constexpr int kY = 89, kZ = 90;
     if (!key.control || key.alt) return -1;
-    if (key.code == kZ) return key.shift ? kToolRedo : kToolUndo;
-    return key.code == kY && !key.shift ? kToolRedo : -1;
+    if (key.code == kKeyZ) return key.shift ? kToolRedo : kToolUndo;
+    return key.code == kKeyY && !key.shift ? kToolRedo : -1;
 }
 
 }  // namespace
@@ -132,8 +178,8 @@ float SnapInterval(std::string_view text) {
 }
 
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
-    const float interval = SnapInterval(controls.snapText);
-    if (!controls.snapTo || !(interval > 0)) return position;
+    const float interval = ActiveInterval(controls);
+    if (interval == 0) return position;
     return {SnapTo(position.x, interval), SnapTo(position.y, interval), position.z};
 }
 
@@ -170,8 +216,7 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
         return true;
     }
     if (state != MouseState::Left || TunnelShape.SelectedNode < 0) return false;
-    auto& contour = TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes;
-    contour[static_cast<std::size_t>(TunnelShape.SelectedNode)] = Snapped(ShapePositionAt(x, y), controls);
+    MoveSelectedPoint(Snapped(ShapePositionAt(x, y), controls));
     return true;
 }
 
@@ -238,6 +283,18 @@ int ToolOfKey(const KeyPress& key) {
         default:
             return ToolOfShortcut(key);
     }
+}
+
+bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls) {
+    const bool acts = onCanvas && !key.alt && !controls.buttonDown;
+    const bool arrow = key.code >= kLeft && key.code <= kDown;
+    if (acts && arrow && !key.control) return MoveByKey(key.code, controls);
+    EndStep(controls);
+    if (!acts) return false;
+    if (arrow) return SelectByKey(key.code, controls.shown);
+    if (key.code != kEscape || TunnelShape.SelectedNode < 0) return false;
+    TunnelShape.SelectedNode = -1;
+    return true;
 }
 
 bool SnapCharacterPasses(std::string_view text, char32_t character) {

@@ -87,8 +87,8 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 void UsePreset(std::int16_t preset, const EditorControls& controls);
 bool OpenShapeFile(const std::string& path, const EditorControls& controls);
 
-// Key codes: 46 Delete, 70 F, 73 I, 77 M, 89 Y, 90 Z, 107 and 187 plus, 109 and 189 minus, 111 the slash of
-// the numeric pad; no other slash has a tool.
+// Key codes: 27 Escape, 37 Left, 38 Up, 39 Right, 40 Down, 46 Delete, 70 F, 73 I, 77 M, 89 Y, 90 Z, 107 and
+// 187 plus, 109 and 189 minus, 111 the slash of the numeric pad; no other slash has a tool.
 struct KeyPress {
     int code = 0;  // 0: any other key
     bool shift = false, control = false;
@@ -97,6 +97,13 @@ struct KeyPress {
 
 // The tool of a key, or -1. Shift, Control and Alt matter to Undo and Redo only.
 int ToolOfKey(const KeyPress& key);
+
+// A key without a tool. With the focus on the canvas the arrow keys move the selected point by the snap
+// interval (by 0.1 with snapping off); Control and Left or Right select the previous or next point of the
+// contour, Control and Up or Down the node's other point, but no hidden one; Escape selects nothing. A row of
+// moves is one step to undo: any other key ends it, wherever the focus is. No key acts while a mouse button
+// is down.
+bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls);
 
 // Whether a typed character may go into the box of the snap interval, which shows `text`. It allows a single
 // digit, or one with a point and up to two more digits.

@@ -41,6 +41,16 @@ int KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
     const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
     switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
+        case Qt::Key_Escape:
+            return 27;
+        case Qt::Key_Left:
+            return 37;
+        case Qt::Key_Up:
+            return 38;
+        case Qt::Key_Right:
+            return 39;
+        case Qt::Key_Down:
+            return 40;
         case Qt::Key_Delete:
             return 46;
         case Qt::Key_F:

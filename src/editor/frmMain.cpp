@@ -250,9 +250,20 @@ void frmMain::ShowMousePosition(float x, float y) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) {
+        const auto& press = static_cast<const QMouseEvent&>(*event);
+        const bool another = press.buttons() & ~press.button();
+        if (!another) EndShapeStep();  // a click anywhere ends a row of arrow keys
+    }
     if (event->type() == QEvent::KeyPress) {
-        const int tool = ToolOfKey(KeyPressOf(*static_cast<QKeyEvent*>(event)));
-        if (tool >= 0) Guarded([&] { RunTool(tool); });
+        const KeyPress key = KeyPressOf(*static_cast<QKeyEvent*>(event));
+        const int tool = ToolOfKey(key);
+        Guarded([&] {
+            if (tool >= 0)
+                RunTool(tool);
+            else if (PressKey(key, pbShape_->hasFocus(), Controls()))
+                Redraw();
+        });
         // The snap box has an undo of its own, which would get these keys.
         if (tool == kToolUndo || tool == kToolRedo) return true;
     }

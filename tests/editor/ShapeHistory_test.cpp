@@ -111,6 +111,37 @@ TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
     EXPECT_EQ(TunnelShape.InsideNodes, flipped.InsideNodes);
 }
 
+TEST_F(ShapeHistoryTest, ARowOfArrowKeysIsOneStepUntilAnotherKeyClickOrTool) {
+    constexpr int kUp = 38, kRight = 39, kOther = 0;
+    const struct {
+        const char* name;
+        std::function<void()> between;
+        int steps;
+    } cases[] = {{"nothing", [] {}, 1},
+                 {"a key elsewhere", [&] { PressKey({kOther}, false, controls); }, 2},
+                 {"a choice", [&] { PressKey({.code = kRight, .control = true}, true, controls); }, 2},
+                 {"a click", [&] { Press(2.5f, 0), Release(); }, 2},
+                 {"a zoom", [&] { TurnWheel(120, controls), TurnWheel(-120, controls); }, 2},
+                 {"a mirror", [&] { RunShapeTool(kToolMirror, controls); }, 3}};
+    for (const auto& [name, between, steps] : cases) {
+        MakePresetShape(0);
+        TunnelShape.SelectedNode = 0;
+        TunnelShape.ZoomScale = 1;
+        ShapeHistory = {};
+        EndShapeStep();
+        for (const int code : {kUp, kRight, kUp})
+            PressKey({code}, true, controls);
+        between();
+        for (const int code : {kRight, kUp})
+            PressKey({code}, true, controls);
+        int undone = 0;
+        while (Undo())
+            ++undone;
+        EXPECT_EQ(undone, steps) << name;
+        EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0})) << name;
+    }
+}
+
 TEST_F(ShapeHistoryTest, ANewStepDropsWhatWasUndone) {
     RunShapeTool(kToolMirror, controls);
     Undo();

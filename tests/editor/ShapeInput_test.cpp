@@ -10,6 +10,8 @@
 namespace boreforge {
 namespace {
 
+enum : int { kEscapeKey = 27, kArrowLeft = 37, kArrowUp = 38, kArrowRight = 39, kArrowDown = 40 };
+
 struct ShapeInputTest : CoreTest {
     ShapeInputTest() { ShapeView = {0, 0, 100, 80}; }
     // Canvas positions, with the origin at 100, 80.
@@ -146,6 +148,83 @@ TEST_F(ShapeInputTest, InsertTakesTheMidpointOfTheInsideContourAndDeleteDropsThe
     EXPECT_TRUE(RunShapeTool(kToolDelete, controls) && TunnelShape.SelectedNode == -1);
     EXPECT_FALSE(RunShapeTool(kToolInsert, controls) || RunShapeTool(kToolDelete, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {1, -2, 0}}));
+}
+
+TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnappingIt) {
+    const struct {
+        int code;
+        const char* interval;
+        bool snap;
+        Vector3D moved;  // from 2.25, 3
+    } cases[] = {{kArrowLeft, "0.5", true, {1.75f, 3, 0}},   {kArrowUp, "0.5", true, {2.25f, 3.5f, 0}},
+                 {kArrowRight, "0.25", true, {2.5f, 3, 0}},  {kArrowDown, "2", true, {2.25f, 1, 0}},
+                 {kArrowDown, "2", false, {2.25f, 2.9f, 0}}, {kArrowRight, "", true, {2.35f, 3, 0}}};
+    for (const auto& [code, interval, snap, moved] : cases)
+        for (const Truth outside : {kFalse, kTrue}) {
+            const Vector3D from{2.25f, 3, 7};
+            TunnelShape = {{{1, 1, 1}, from}, {{1, 1, 1}, from}, 50, 1, outside};
+            controls.snapTo = snap;
+            controls.snapText = interval;
+            EXPECT_TRUE(PressKey({code}, true, controls));
+            EXPECT_EQ(TunnelShape.InsideNodes[1], outside ? from : moved) << code << ' ' << interval;
+            EXPECT_EQ(TunnelShape.OutsideNodes[1], outside ? moved : from) << code << ' ' << interval;
+            EXPECT_EQ(TunnelShape.SelectedNode, 1);
+        }
+}
+
+TEST_F(ShapeInputTest, ControlAndArrowKeysChooseAmongVisiblePointsAndEscapeNone) {
+    constexpr int kHidden = -2;  // in place of the node: nothing is chosen
+    const struct {
+        int code, node;
+        bool outside;
+        ShownNodes shown;
+        int newNode;
+        bool newOutside;
+    } cases[] = {{kArrowRight, 1, false, {true, true}, 2, false},
+                 {kArrowRight, 3, true, {true, true}, 0, true},
+                 {kArrowLeft, 1, true, {true, true}, 0, true},
+                 {kArrowLeft, 0, false, {true, true}, 3, false},
+                 {kArrowUp, 1, false, {true, true}, 1, true},
+                 {kArrowDown, 1, true, {true, true}, 1, false},
+                 {kArrowUp, 1, true, {true, true}, 1, false},
+                 {kArrowUp, 1, false, {true, false}, kHidden, false},
+                 {kArrowDown, 1, true, {false, true}, kHidden, true},
+                 {kArrowRight, 1, true, {true, false}, kHidden, true},
+                 {kArrowRight, -1, true, {true, true}, 0, true},
+                 {kArrowLeft, -1, false, {true, true}, 3, false},
+                 {kArrowRight, -1, true, {true, false}, 0, false},
+                 {kArrowLeft, -1, true, {false, false}, kHidden, true},
+                 {kArrowUp, -1, true, {true, true}, kHidden, true}};
+    for (const auto& row : cases) {
+        MakePresetShape(0);
+        TunnelShape.SelectedNode = row.node;
+        TunnelShape.SelectedIsOutside = ToTruth(row.outside);
+        controls.shown = row.shown;
+        const bool chosen = row.newNode != kHidden;
+        EXPECT_EQ(PressKey({.code = row.code, .control = true}, true, controls), chosen) << row.code;
+        EXPECT_EQ(TunnelShape.SelectedNode, chosen ? row.newNode : row.node) << row.code << ' ' << row.node;
+        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.newOutside)) << row.code << ' ' << row.node;
+    }
+    TunnelShape.SelectedNode = 1;
+    EXPECT_TRUE(PressKey({kEscapeKey}, true, controls));
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_FALSE(PressKey({kEscapeKey}, true, controls)) << "nothing was selected";
+}
+
+TEST_F(ShapeInputTest, CanvasKeysDoNothingElsewhereWithAltWithAButtonDownOrOnNothing) {
+    EXPECT_FALSE(PressKey({.code = kArrowRight, .control = true}, true, controls)) << "the shape is empty";
+    MakePresetShape(0);
+    EXPECT_FALSE(PressKey({kArrowUp}, true, controls)) << "nothing is selected";
+    TunnelShape.SelectedNode = 0;
+    for (const int code : {kEscapeKey, kArrowUp, kArrowDown}) {
+        EXPECT_FALSE(PressKey({code}, false, controls)) << code;
+        EXPECT_FALSE(PressKey({.code = code, .alt = true}, true, controls)) << code;
+        controls.buttonDown = true;
+        EXPECT_FALSE(PressKey({code}, true, controls)) << code;
+        controls.buttonDown = false;
+    }
+    EXPECT_EQ(TunnelShape.SelectedNode, 0);
+    EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0}));
 }
 
 TEST_F(ShapeInputTest, KeyCodesAndTypedCharacters) {

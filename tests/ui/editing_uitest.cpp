@@ -152,3 +152,41 @@ TEST_F(UiTest, ADragIsUndoneAsAWholeAndNotBeforeItsRelease) {
         EXPECT_EQ(TunnelShape.NodeCount(), nodes);
     }
 }
+
+TEST_F(UiTest, ArrowKeysEditWhileTheCanvasHasTheFocus) {
+    Key(Qt::Key_Right, Qt::ControlModifier);
+    Key(Qt::Key_Up, Qt::ControlModifier);
+    EXPECT_EQ(TunnelShape.SelectedNode, 0);
+    EXPECT_EQ(TunnelShape.SelectedIsOutside, kTrue);
+    const struct {
+        int key;
+        Vector3D point;  // from 2.5, -1.5
+    } moves[] = {{Qt::Key_Left, {2, -1.5f, 0}},
+                 {Qt::Key_Down, {2, -2, 0}},
+                 {Qt::Key_Right, {2.5f, -2, 0}},
+                 {Qt::Key_Up, {2.5f, -1.5f, 0}},
+                 {Qt::Key_Up, {2.5f, -1, 0}}};
+    for (const auto& [key, point] : moves) {
+        Key(key);
+        EXPECT_EQ(TunnelShape.OutsideNodes[0], point);
+    }
+    Get(window, "txtSnap").setFocus();
+    Key(Qt::Key_Up);
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(TunnelShape.OutsideNodes[0], (Vector3D{2.5f, -1, 0}));
+    EXPECT_EQ(TunnelShape.SelectedNode, 0);
+    Get(window, "pbShape").setFocus();
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_EQ(Focus(), "pbShape");
+}
+
+TEST_F(UiTest, AClickAnywhereEndsARowOfArrowKeys) {
+    TunnelShape.SelectedNode = 1;
+    Key(Qt::Key_Up);
+    QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                      Get(window, "chkShowNodes(1)").geometry().center());
+    Key(Qt::Key_Up);
+    Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(TunnelShape.InsideNodes[1], (Vector3D{2, 3.5f, 0}));
+}

@@ -83,6 +83,8 @@ use "Error!"
 xdotool key Return
 use "Zephyrail Boreforge"
 xdotool key ctrl+z
+# Two rows of moves, of node 0 and then of its other point, are two steps.
+xdotool key ctrl+Right Right Up Left Left ctrl+Down Down Down Escape Up ctrl+z ctrl+z
 click 66 15
 use "Save Tunnel Shape As"
 answer "$work/shape" "^Save Tunnel Shape As"
