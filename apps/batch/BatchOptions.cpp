@@ -4,11 +4,15 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <string_view>
 
 namespace boreforge {
 
 namespace {
+
+const std::string kTrackExtension = ".zrtrack";
+const std::string kObjectExtension = ".3ds";
 
 // "R,G,B" with numbers from 0 to 255, or "#rrggbb".
 std::optional<PackedColor> ParseColor(std::string_view text) {
@@ -50,6 +54,43 @@ std::optional<std::int16_t> ParsePreset(const std::string& text) {
 
 std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }
 
+// Wrong usage unless `path` has this extension.
+void RequireExtension(const std::string& path, const std::string& extension) {
+    const std::string fault = path.empty() ? "A file's name is empty" : EndsIn(extension)(path);
+    if (!fault.empty()) throw CLI::ValidationError(fault);
+}
+
+// TRACK OUTPUT
+BatchJob SingleJob(const BatchOptions& options) {
+    if (options.OtherFiles.empty()) throw CLI::RequiredError("OUTPUT");
+    RequireExtension(options.OtherFiles[0], kObjectExtension);
+    if (options.OtherFiles.size() > 1)
+        throw CLI::ExtrasError({options.OtherFiles.begin() + 1, options.OtherFiles.end()});
+    return {options.Track, options.OtherFiles[0], options.TrackOut};
+}
+
+// --output-folder FOLDER TRACK...
+std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
+    std::vector<std::string> tracks = {options.Track};
+    tracks.insert(tracks.end(), options.OtherFiles.begin(), options.OtherFiles.end());
+    std::vector<BatchJob> jobs;
+    std::set<std::string> names;
+    for (const std::string& track : tracks) {
+        RequireExtension(track, kTrackExtension);
+        std::string name(BaseName(track));
+        name.resize(name.size() - kTrackExtension.size());
+        if (!names.insert(name).second)
+            throw CLI::ValidationError("--output-folder", "two tracks have the name '" + name + "'");
+        const std::string output = options.OutputFolder + "/" + name;
+        jobs.push_back({track, output + kObjectExtension, options.NoTrack ? "" : output + kTrackExtension});
+    }
+    return jobs;
+}
+
+void DeriveJobs(BatchOptions& options) {
+    options.Jobs = options.OutputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
+}
+
 }  // namespace
 
 void AddBatchOptions(CLI::App& application, BatchOptions& options) {
@@ -57,14 +98,21 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     application.description(
         "Makes a tunnel along every tunnel segment of the track, writes it to OUTPUT and saves the track "
         "with\n"
-        "the changes that were asked for.");
+        "the changes that were asked for. With --output-folder it does so for several tracks.");
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2 the track is as it was.");
+        "After 1 or 2 the track is as it was. Of several tracks each is done or fails by itself.");
     AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
-    AddPath(application, "OUTPUT", options.Object, "FILE.3ds", "The object to write")
-        ->required()
-        ->check(EndsIn(".3ds"));
+    application
+        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: more tracks")
+        ->type_name("FILE.3ds");
+    CLI::Option* const folder = AddPath(application, "--output-folder", options.OutputFolder, "FOLDER",
+                                        "Write each track's object and the changed track there");
+    CLI::Option* const dryRun =
+        application.add_flag("--dry-run", options.DryRun, "Say what would be made, and write nothing");
+    for (CLI::Option* const option : {folder, dryRun})
+        option->group("Files");
+    application.callback([&options] { DeriveJobs(options); });
 
     CLI::Option* const shape =
         AddPath(application, "--shape", options.Shape, "FILE.zrbf", "The cross-section in this file");
@@ -92,16 +140,22 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     CLI::Option* const noDim = application.add_flag_callback(
         "--no-dim", [&choices] { choices.DimColors = false; }, "Don't change the colours of segments");
     noDim->excludes(dim);
-    CLI::Option* const changes[] = {dim, noDim,
+    CLI::Option* const trackOut = AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
+                                          "Save the changed track there and leave TRACK as it is")
+                                      ->check(EndsIn(kTrackExtension))
+                                      ->excludes(folder);
+    CLI::Option* const noTrack =
+        application.add_flag("--no-track", options.NoTrack, "Write the object alone")->excludes(trackOut);
+    CLI::Option* const changes[] = {dim,
+                                    noDim,
                                     application.add_flag_callback(
                                         "--keep-tunnel-flags", [&choices] { choices.RemoveTunnels = false; },
                                         "Don't clear the tunnel flags"),
                                     application.add_flag_callback(
                                         "--no-place", [&choices] { choices.PlaceObject = false; },
                                         "Don't add the object to the track's scenery"),
-                                    AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
-                                            "Save the changed track there and leave TRACK as it is")
-                                        ->check(EndsIn(".zrtrack"))};
+                                    trackOut,
+                                    noTrack};
     for (CLI::Option* const option : changes)
         option->group("Track");
 }

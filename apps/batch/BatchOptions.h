@@ -3,19 +3,31 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "job/TunnelSettings.h"
 #include "shared/CommandLine.h"
 
 namespace boreforge {
 
-struct BatchOptions {
+// One track with the files that are made from it.
+struct BatchJob {
     std::string Track;
     std::string Object;
-    std::string Shape;  // a .zrbf file; empty: the preset
+    std::string TrackOut;  // empty: the track itself is rewritten, or none is
+};
+
+struct BatchOptions {
+    std::string Track;
+    std::vector<std::string> OtherFiles;  // the object, or with OutputFolder more tracks
+    std::string TrackOut;
+    std::string OutputFolder;
+    std::vector<BatchJob> Jobs;  // from all of these
+    std::string Shape;           // a .zrbf file; empty: the preset
     std::int16_t Preset = 0;
-    std::string TrackOut;  // empty: the track itself is rewritten
     TunnelChoices Choices;
+    bool NoTrack = false;
+    bool DryRun = false;
 };
 
 // Describes the options to `application`, which fills `options` when it parses.

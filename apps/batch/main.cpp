@@ -5,6 +5,7 @@
 
 #include "base/Message.h"
 #include "batch/BatchOptions.h"
+#include "batch/ShapeWarnings.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
@@ -24,22 +25,33 @@ bool IsApart(const char* what, const std::string& output, const std::string& inp
     return false;
 }
 
-// What is written goes over whatever stands there; that must be none of the user's inputs.
-bool OutputsAreApart(const BatchOptions& options) {
-    const std::string trackOut = options.TrackOut.empty() ? std::string() : TrackSavePath(options.TrackOut);
-    return IsApart("3DS Object", options.Object, options.Track) &&
-           IsApart("3DS Object", options.Object, options.Shape) &&
-           IsApart("3DS Object", options.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
+// An output replaces what is at its path, which must not be one of the user's inputs.
+bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
+    const std::string trackOut = job.TrackOut.empty() ? std::string() : TrackSavePath(job.TrackOut);
+    const bool isReplaced = options.OutputFolder.empty() || IsApart("Track", trackOut, job.Track);
+    return isReplaced && IsApart("3DS Object", job.Object, job.Track) &&
+           IsApart("3DS Object", job.Object, options.Shape) && IsApart("3DS Object", job.Object, trackOut) &&
+           IsApart("Track", trackOut, options.Shape);
+}
+
+// Prints why the file at `path` could not be read.
+void PrintReason(const std::string& path, const std::string& kind) {
+    const bool isOther = lastFileFailure.problem == FileProblem::WrongBeginning;
+    PrintError(path + ": " + (isOther ? "It is not a " + kind + "." : FailureText()));
 }
 
 bool PrepareShape(const BatchOptions& options) {
+    ResetTunnelShape();
     if (options.Shape.empty()) {
         MakePresetShape(options.Preset);
-        return true;
+    } else if (!LoadTunnelShape(options.Shape)) {
+        ShowError("Error - Invalid Tunnel Shape File!");
+        PrintReason(options.Shape, "tunnel shape");
+        return false;
     }
-    if (LoadTunnelShape(options.Shape)) return true;
-    ShowError("Error - Invalid Tunnel Shape File!\n\n" + options.Shape);
-    return false;
+    for (const std::string& warning : ShapeWarnings(TunnelShape, options.Choices.DoubleSided))
+        PrintError("Warning: " + warning);
+    return true;
 }
 
 std::int32_t CountTunnels() {
@@ -49,27 +61,48 @@ std::int32_t CountTunnels() {
     return tunnels;
 }
 
-void PrintSummary(std::int32_t tunnels, const std::string& object) {
+void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {
     std::int64_t faces = 0;
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         faces += mesh.FaceCount();
-    std::printf("%d segments, %d tunnel segments: %d objects, %lld faces, %d bytes in %s\n",
+    std::printf("%d segments, %d tunnel segments: %d objects, %lld faces, %d bytes %s %s\n",
                 TrackFile.SegmentCount(), tunnels, Model3DS.MeshCount(), static_cast<long long>(faces),
-                Compute3DSLength(), Printable(object).c_str());
+                Compute3DSLength(), isWritten ? "in" : "for", Printable(object).c_str());
+}
+
+bool RunJob(const BatchOptions& options, const BatchJob& job) {
+    if (!OutputsAreApart(options, job)) return false;
+    if (!OpenTrack(job.Track)) {
+        PrintReason(job.Track, "track");
+        return false;
+    }
+    if (!job.TrackOut.empty()) TrackFilePath = job.TrackOut;
+    const std::int32_t tunnels = CountTunnels();
+    TunnelJobSettings settings = DeriveJobSettings(options.Choices, job.Object);
+    if (options.NoTrack) settings.PlaceObject = false;
+    if (options.DryRun || options.NoTrack) {
+        if (!BuildTunnelObject(settings)) return false;
+        if (Compute3DSLength() < 0) {
+            ShowError("Error - The Tunnel Is Too Large for a 3DS File!");
+            return false;
+        }
+        if (!options.DryRun && !WriteTunnelObject(job.Object)) return false;
+    } else if (!RunTunnelJob(settings)) {
+        return false;
+    }
+    PrintSummary(tunnels, job.Object, !options.DryRun);
+    return true;
 }
 
 int RunBatch(const BatchOptions& options) {
-    ResetTunnelShape();
-    if (!OutputsAreApart(options) || !PrepareShape(options)) return kFailed;
-    if (!OpenTrack(options.Track)) {
-        PrintError("\n" + options.Track);  // one of many in a script's loop
-        return kFailed;
+    if (!PrepareShape(options)) return kFailed;
+    int status = kDone;
+    for (const BatchJob& job : options.Jobs) {
+        if (RunJob(options, job)) continue;
+        status = kFailed;
+        if (options.Jobs.size() > 1) PrintError("Failed: " + job.Track);
     }
-    if (!options.TrackOut.empty()) TrackFilePath = options.TrackOut;
-    const std::int32_t tunnels = CountTunnels();
-    if (!RunTunnelJob(DeriveJobSettings(options.Choices, options.Object))) return kFailed;
-    PrintSummary(tunnels, options.Object);
-    return kDone;
+    return status;
 }
 
 }  // namespace

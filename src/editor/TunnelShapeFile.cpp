@@ -32,11 +32,13 @@ void PutPoint(std::int32_t& position, const Vector3D& point) {
 // Fills the empty shape from FileBuffer.
 bool GetShape() {
     const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the last byte is not the file's
-    if (length < kHeadBytes) return false;
+    const std::string end = "It ends at byte " + std::to_string(length);
+    if (length < kHeadBytes) return FailAsDamaged(end + ", within the number of its nodes.");
     std::int32_t position = 0;
-    if (GetTag(position) != kShapeBeginning) return false;
+    if (GetTag(position) != kShapeBeginning) return Fail(FileProblem::WrongBeginning);
     const std::int32_t count = GetInt32(position);
-    if (kHeadBytes + kNodeBytes * count > length) return false;
+    if (kHeadBytes + kNodeBytes * count > length)
+        return FailAsDamaged(end + ", which is too early for " + std::to_string(count) + " nodes.");
     for (std::int32_t i = 0; i < count; ++i) {
         AddShapeNode(GetPoint(position));
         TunnelShape.OutsideNodes.back() = GetPoint(position);
@@ -53,14 +55,14 @@ bool LoadTunnelShape(const std::string& path) {
             return false;
         }
     } catch (const std::bad_alloc&) {
-        return false;
+        return FailByMemory();
     }
     ResetTunnelShape();
     bool good = false;
     try {
         good = GetShape();
     } catch (const std::bad_alloc&) {
-        good = false;
+        good = FailByMemory();
     }
     if (!good) ResetTunnelShape();
     return good;

@@ -162,29 +162,39 @@ bool HoldTrack(HeldFile& held) {
     return false;
 }
 
-bool WriteResults(const TunnelJobSettings& settings, const HeldFile& held) {
-    if (!Save3DSFile(settings.OutputPath)) {
-        ShowError(FailureMessage("Error - The 3DS Object Can't Be Written!", settings.OutputPath,
-                                 "The track was not changed."));
-        return false;
-    }
-    if (!WriteTrackFile(TrackFilePath, held.IsHeld() ? &held : nullptr)) {
-        ShowTrackFailure("The 3DS object was written; the track was not saved.");
-        return false;
-    }
-    return true;
+bool SaveTrack(const HeldFile& held) {
+    if (WriteTrackFile(TrackFilePath, held.IsHeld() ? &held : nullptr)) return true;
+    ShowTrackFailure("The 3DS object was written; the track was not saved.");
+    return false;
 }
 
 bool FitsFormat(const TunnelJobSettings& settings) {
     return !IsTooLarge(settings) || Refuse("The Tunnel Is Too Large for a 3DS File", kLessDetail);
 }
 
-bool RunTracedJob(TunnelJobSettings& settings) {
-    HeldFile held;
-    if (!FitsFormat(settings) || !HoldTrack(held)) return false;
+// Everything up to the first byte that is written; the track is held, if at all, before memory is filled.
+bool BuildObject(TunnelJobSettings& settings, HeldFile* held) {
+    if (!TrackLoaded) return false;
+    if (CountTunnels() == 0) {
+        BuildTunnels(settings);  // leaves the model with its materials alone
+        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
+        return false;
+    }
+    if (!HasWalkedPath() || !ObjectMayBeWritten(settings) || !FitsFormat(settings)) return false;
+    if (held && !HoldTrack(*held)) return false;
     BuildTunnels(settings);
-    ModifyTrack(settings);
-    return WriteResults(settings, held);
+    return true;
+}
+
+// Calls `work`, which returns false with a message when it fails.
+template <class Work>
+bool WithinMemory(Work work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        ResetModel();
+        return Refuse("Not Enough Memory for This Tunnel", kLessDetail);
+    }
 }
 
 }  // namespace
@@ -201,20 +211,23 @@ bool OpenTrack(const std::string& path) {
     return true;
 }
 
+bool BuildTunnelObject(TunnelJobSettings settings) {
+    return WithinMemory([&] { return BuildObject(settings, nullptr); });
+}
+
+bool WriteTunnelObject(const std::string& path) {
+    if (Save3DSFile(path)) return true;
+    ShowError(FailureMessage("Error - The 3DS Object Can't Be Written!", path, "The track was not changed."));
+    return false;
+}
+
 bool RunTunnelJob(TunnelJobSettings settings) {
-    if (!TrackLoaded) return false;
-    if (CountTunnels() == 0) {
-        BuildTunnels(settings);  // leaves the model with its materials alone
-        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
-        return false;
-    }
-    if (!HasWalkedPath() || !ObjectMayBeWritten(settings)) return false;
-    try {
-        return RunTracedJob(settings);
-    } catch (const std::bad_alloc&) {
-        ResetModel();
-        return Refuse("Not Enough Memory for This Tunnel", kLessDetail);
-    }
+    return WithinMemory([&] {
+        HeldFile held;
+        if (!BuildObject(settings, &held)) return false;
+        ModifyTrack(settings);
+        return WriteTunnelObject(settings.OutputPath) && SaveTrack(held);
+    });
 }
 
 }  // namespace boreforge

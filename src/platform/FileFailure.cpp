@@ -22,10 +22,21 @@ bool FailByMemory() {
     return false;
 }
 
+bool FailAsDamaged(const std::string& place) {
+    lastFileFailure = {FileProblem::Damaged, 0, place};
+    return false;
+}
+
 std::string FailureText() {
     switch (lastFileFailure.problem) {
         case FileProblem::None:
             return "The reason is not known.";
+        case FileProblem::Missing:
+            return "There is no such file.";
+        case FileProblem::WrongName:
+            return "Its name is not that of a file of this kind.";
+        case FileProblem::Damaged:
+            return lastFileFailure.place;
         case FileProblem::System:
             return std::generic_category().message(lastFileFailure.code) + ".";
         case FileProblem::NotRegular:

@@ -8,6 +8,9 @@ namespace boreforge {
 
 enum class FileProblem {
     None,
+    Missing,
+    WrongName,       // not that of a file of this kind
+    Damaged,         // see `place`
     System,          // see `code`
     NotRegular,      // a folder, a device, a pipe
     TooLarge,        // 2 GiB or more, or more than the format can hold
@@ -22,7 +25,8 @@ enum class FileProblem {
 
 struct FileFailure {
     FileProblem problem = FileProblem::None;
-    int code = 0;  // errno, for FileProblem::System
+    int code = 0;            // errno, for FileProblem::System
+    std::string place = {};  // a sentence on where a damaged file fails
 };
 
 // Why the last call that reads or writes a file returned false. Only meaningful right after it did.
@@ -30,6 +34,7 @@ extern FileFailure lastFileFailure;
 
 // Each records a failure and returns false, for "return Fail(...)".
 bool Fail(FileProblem problem);
+bool FailAsDamaged(const std::string& place);
 bool FailBySystem();  // with the current errno
 bool FailByMemory();  // memory has run out
 

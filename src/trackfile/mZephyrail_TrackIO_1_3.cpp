@@ -89,26 +89,38 @@ void SkipForeignChunk(ReadCursor& at) {
     SkipBytes(at, kForeignChunkExtraBytes);
 }
 
+// Notes why the chunk that begins at byte `start` can't be read. Its size is of use here alone: it tells a
+// file that was cut short from one that is damaged.
+bool FailInChunk(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
+    const std::ptrdiff_t present = std::ssize(TrackBytes) - start;
+    const std::string ofChunk = " of chunk \"" + tag + "\".";
+    if (tag.empty())
+        return FailAsDamaged("It ends at byte " + std::to_string(start) + ", where another chunk is due.");
+    if (present < kTagAndSizeBytes || BitsAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)
+        return FailAsDamaged("It ends at byte " + std::to_string(present) + ofChunk);
+    return FailAsDamaged("It is damaged at byte " + std::to_string(at.position - start) + ofChunk);
+}
+
 // Walks the chunks of a file from its first byte. Nesting matters only for how many chunks are still to come:
 // each chunk adds its children. The sizes of known chunks are not needed.
 bool ReadChunks(ReadCursor& at) {
-    if (ReadTag(at) != ZphrLayout::Tag) return false;
+    if (ReadTag(at) != ZphrLayout::Tag) return Fail(FileProblem::WrongBeginning);
     ReadZphrChunk(at, TrackFile);
     std::int64_t remaining = TrackFile.ZphrChildren;
-    if (remaining < 0) return false;
-    while (remaining >= 1 && !at.failed) {
-        const ChunkKind* const kind = KindBelowRoot(ReadTag(at));
-        if (kind) {
+    if (at.failed || remaining < 0) return FailInChunk("ZPHR", 0, at);
+    for (; remaining >= 1; --remaining) {
+        const std::ptrdiff_t start = at.position;
+        const std::string tag = ReadTag(at);
+        const ChunkKind* const kind = KindBelowRoot(tag);
+        if (kind)
             kind->read(at, TrackFile);
-            const std::int32_t children = TrackFile.*kind->children;
-            if (children < 0) return false;
-            remaining += children;
-        } else {
+        else
             SkipForeignChunk(at);
-        }
-        --remaining;
+        const std::int32_t children = kind ? TrackFile.*kind->children : 0;
+        if (at.failed || children < 0) return FailInChunk(tag, start, at);
+        remaining += children;
     }
-    return !at.failed;
+    return true;
 }
 
 bool LoadTrack(const std::string& path) {
@@ -133,7 +145,8 @@ bool SaveTrack(const std::string& path, const HeldFile* held) {
 }  // namespace
 
 bool ReadTrackFile(const std::string& path) {
-    if (path.empty() || !FileExists(path) || !HasTrackExtension(path)) return false;
+    if (path.empty() || !FileExists(path)) return Fail(FileProblem::Missing);
+    if (!HasTrackExtension(path)) return Fail(FileProblem::WrongName);
     ResetTrackFile();
     if (!IfMemorySuffices([&] { return LoadTrack(path); })) {
         ResetTrackFile();

@@ -2,6 +2,7 @@
 #include "support/BatchTest.h"
 
 #include <filesystem>
+#include <limits>
 
 #include "job/mMain.h"
 
@@ -73,6 +74,33 @@ TEST_F(FailingBatchTest, AFailureEndsWithOneAndItsReason) {
     EXPECT_EQ(ReadBytes(In("track.3ds")), track_);
 }
 
+TEST_F(FailingBatchTest, AFileThatCantBeReadHasItsReasonInTheSecondLine) {
+    const Bytes shape = ReadBytes(In("s.zrbf"));
+    const auto write = [this](const char* name, const Bytes& bytes, std::size_t length) {
+        WriteBytes(In(name), Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length)));
+    };
+    WriteBytes(In("shape.zrtrack"), shape);
+    const std::string text(track_.begin(), track_.end());
+    const std::size_t segments = text.find("SEGM");
+    write("cut.zrtrack", track_, segments + 60);
+    write("between.zrtrack", track_, segments + 2);
+    Bytes damaged = track_;
+    damaged[segments + 8] = 0xFF;  // of the number of its children
+    WriteBytes(In("damaged.zrtrack"), damaged);
+    write("cut.zrbf", shape, 100);
+    write("head.zrbf", shape, 6);
+    ExpectFailures({{"absent.zrtrack o.3ds", "Invalid Track File!\nabsent.zrtrack: There is no such file."},
+                    {"s.zrbf o.3ds", "\ns.zrbf: Its name is not that"},
+                    {"shape.zrtrack o.3ds", "\nshape.zrtrack: It is not a track."},
+                    {"cut.zrtrack o.3ds", "\ncut.zrtrack: It ends at byte 60 of chunk \"SEGM\"."},
+                    {"between.zrtrack o.3ds", ", where another chunk is due."},
+                    {"damaged.zrtrack o.3ds", ": It is damaged at byte 12 of chunk \"SEGM\"."},
+                    {"t.zrtrack o.3ds --shape cut.zrbf", "Shape File!\ncut.zrbf: It ends at byte 100, which"},
+                    {"t.zrtrack o.3ds --shape head.zrbf", "It ends at byte 6, within the number"},
+                    {"t.zrtrack o.3ds --shape t.zrtrack", "It is not a tunnel shape."}},
+                   1);
+}
+
 TEST_F(FailingBatchTest, WrongUsageEndsWithTwoAndWritesNothing) {
     WriteBytes(In("u.zrtrack"), track_);
     ExpectFailures({{"t.zrtrack", "OUTPUT is required"},
@@ -81,6 +109,9 @@ TEST_F(FailingBatchTest, WrongUsageEndsWithTwoAndWritesNothing) {
                     {"t.zrtrack .3ds", "doesn't end in .3ds"},
                     {"t.zrtrack o.3ds --track-out u", "'u' doesn't end in .zrtrack"},
                     {"t.zrtrack o.3ds third", "not expected: third"},
+                    {"t.zrtrack u.zrtrack a/t.zrtrack --output-folder .", "two tracks have the name 't'"},
+                    {"t.zrtrack o.3ds --output-folder .", "'o.3ds' doesn't end in .zrtrack"},
+                    {"t.zrtrack --output-folder . --track-out x.zrtrack", "excludes"},
                     {"t.zrtrack o.3ds --nonsense", "not expected: --nonsense"},
                     {"t.zrtrack o.3ds --dim 5x", "--dim: takes 0..100, not '5x'"},
                     {"t.zrtrack o.3ds --color 1,2", "--color: takes R,G,B|#rrggbb, not '1,2'"},
@@ -95,6 +126,94 @@ TEST_F(FailingBatchTest, WrongUsageEndsWithTwoAndWritesNothing) {
 
 TEST_F(FailingBatchTest, WhatAFileNameHoldsCantControlTheTerminal) {
     ExpectFailures({{"$(printf 'a\\033]0;b\\302\\233c\\377.zrtrack') o.3ds", "a?]0;b?c?.zrtrack"}}, 1);
+}
+
+TEST_F(BatchTest, SeveralTracksGoToTheOutputFolderAndOneThatFailsStopsNoOther) {
+    std::filesystem::create_directory(In("made"));
+    WriteBytes(In("bad.zrtrack"), {});
+    WriteBytes(In("u.zrtrack"), track_);
+    ASSERT_EQ(Run(kBatch + "t.zrtrack made/t.3ds --track-out made/t.zrtrack"), 0);
+    const Bytes object = ReadBytes(In("made/t.3ds")), changed = ReadBytes(In("made/t.zrtrack"));
+    EXPECT_EQ(Run(kBatch + "t.zrtrack bad.zrtrack u.zrtrack --output-folder made"), 1);
+    EXPECT_NE(Text("err").find("Failed: bad.zrtrack"), std::string::npos) << Text("err");
+    EXPECT_EQ(ReadBytes(In("made/t.zrtrack")), changed);
+    EXPECT_EQ(ReadBytes(In("made/u.3ds")), object);
+    EXPECT_FALSE(std::filesystem::exists(In("made/bad.3ds")));
+    EXPECT_TRUE(TrackIsAsItWas());
+    EXPECT_EQ(Run(kBatch + "t.zrtrack --output-folder ."), 1) << "would replace the original";
+    EXPECT_TRUE(TrackIsAsItWas());
+}
+
+TEST_F(BatchTest, NoTrackWritesTheObjectAloneAndADryRunNothing) {
+    ASSERT_EQ(Run(kBatch + "t.zrtrack o.3ds --track-out new.zrtrack"), 0);
+    const Bytes object = ReadBytes(In("o.3ds"));
+    const std::string summary = Text("out");
+    std::filesystem::remove(In("o.3ds"));
+    EXPECT_EQ(Run(kBatch + "t.zrtrack o.3ds --dry-run"), 0);
+    EXPECT_EQ(Text("out"), summary.substr(0, summary.rfind(" in ")) + " for o.3ds\n");
+    EXPECT_FALSE(std::filesystem::exists(In("o.3ds")));
+    // A name that can't be put into a track doesn't matter here.
+    EXPECT_EQ(Run(kBatch + "t.zrtrack 東.3ds --no-track"), 0) << Text("err");
+    EXPECT_EQ(ReadBytes(In("東.3ds")), object);
+    EXPECT_TRUE(TrackIsAsItWas());
+}
+
+TEST_F(BatchTest, WarnsOfShapesThatAreProbablyWrong) {
+    using Nodes = std::vector<Vector3D>;
+    const Nodes inside = {{2, -1, 0}, {2, 3, 0}, {-2, 3, 0}, {-2, -1, 0}};
+    const Nodes outside = {{3, -2, 0}, {3, 4, 0}, {-3, 4, 0}, {-3, -2, 0}};
+    const Nodes clockwise(inside.rbegin(), inside.rend());
+    const struct {
+        const char* name;
+        Nodes inside, outside;
+        const char *options, *warnings;
+    } cases[] = {
+        {"right", inside, outside, "", ""},
+        {"no wall between the contours", inside, inside, "", ""},
+        {"empty", {}, {}, "", "The shape is empty, so the object has no faces.\n"},
+        {"a line",
+         {{0, 0, 0}, {1, 1, 0}},
+         {{0, 2, 0}, {1, 3, 0}},
+         "",
+         "The shape has fewer than three nodes.\n"},
+        {"clockwise", clockwise, outside, "",
+         "The inside contour is drawn clockwise, so its walls face the wrong way.\n"},
+        {"clockwise, double-sided", clockwise, outside, "--double-sided", ""},
+        {"crossed edges",
+         {inside[0], inside[2], {-1, 5, 0}, inside[3]},
+         {{9, -9, 0}, {9, 9, 0}, {-9, 9, 0}, {-9, -9, 0}},
+         "",
+         "The inside contour crosses itself.\n"},
+        {"crossing in a common node",
+         {{-1, -1, 0}, {0, 0, 0}, {1, 1, 0}, {1, -1, 0}, {0, 0, 0}, {-1, 1, 0}},
+         {{9, -9, 0}, {9, 0, 0}, {9, 9, 0}, {-9, 9, 0}, {-9, 0, 0}, {-9, -9, 0}},
+         "",
+         "The inside contour crosses itself.\n"},
+        {"a node outside",
+         {inside[0], {4, 1, 0}, inside[1], inside[2]},
+         outside,
+         "",
+         "The contours cross each other.\n"},
+        {"crossing in a node",
+         {inside[0], {4, 0, 0}, {2, 4, 0}, {-2, 0, 0}},
+         {{3, -2, 0}, {3, 2, 0}, {-3, 4, 0}, {-3, -2, 0}},
+         "",
+         "The contours cross each other.\n"},
+        {"a node on the other contour", {{3, 1, 0}, inside[1], inside[2], inside[3]}, outside, "", ""},
+        {"infinite",
+         {inside[0], inside[1], {std::numeric_limits<float>::infinity(), 0, 0}, inside[3]},
+         outside,
+         "",
+         "The shape has coordinates that are not finite; most programs will refuse the object.\n"}};
+    for (const auto& [name, insideNodes, outsideNodes, options, warnings] : cases) {
+        SCOPED_TRACE(name);
+        TunnelShape.InsideNodes = insideNodes;
+        TunnelShape.OutsideNodes = outsideNodes;
+        ASSERT_TRUE(SaveTunnelShape(In("w.zrbf")));
+        EXPECT_EQ(Run(kBatch + "t.zrtrack o.3ds --dry-run --shape w.zrbf " + options), 0);
+        const std::string expected = *warnings ? std::string("Warning: ") + warnings : "";
+        EXPECT_EQ(Text("err"), expected);
+    }
 }
 
 TEST_F(BatchTest, TheSamplesAreWhatTheirMakerMakes) {

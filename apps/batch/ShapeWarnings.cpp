@@ -1,0 +1,116 @@
+#include "batch/ShapeWarnings.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+namespace boreforge {
+
+namespace {
+
+constexpr std::size_t kMaxNodesForCrossings = 2000;  // every edge is compared with every other
+
+struct Point2D {
+    double x, y;
+    friend bool operator==(const Point2D&, const Point2D&) = default;
+};
+
+// A closed line without repeated points, so that every edge has a direction.
+using Contour = std::vector<Point2D>;
+
+Contour ContourOf(const std::vector<Vector3D>& nodes) {
+    Contour contour;
+    for (const Vector3D& node : nodes)
+        contour.push_back({node.x, node.y});
+    contour.erase(std::ranges::unique(contour).begin(), contour.end());
+    while (contour.size() > 1 && contour.front() == contour.back())
+        contour.pop_back();
+    return contour;
+}
+
+const Point2D& After(const Contour& contour, std::size_t i) { return contour[(i + 1) % contour.size()]; }
+const Point2D& Before(const Contour& contour, std::size_t i) {
+    return contour[(i + contour.size() - 1) % contour.size()];
+}
+
+// On which side of the line from a to b p is: 1 left, -1 right, 0 on it.
+int SideOf(const Point2D& a, const Point2D& b, const Point2D& p) {
+    const double product = (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
+    return product > 0 ? 1 : product < 0 ? -1 : 0;
+}
+
+double SignedArea(const Contour& contour) {
+    double area = 0;
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Point2D &p = contour[i], &q = After(contour, i);
+        area += (p.x * q.y - q.x * p.y) / 2;
+    }
+    return area;
+}
+
+bool IsBetween(const Point2D& p, const Point2D& a, const Point2D& b) {
+    return std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x) && std::min(a.y, b.y) <= p.y &&
+           p.y <= std::max(a.y, b.y);
+}
+
+// Whether the direction to p is strictly within the angle that leads counter-clockwise from a to b around v.
+bool IsInAngle(const Point2D& p, const Point2D& a, const Point2D& v, const Point2D& b) {
+    const bool leftOfA = SideOf(v, a, p) > 0, rightOfB = SideOf(v, b, p) < 0;
+    const int turn = SideOf(v, a, b);
+    if (turn != 0) return turn > 0 ? leftOfA && rightOfB : leftOfA || rightOfB;
+    const bool isStraight = (a.x - v.x) * (b.x - v.x) + (a.y - v.y) * (b.y - v.y) < 0;
+    return isStraight && leftOfA;
+}
+
+// Whether the line c-v-d goes through the line a-v-b, not only touches it.
+bool PassesThrough(const Point2D& a, const Point2D& v, const Point2D& b, const Point2D& c, const Point2D& d) {
+    return (IsInAngle(c, a, v, b) && IsInAngle(d, b, v, a)) ||
+           (IsInAngle(d, a, v, b) && IsInAngle(c, b, v, a));
+}
+
+// Whether edge i of one contour crosses edge k of the other, which may be the same one. A crossing in a node
+// counts for the edges that the node begins.
+bool EdgesCross(const Contour& one, std::size_t i, const Contour& other, std::size_t k) {
+    const Point2D &a = one[i], &b = After(one, i), &c = other[k], &d = After(other, k);
+    const int sideOfA = SideOf(c, d, a), sideOfB = SideOf(c, d, b);
+    const int sideOfC = SideOf(a, b, c), sideOfD = SideOf(a, b, d);
+    if (sideOfA * sideOfB < 0 && sideOfC * sideOfD < 0) return true;
+    if (a == c) return PassesThrough(Before(one, i), a, b, Before(other, k), d);
+    if (sideOfA == 0 && a != d && IsBetween(a, c, d)) return PassesThrough(Before(one, i), a, b, c, d);
+    if (sideOfC == 0 && c != b && IsBetween(c, a, b)) return PassesThrough(a, c, b, Before(other, k), d);
+    return false;
+}
+
+bool ContoursCross(const Contour& one, const Contour& other) {
+    for (std::size_t i = 0; i < one.size(); ++i)
+        for (std::size_t k = &one == &other ? i + 1 : 0; k < other.size(); ++k)
+            if (EdgesCross(one, i, other, k)) return true;
+    return false;
+}
+
+bool IsFinite(const Vector3D& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+
+}  // namespace
+
+std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided) {
+    const std::size_t nodes = shape.InsideNodes.size();
+    if (nodes == 0) return {"The shape is empty, so the object has no faces."};
+    if (!std::ranges::all_of(shape.InsideNodes, IsFinite) ||
+        !std::ranges::all_of(shape.OutsideNodes, IsFinite))
+        return {"The shape has coordinates that are not finite; most programs will refuse the object."};
+    std::vector<std::string> warnings;
+    if (nodes < 3) warnings.push_back("The shape has fewer than three nodes.");
+    const Contour contours[] = {ContourOf(shape.InsideNodes), ContourOf(shape.OutsideNodes)};
+    const std::string names[] = {"The inside contour", "The outside contour"};
+    for (int i = 0; i < 2; ++i) {
+        if (SignedArea(contours[i]) < 0 && !doubleSided)
+            warnings.push_back(names[i] + " is drawn clockwise, so its walls face the wrong way.");
+        if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[i], contours[i]))
+            warnings.push_back(names[i] + " crosses itself.");
+    }
+    if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[0], contours[1]))
+        warnings.push_back("The contours cross each other.");
+    return warnings;
+}
+
+}  // namespace boreforge
