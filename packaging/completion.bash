@@ -29,12 +29,16 @@ _boreforge() {
         mapfile -t COMPREPLY < <(compgen -W "$(grep -oE '^  (-h,)?--[a-z-]+' <<<"$help" | grep -o -- '--.*')" -- "$current")
         return
     fi
+    [[ " ${COMP_WORDS[*]} " != *" --output-folder"* ]] || given=0  # all of them are tracks
     [[ -n $value ]] || value=$(sed -n "$((given + 1))s/.* //p" <<<"$positionals")
     case $value in
         *.*.* | *,* | "") ;;  # a number or a colour
         *.*)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -f -X "!*.${value#*.}" -- "$current"; compgen -d -- "$current") ;;
+        FOLDER)
+            compopt -o filenames
+            mapfile -t COMPREPLY < <(compgen -d -- "$current") ;;
         *) mapfile -t COMPREPLY < <(compgen -W "${value//|/ }" -- "$current") ;;
     esac
 }

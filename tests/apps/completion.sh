@@ -37,6 +37,8 @@ expect "a b.3ds;folder;" boreforge-batch --color 1,2,3 track.zrtrack ""
 expect "track.zrtrack;" boreforge-batch --track-out t
 expect ";" boreforge-batch --color ""
 expect ";" boreforge-batch track.zrtrack tube.3ds ""
+expect "folder;" boreforge-batch track.zrtrack --output-folder ""
+expect "track.zrtrack;folder;" boreforge-batch --output-folder folder track.zrtrack ""
 expect "--json;" boreforge-check --j
 expect "a b.3ds;folder;" boreforge-check --json ""
 if [ -x "$programs/boreforge-picture" ]; then
