@@ -25,7 +25,7 @@ expect() {
     echo "$*: expected $expected got $(printf '%s;' "${COMPREPLY[@]}")"
     failed=1
 }
-expect "--detail;--double-sided;--dim;" boreforge-batch --d
+expect "--dry-run;--detail;--double-sided;--dim;" boreforge-batch --d
 expect "--help;" boreforge-batch --h
 expect "high;" boreforge-batch --detail h
 expect "high;" boreforge-batch --detail = h
