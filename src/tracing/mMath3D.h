@@ -2,7 +2,11 @@
 // products are formed in 64 bits and rounded once, when stored. Angles are in radians.
 #pragma once
 
+#include <cfloat>
 #include <cmath>
+
+// Wider intermediate values, as x87 arithmetic has, would change the bytes of an export.
+static_assert(FLT_EVAL_METHOD == 0, "build with SSE2 arithmetic: -msse2 -mfpmath=sse");
 
 namespace boreforge {
 

@@ -113,6 +113,20 @@ TEST(MathTest, Atan2HasAFixedValueOnEachAxisAndInEachQuadrant) {
         EXPECT_NEAR(Atan2(y, x), angle, 1e-15) << y << ", " << x;
 }
 
+// A compiler that contracts them to one operation rounds once less, and the bytes of an export change.
+TEST(MathTest, ProductsAreRoundedBeforeTheyAreAdded) {
+    double (*const volatile distance)(const Vector3D&, const Vector3D&) = VecDistance;  // called at run time
+    const Vector3D from{0.1F, 0.2F, 0.3F};
+    const Vector3D to{1, 2, 1};
+    const double dx = double(to.x) - from.x;
+    const double dy = double(to.y) - from.y;
+    const double dz = double(to.z) - from.z;
+    const volatile double squares[] = {dx * dx, dy * dy, dz * dz};  // a store that can't be contracted
+    const double expected = std::sqrt(squares[0] + squares[1] + squares[2]);
+    ASSERT_NE(std::sqrt(std::fma(dz, dz, std::fma(dy, dy, dx * dx))), expected) << "these points can't tell";
+    EXPECT_EQ(distance(from, to), expected);
+}
+
 TEST_F(TraceTrackTest, FramesFollowAnIndependentReckoning) {
     MakeTrack({Node({5, 60, -8}, {0, 0, 6}, {0, 9, -14}, 0, true),  // a corkscrew
                Node({25, 72, -40}, {-8, 2, 11}, {13, -3, -6}, 2.5f, true),
