@@ -33,7 +33,9 @@ TEST_F(PictureTest, ShowsTheTunnelAndTheTrackInEachView) {
             rails += IsRail(color) / (320.0 * 180);
             around += IsTunnel(color) && (i < 320 || i % 320 % 319 == 0);
         }
-        EXPECT_TRUE(tunnel > least && tunnel < most && rails > leastRails) << view << tunnel << " " << rails;
+        EXPECT_GT(tunnel, least) << view;
+        EXPECT_LT(tunnel, most) << view;
+        EXPECT_GT(rails, leastRails) << view;
         EXPECT_EQ(around == 320 + 2 * 179, view == "inside") << view << around;
     }
 }

@@ -27,7 +27,8 @@ void ExpectMaterial(const aiMaterial& read, const std::string& name, const std::
     expect(AI_MATKEY_COLOR_SPECULAR, colors[2]);
     float opacity = -1;
     read.Get(AI_MATKEY_OPACITY, opacity);
-    EXPECT_TRUE(read.GetName().C_Str() == name && std::lround(100 * opacity) == 65);
+    EXPECT_EQ(read.GetName().C_Str(), name);
+    EXPECT_EQ(std::lround(100 * opacity), 65);
 }
 
 // The reader gives each face vertices of its own and leaves out the names of objects without a hierarchy, but
@@ -50,7 +51,8 @@ TEST_F(IndependentReaderTest, FindsTheSameMaterialsObjectsAndFaces) {
     for (const bool split : {false, true}) {
         MakeTrack(WindingCircuit(), "T-TTTT");
         if (split) TrackFile.BezierNodes[3].Position = {-900, 7, 2};
-        ASSERT_TRUE(WriteTrackFile(In("t.zrtrack")) && OpenTrack(In("t.zrtrack")));
+        ASSERT_TRUE(WriteTrackFile(In("t.zrtrack")));
+        ASSERT_TRUE(OpenTrack(In("t.zrtrack")));
         MakePresetShape(split);
         ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({PackColor(255, 127, 101), 35, 0, split}, In("o.3ds"))));
         EXPECT_EQ(Model3DS.Meshes[2].FaceCount() == kMostFacesOfMesh, split);

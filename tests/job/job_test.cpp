@@ -26,7 +26,8 @@ class JobTest : public CoreTest {
         TrackFile.DefaultColor3 = 0x7F6503;
         TrackFile.Segments[2].UseOwnColors = kTrue;
         TrackFile.Segments[2].Color1 = 0xC8C8C8;
-        ASSERT_TRUE(WriteTrackFile(track) && OpenTrack(track));
+        ASSERT_TRUE(WriteTrackFile(track));
+        ASSERT_TRUE(OpenTrack(track));
         MakePresetShape(0);
     }
     TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
@@ -78,7 +79,8 @@ TEST_F(JobTest, EachSwitchMakesItsOwnChangeOfTheTrack) {
     Open("-T----");
     ResetTunnelShape();  // an empty shape still writes both files
     ASSERT_TRUE(RunTunnelJob(Settings()));
-    EXPECT_TRUE(ReadBytes(object).size() == 42 + 2 * 168 && Shown().empty());
+    EXPECT_EQ(ReadBytes(object).size(), 42 + 2 * 168);
+    EXPECT_TRUE(Shown().empty());
 }
 
 TEST_F(JobTest, DimmingAtAHundredPercentGivesBlack) {

@@ -19,7 +19,8 @@ class BatchTest : public CommandTest {
         MakeTrack(WindingCircuit(), "-TT-T-");
         TrackFile.DefaultColor1 = 0xFF0000;
         MakePresetShape(1);
-        EXPECT_TRUE(WriteTrackFile(In("t.zrtrack")) && SaveTunnelShape(In("s.zrbf")));
+        EXPECT_TRUE(WriteTrackFile(In("t.zrtrack")));
+        EXPECT_TRUE(SaveTunnelShape(In("s.zrbf")));
         track_ = ReadBytes(In("t.zrtrack"));
     }
     bool TrackIsAsItWas() const { return ReadBytes(In("t.zrtrack")) == track_; }
