@@ -89,6 +89,11 @@ FileCalls SystemFileCalls() {
     calls.setOwner = [](int file, unsigned owner) { return ::fchown(file, owner, static_cast<gid_t>(-1)); };
     calls.setGroup = [](int file, unsigned group) { return ::fchown(file, static_cast<uid_t>(-1), group); };
     calls.setMode = [](int file, unsigned mode) { return ::fchmod(file, mode); };
+    calls.usualMode = [] {
+        const mode_t mask = ::umask(077);  // it can only be read by setting it
+        ::umask(mask);
+        return 0666u & ~mask;
+    };
     calls.listAttributes = [](int file, char* names, std::size_t size) -> std::int64_t {
         return ::flistxattr(file, names, size);
     };

@@ -52,6 +52,8 @@ struct FileCalls {
     int (*setOwner)(int file, unsigned owner);
     int (*setGroup)(int file, unsigned group);
     int (*setMode)(int file, unsigned mode);
+    // The permissions that the user's new files get.
+    unsigned (*usualMode)();
     // Extended attributes. The first two return a length in bytes; the list holds zero-terminated names.
     std::int64_t (*listAttributes)(int file, char* names, std::size_t size);
     std::int64_t (*getAttribute)(int file, const char* name, void* value, std::size_t size);

@@ -69,16 +69,15 @@ bool CopyRights(int newFile, int oldFile) {
     const bool keepsGroup = now.group == old.group || fileCalls.setGroup(newFile, old.group) == 0;
     const bool keepsOwner = now.owner == old.owner || fileCalls.setOwner(newFile, old.owner) == 0;
 
-    unsigned mode = old.mode & kAllBits;
-    // If the group can't be kept, its members become "others"; the members of the new group were that before.
-    if (!keepsGroup) {
-        if ((GroupBits(mode) & ~OtherBits(mode)) != 0 || HasAccessList(oldFile))
-            return Fail(FileProblem::RightsLost);
-        mode = WithGroupBits(mode, GroupBits(mode) & OtherBits(mode));
-    }
+    const unsigned mode = old.mode & kAllBits;
+    // With an access list the group bits are its mask, and its entries speak of the old owner and group.
+    if (!(keepsGroup && keepsOwner) && HasAccessList(oldFile)) return Fail(FileProblem::RightsLost);
+    // Without its group, the group's members become "others"; the members of the new group were that before.
+    if (!keepsGroup && GroupBits(mode) != OtherBits(mode)) return Fail(FileProblem::RightsLost);
     if (!keepsOwner && (mode & kGroupWrite) == 0) return Fail(FileProblem::RightsLost);
-    if (fileCalls.setMode(newFile, mode) != 0) return FailBySystem();
+    // The list first: the permission bits alone would let in whom it keeps out.
     if (!CopyAccessList(newFile, oldFile)) return Fail(FileProblem::RightsLost);
+    if (fileCalls.setMode(newFile, mode) != 0) return FailBySystem();
     CopyUserAttributes(newFile, oldFile);
     return true;
 }
@@ -86,12 +85,11 @@ bool CopyRights(int newFile, int oldFile) {
 bool LimitRights(int newFile, const FileInfo& like, bool likeHasList) {
     FileInfo now;
     if (fileCalls.inspect(newFile, &now) != 0) return FailBySystem();
-    unsigned mode = now.mode & like.mode & kAllBits;
+    if (HasAccessList(newFile) && fileCalls.removeAttribute(newFile, kAccessList) != 0) return FailBySystem();
+    unsigned mode = fileCalls.usualMode() & like.mode;
     if (likeHasList || now.group != like.group)
         mode = WithGroupBits(mode, GroupBits(mode) & OtherBits(like.mode));
-    if (fileCalls.setMode(newFile, mode | kOwnerReadWrite) != 0) return FailBySystem();
-    if (HasAccessList(newFile) && fileCalls.removeAttribute(newFile, kAccessList) != 0) return FailBySystem();
-    return true;
+    return fileCalls.setMode(newFile, mode | kOwnerReadWrite) == 0 || FailBySystem();
 }
 
 }  // namespace boreforge

@@ -211,7 +211,6 @@ bool ReadWholeFile(const std::string& path, Bytes& content, std::string_view beg
 }
 
 bool HeldFile::Hold(const std::string& path, const FileState& asRead) {
-    path_ = path;
     asRead_ = asRead;
     FileInfo held, now;
     do {
@@ -221,16 +220,17 @@ bool HeldFile::Hold(const std::string& path, const FileState& asRead) {
         if (fileCalls.inspect(file_.Get(), &held) != 0) return FailBySystem();
         // While we waited, the other instance may have replaced the file.
     } while (InspectPath(path, now) && !IsSameFile(held, now));
-    return IsUnchanged();
+    return IsUnchanged(file_.Get());
 }
 
-bool HeldFile::IsUnchanged() const {
-    const OpenFile file(fileCalls.open(path_.c_str(), OpenFor::Reading));
-    FileInfo now;
-    if (!file || fileCalls.inspect(file.Get(), &now) != 0 || now.size != asRead_.info.size)
-        return Fail(FileProblem::Changed);
-    if (asRead_.timesTell && IsUntouched(asRead_.info, now)) return true;
-    return HasContent(file.Get(), asRead_) || Fail(FileProblem::Changed);
+bool HeldFile::IsUnchanged(int target) const {
+    FileInfo held, replaced;
+    if (fileCalls.inspect(file_.Get(), &held) != 0 || fileCalls.inspect(target, &replaced) != 0)
+        return FailBySystem();
+    if (!IsSameFile(held, replaced) || held.size != asRead_.info.size) return Fail(FileProblem::Changed);
+    if (asRead_.timesTell && IsUntouched(asRead_.info, held)) return true;
+    if (fileCalls.rewind(file_.Get()) != 0) return FailBySystem();
+    return HasContent(file_.Get(), asRead_) || Fail(FileProblem::Changed);
 }
 
 }  // namespace boreforge

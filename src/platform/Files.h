@@ -52,12 +52,11 @@ class HeldFile {
 
     bool IsHeld() const { return bool(file_); }
 
-    // Compares once more. False if the file has changed since it was read.
-    [[nodiscard]] bool IsUnchanged() const;
+    // True when the open file `target`, which is to be replaced, is the held one and still as it was read.
+    [[nodiscard]] bool IsUnchanged(int target) const;
 
   private:
     OpenFile file_;
-    std::string path_;
     FileState asRead_;
 };
 

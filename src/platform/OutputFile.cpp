@@ -14,7 +14,7 @@ namespace boreforge {
 
 namespace {
 
-constexpr unsigned kPrivate = 0600, kUsual = 0666;
+constexpr unsigned kPrivate = 0600, kUsual = 0666, kSticky = 01000;
 
 // A path split into folder and name.
 struct Place {
@@ -69,8 +69,9 @@ OutputFile::~OutputFile() { Discard(); }
 
 bool OutputFile::Create(const std::string& path, FileKind kind, std::int64_t length, const FileState* like) {
     Discard();
-    good_ = OpenTarget(path) && CheckTarget(kind) && OpenTemporary(kind);
-    if (good_ && target_) good_ = CopyRights(file_.Get(), target_.Get());
+    kind_ = kind;
+    good_ = OpenTarget(path) && CheckTarget() && OpenTemporary(target_ || like);
+    if (good_ && target_) good_ = KeepRights();
     if (good_ && like && (!target_ || madeTarget_))
         good_ = LimitRights(file_.Get(), like->info, like->hasAccessList);
     good_ = good_ && Reserve(length);
@@ -84,51 +85,85 @@ bool OutputFile::Create(const std::string& path, FileKind kind, std::int64_t len
 // Opens the file at the path, once, and the folder that it is really in. From then on only names in that
 // folder are used, so that nobody can redirect the save by changing a link.
 bool OutputFile::OpenTarget(const std::string& path) {
-    Place place = PlaceOf(path);
+    const Place place = PlaceOf(path);
     target_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::ReadingAndWriting));
-    if (!target_ && errno != ENOENT) return FailBySystem();
-    if (!target_ && IsLink(place)) {
-        target_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::Creating));
-        if (!target_) return FailBySystem();
-        madeTarget_ = true;
-    }
-    if (target_) {
-        char real[PATH_MAX];
-        const std::int64_t size = fileCalls.realPath(target_.Get(), real, sizeof real);
-        if (size < 0) return FailBySystem();
-        place = PlaceOf(std::string(real, static_cast<std::size_t>(size)));
-    }
+    if (target_) return FindRealPlace();
+    if (errno != ENOENT) return FailBySystem();
+    if (IsLink(place)) return OpenPlaceholder(path);
     name_ = place.name;
     folder_ = OpenFile(fileCalls.open(place.folder.c_str(), OpenFor::Folder));
     return folder_ || FailBySystem();
 }
 
-bool OutputFile::CheckTarget(FileKind kind) {
+// The system makes the file to which a link leads, so that its own protection against planted links works.
+bool OutputFile::OpenPlaceholder(const std::string& path) {
+    const BlockedSignals blocked;
+    target_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::Creating));
+    if (!target_) return FailBySystem();
+    madeTarget_ = true;
+    if (!FindRealPlace()) return false;
+    NotePlaceholder(folder_.Get(), name_);
+    return true;
+}
+
+bool OutputFile::FindRealPlace() {
+    char real[PATH_MAX];
+    const std::int64_t size = fileCalls.realPath(target_.Get(), real, sizeof real);
+    if (size < 0) return FailBySystem();
+    const Place place = PlaceOf(std::string(real, static_cast<std::size_t>(size)));
+    name_ = place.name;
+    folder_ = OpenFile(fileCalls.open(place.folder.c_str(), OpenFor::Folder));
+    return folder_ || FailBySystem();
+}
+
+bool OutputFile::CheckTarget() {
     if (!target_) return true;
     FileInfo opened, named;
     if (fileCalls.inspect(target_.Get(), &opened) != 0) return FailBySystem();
     if (!opened.isRegular) return Fail(FileProblem::NotRegular);
     if (fileCalls.inspectIn(folder_.Get(), name_.c_str(), &named) != 0) return FailBySystem();
     if (!IsSameFile(opened, named)) return Fail(FileProblem::KeepsChanging);
-    return AllowsReplacement(target_.Get(), kind);
+    return AllowsReplacement(target_.Get(), kind_);
 }
 
-bool OutputFile::OpenTemporary(FileKind kind) {
-    const unsigned mode = target_ ? kPrivate : kUsual;
+bool OutputFile::OpenTemporary(bool isPrivate) {
     const BlockedSignals blocked;
     do {
         temporary_ = RandomName();
-        file_ = OpenFile(fileCalls.createIn(folder_.Get(), temporary_.c_str(), mode));
+        file_ =
+            OpenFile(fileCalls.createIn(folder_.Get(), temporary_.c_str(), isPrivate ? kPrivate : kUsual));
     } while (!file_ && errno == EEXIST);
     if (file_) {
         NoteUnfinished(folder_.Get(), temporary_);
-        return true;
+        if (!target_ || MayRename()) return true;
+        (void)fileCalls.removeIn(folder_.Get(), temporary_.c_str());
+        ForgetUnfinished();
+        errno = EPERM;
     }
     temporary_.clear();
-    if (!target_ || kind != FileKind::Other || !FolderRefuses() || fileCalls.rewind(target_.Get()) != 0)
+    if (!target_ || kind_ != FileKind::Other || !FolderRefuses() || fileCalls.rewind(target_.Get()) != 0)
         return FailBySystem();
     file_ = std::move(target_);
     return true;
+}
+
+// In a folder with the sticky bit only the owner of a file, the owner of the folder and root may replace it.
+bool OutputFile::MayRename() const {
+    FileInfo folder, old, mine;
+    if (fileCalls.inspect(folder_.Get(), &folder) != 0 || fileCalls.inspect(target_.Get(), &old) != 0 ||
+        fileCalls.inspect(file_.Get(), &mine) != 0)
+        return false;
+    const unsigned user = mine.owner;
+    return (folder.mode & kSticky) == 0 || user == 0 || user == old.owner || user == folder.owner;
+}
+
+// Copies the old file's rights if they have changed since they were copied last.
+bool OutputFile::KeepRights() {
+    FileInfo now;
+    if (fileCalls.inspect(target_.Get(), &now) != 0) return FailBySystem();
+    if (now.changed == rights_.changed) return true;
+    rights_ = now;
+    return CopyRights(file_.Get(), target_.Get());
 }
 
 // Reserving space shows a full disk at once and keeps the file in one piece.
@@ -154,6 +189,7 @@ bool OutputFile::Finish(const HeldFile* held) {
     Flush();
     if (good_ && temporary_.empty() && fileCalls.truncate(file_.Get(), written_) != 0) good_ = FailBySystem();
     if (good_ && fileCalls.flush(file_.Get()) != 0) good_ = FailBySystem();
+    if (good_ && target_) good_ = KeepRights();
     if (!file_.Close() && good_) good_ = FailBySystem();
     good_ = good_ && PutInPlace(held);
     const bool good = good_;
@@ -163,7 +199,9 @@ bool OutputFile::Finish(const HeldFile* held) {
 
 bool OutputFile::PutInPlace(const HeldFile* held) {
     if (temporary_.empty()) return true;
-    if (held ? !held->IsUnchanged() : !IsTargetUnchanged()) return false;
+    if (!IsTargetUnchanged()) return false;
+    if (held && !target_) return Fail(FileProblem::Changed);
+    if (held && !held->IsUnchanged(target_.Get())) return false;
     {
         const BlockedSignals blocked;
         if (fileCalls.renameIn(folder_.Get(), temporary_.c_str(), name_.c_str()) != 0) return FailBySystem();
@@ -171,11 +209,18 @@ bool OutputFile::PutInPlace(const HeldFile* held) {
         madeTarget_ = false;
         ForgetUnfinished();
     }
-    (void)fileCalls.flushFolder(folder_.Get());  // not every file system can do it
-    return true;
+    return FlushFolder();
 }
 
-// True if the path still leads to what was there at the start.
+// An object counts as saved only when its folder is on the disk too, because the track that names it comes
+// next. For a track it is too late to fail: the new one is already in its place.
+bool OutputFile::FlushFolder() const {
+    if (fileCalls.flushFolder(folder_.Get()) == 0 || kind_ != FileKind::Other) return true;
+    const bool cantFlush = errno == EINVAL || errno == ENOTSUP || errno == EACCES || errno == EPERM;
+    return cantFlush || FailBySystem();
+}
+
+// True if the path still leads to what was there at the start, and it may still be replaced.
 bool OutputFile::IsTargetUnchanged() const {
     FileInfo opened, named;
     const bool exists = fileCalls.inspectIn(folder_.Get(), name_.c_str(), &named) == 0;
@@ -183,7 +228,9 @@ bool OutputFile::IsTargetUnchanged() const {
     if (exists != bool(target_)) return Fail(FileProblem::Changed);
     if (!exists) return true;
     if (fileCalls.inspect(target_.Get(), &opened) != 0) return FailBySystem();
-    return IsSameFile(opened, named) || Fail(FileProblem::Changed);
+    if (!IsSameFile(opened, named)) return Fail(FileProblem::Changed);
+    if (fileCalls.rewind(target_.Get()) != 0) return FailBySystem();
+    return AllowsReplacement(target_.Get(), kind_);
 }
 
 // Closes everything and removes what is unfinished.
@@ -199,6 +246,7 @@ void OutputFile::Discard() {
     file_ = OpenFile();
     target_ = OpenFile();
     folder_ = OpenFile();
+    rights_ = FileInfo();
     written_ = 0;
     used_ = 0;
 }

@@ -19,8 +19,8 @@ enum class FileKind { Track, Shape, Other };
 //
 // It is written under a hidden name in the same folder, flushed and renamed, and the folder is flushed. Links
 // are followed, and the file that they lead to is replaced. The old file's owner, permissions and access list
-// are kept. If no file can be created in the folder, an old file that is neither a track nor a shape is
-// overwritten; a failure can then leave it incomplete.
+// are kept. If no file can be created in the folder, or the old one can't be replaced there, an old file that
+// is neither a track nor a shape is overwritten; a failure can then leave it incomplete.
 class OutputFile {
   public:
     OutputFile() = default;
@@ -55,18 +55,25 @@ class OutputFile {
 
   private:
     bool OpenTarget(const std::string& path);
-    bool CheckTarget(FileKind kind);
-    bool OpenTemporary(FileKind kind);
+    bool OpenPlaceholder(const std::string& path);
+    bool FindRealPlace();
+    bool CheckTarget();
+    bool OpenTemporary(bool isPrivate);
+    bool MayRename() const;
+    bool KeepRights();
     bool Reserve(std::int64_t length);
     bool PutInPlace(const HeldFile* held);
     bool IsTargetUnchanged() const;
+    bool FlushFolder() const;
     void Flush();
     void Discard();
 
+    FileKind kind_ = FileKind::Other;
     OpenFile folder_;
     std::string name_;         // in that folder
     OpenFile target_;          // the old file, if there is one
-    bool madeTarget_ = false;  // a link led nowhere, and its target was created
+    FileInfo rights_;          // of the old file when its rights were copied
+    bool madeTarget_ = false;  // an empty placeholder for a link that led nowhere
     OpenFile file_;
     std::string temporary_;  // its name; empty while an old file is overwritten in place
     std::int64_t written_ = 0;

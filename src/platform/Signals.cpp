@@ -1,6 +1,9 @@
 #include "platform/Signals.h"
 
+#include <fcntl.h>
 #include <limits.h>
+#include <pthread.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace boreforge {
@@ -9,11 +12,34 @@ namespace {
 
 constexpr int kCaughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-int unfinishedFolder = -1;
-char unfinishedName[NAME_MAX + 1];  // empty if there is none
+struct UnfinishedFile {
+    int folder = -1;
+    char name[NAME_MAX + 1] = "";  // empty when there is no such file
+};
+
+UnfinishedFile temporary, placeholder;
+pthread_t mainThread;
+
+// True when nobody has written anything to the file yet.
+bool IsEmpty(const UnfinishedFile& file) {
+    struct stat found;
+    return ::fstatat(file.folder, file.name, &found, AT_SYMLINK_NOFOLLOW) == 0 && found.st_size == 0;
+}
+
+void Note(UnfinishedFile& file, int folder, const std::string& name) {
+    file.folder = folder;
+    file.name[name.copy(file.name, NAME_MAX)] = 0;
+}
 
 void EndBySignal(int signal) {
-    if (unfinishedName[0] != 0) (void)::unlinkat(unfinishedFolder, unfinishedName, 0);
+    // Only the main thread writes files, and only it can hold the signals back.
+    if (!::pthread_equal(::pthread_self(), mainThread)) {
+        (void)::pthread_kill(mainThread, signal);
+        return;
+    }
+    if (temporary.name[0] != 0) (void)::unlinkat(temporary.folder, temporary.name, 0);
+    if (placeholder.name[0] != 0 && IsEmpty(placeholder))
+        (void)::unlinkat(placeholder.folder, placeholder.name, 0);
     (void)std::signal(signal, SIG_DFL);
     (void)std::raise(signal);
 }
@@ -21,6 +47,7 @@ void EndBySignal(int signal) {
 }  // namespace
 
 void RemoveUnfinishedOnSignals() {
+    mainThread = ::pthread_self();
     for (const int signal : kCaughtSignals)
         if (std::signal(signal, EndBySignal) == SIG_IGN) (void)std::signal(signal, SIG_IGN);  // as by nohup
 }
@@ -30,16 +57,15 @@ BlockedSignals::BlockedSignals() {
     ::sigemptyset(&caught);
     for (const int signal : kCaughtSignals)
         ::sigaddset(&caught, signal);
-    ::sigprocmask(SIG_BLOCK, &caught, &before_);
+    ::pthread_sigmask(SIG_BLOCK, &caught, &before_);
 }
 
-BlockedSignals::~BlockedSignals() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+BlockedSignals::~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
 
-void NoteUnfinished(int folder, const std::string& name) {
-    unfinishedFolder = folder;
-    unfinishedName[name.copy(unfinishedName, NAME_MAX)] = 0;
-}
+void NoteUnfinished(int folder, const std::string& name) { Note(temporary, folder, name); }
 
-void ForgetUnfinished() { unfinishedName[0] = 0; }
+void NotePlaceholder(int folder, const std::string& name) { Note(placeholder, folder, name); }
+
+void ForgetUnfinished() { temporary.name[0] = placeholder.name[0] = 0; }
 
 }  // namespace boreforge

@@ -6,8 +6,8 @@
 
 namespace boreforge {
 
-// From now on SIGINT, SIGTERM and SIGHUP, except those that are ignored already, remove the file being
-// written before they end the program.
+// Call this from the main thread, the one that writes files. From now on SIGINT, SIGTERM and SIGHUP, except
+// those that are ignored already, remove the file being written before they end the program.
 void RemoveUnfinishedOnSignals();
 
 // Blocks those signals while a file and the record of it are created or removed together.
@@ -22,9 +22,10 @@ class BlockedSignals {
     sigset_t before_;
 };
 
-// Set and forget the file that such a signal removes: `name` in an open folder. Call them with the signals
-// blocked.
+// Set and forget the files that such a signal removes: `name` in an open folder. A placeholder is removed
+// only while it is empty. Call these with the signals blocked.
 void NoteUnfinished(int folder, const std::string& name);
+void NotePlaceholder(int folder, const std::string& name);
 void ForgetUnfinished();
 
 }  // namespace boreforge

@@ -1,5 +1,6 @@
 // Runs the picture program as a user's script would, and looks at what it drew.
 #include <QImage>
+#include <filesystem>
 
 #include "support/CommandTest.h"
 
@@ -47,14 +48,16 @@ TEST_F(PictureTest, RefusesWhatIsDamagedAndLeavesTheOldPicture) {
     damaged[5] = 127;
     WriteBytes(In("d.3ds"), damaged);
     WriteBytes(In("p.png"), old);
+    std::filesystem::copy_file(In("t.zrtrack"), In("track.png"));
     const auto expect = [&](const std::string& arguments, int status, const std::string& saying) {
         EXPECT_EQ(Run(kPicture + arguments), status) << saying;
         EXPECT_NE(Text("err").find(saying), std::string::npos) << Text("err");
         EXPECT_EQ(ReadBytes(In("p.png")), old) << saying;
-        EXPECT_EQ(Listing().size(), 6u) << saying;
+        EXPECT_EQ(Listing().size(), 7u) << saying;
     };
     expect("d.3ds p.png", 1, "doesn't fit");
     expect("o.3ds p.png --view inside", 1, "needs the track");
+    expect("o.3ds track.png", 1, "That File Is a Track!");
     expect("o.3ds ./o.3ds", 2, "doesn't end in .png");
     expect("o.3ds p.png --size 5x720", 2, "not '5x720'");
 }

@@ -191,6 +191,59 @@ TEST_F(OutputFileTest, AFileThatAppearsMeanwhileIsNotReplaced) {
     EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
 }
 
+TEST_F(OutputFileTest, AFileThatBecomesATrackMeanwhileIsNotReplaced) {
+    WriteOld("f");
+    OutputFile file;
+    ASSERT_TRUE(file.Create(In("f"), FileKind::Other));
+    WriteBytes(In("f"), {'Z', 'P', 'H', 'R'});
+    EXPECT_FALSE(file.Finish());
+    EXPECT_EQ(lastFileFailure.problem, FileProblem::IsTrack);
+}
+
+TEST_F(OutputFileTest, AFileThatIsExchangedWhileItIsOpenedIsNotReplaced) {
+    WriteOld("f");
+    fileCalls.inspectIn = [](int folder, const char* name, FileInfo* info) {
+        const int result = kSystem.inspectIn(folder, name, info);
+        ++info->number;
+        return result;
+    };
+    EXPECT_FALSE(Save("f"));
+    EXPECT_EQ(lastFileFailure.problem, FileProblem::KeepsChanging);
+}
+
+TEST_F(OutputFileTest, AnObjectIsOnlySavedWhenItsFolderReachesTheDisk) {
+    const struct {
+        FileKind kind;
+        int error;
+        bool saved;
+    } cases[] = {{FileKind::Other, EIO, false},
+                 {FileKind::Other, ENOSPC, false},
+                 {FileKind::Other, EINVAL, true},  // this file system can't flush folders
+                 {FileKind::Other, EACCES, true},  // a folder that can't be listed
+                 {FileKind::Track, EIO, true}};    // it is in its place
+    static int error;
+    fileCalls.flushFolder = [](int) { return errno = error, -1; };
+    for (const auto& row : cases) {
+        error = row.error;
+        EXPECT_EQ(Save("f", row.kind), row.saved) << row.error;
+    }
+}
+
+TEST_F(OutputFileTest, InAStickyFolderOnlyAnObjectOfAnotherUserIsWrittenToInPlace) {
+    WriteOld("f");
+    fileCalls.inspect = [](int file, FileInfo* info) {
+        const int result = kSystem.inspect(file, info);
+        info->mode |= info->isRegular ? 0 : 01000;
+        info->owner = info->isRegular && info->size == 0 ? 1 : 2;  // the new file is ours, the rest another's
+        return result;
+    };
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(ReadBytes(In("f")), kNew);
+    EXPECT_FALSE(Save("f", FileKind::Track));
+    EXPECT_EQ(FailureText(), "Operation not permitted.");
+    EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
+}
+
 // --- Rights
 
 struct RightsCase {
@@ -204,7 +257,7 @@ TEST_F(OutputFileTest, ReplacingAFileGivesNobodyAccessAndTakesItFromNobody) {
     const RightsCase cases[] = {{"all kept", 0640, true, true, 0640},
                                 {"set-id bits go", 06755, true, true, 0755},
                                 {"group lost, it could do no more than others", 0644, false, true, 0644},
-                                {"group lost, others could do more", 0606, false, true, 0606},
+                                {"group lost, others could do more", 0606, false, true, -1},
                                 {"group lost, it could read what others can't", 0640, false, true, -1},
                                 {"owner lost, the group can write", 0664, true, false, 0664},
                                 {"owner lost, the group can only read", 0644, true, false, -1},
@@ -228,6 +281,27 @@ TEST_F(OutputFileTest, ReplacingAFileGivesNobodyAccessAndTakesItFromNobody) {
         EXPECT_EQ(ReadBytes(In("f")), refused ? kOld : kNew);
         EXPECT_EQ(ModeOf(In("f")), refused ? row.oldMode : static_cast<unsigned>(row.newMode));
     }
+}
+
+TEST_F(OutputFileTest, TheGroupIsSetBeforeTheOwnerGivesTheFileAway) {
+    static std::string calls;
+    calls.clear();
+    WriteOld("f");
+    ASSERT_EQ(::chown(In("f").c_str(), 65533, 65533), ::geteuid() == 0 ? 0 : -1);
+    if (::geteuid() != 0) GTEST_SKIP() << "only root may give files away";
+    fileCalls.setGroup = [](int, unsigned) { return calls += "group ", 0; };
+    fileCalls.setOwner = [](int, unsigned) { return calls += "owner ", 0; };
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(calls, "group owner ");
+}
+
+TEST_F(OutputFileTest, PermissionsThatChangeDuringTheSaveAreKept) {
+    WriteOld("f", 0644);
+    OutputFile file;
+    ASSERT_TRUE(file.Create(In("f"), FileKind::Other));
+    ASSERT_EQ(::chmod(In("f").c_str(), 0600), 0);
+    EXPECT_TRUE(file.Finish());
+    EXPECT_EQ(ModeOf(In("f")), 0600u);
 }
 
 TEST_F(OutputFileTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
@@ -290,6 +364,54 @@ TEST_F(AccessListTest, AnAccessListThatCantBeKeptRefusesTheSave) {
     EXPECT_FALSE(Save("f"));
     EXPECT_EQ(lastFileFailure.problem, FileProblem::RightsLost);
     EXPECT_EQ(ReadBytes(In("f")), kOld);
+}
+
+TEST_F(AccessListTest, AnAccessListWithoutItsOwnerOrGroupRefusesTheSave) {
+    fileCalls.inspect = [](int file, FileInfo* info) {
+        const int result = kSystem.inspect(file, info);
+        if (info->size == 0) ++info->group, ++info->owner;  // the new file seems to be somebody else's
+        return result;
+    };
+    ASSERT_EQ(::chmod(In("f").c_str(), 0666), 0);
+    static bool groupKept;
+    fileCalls.setGroup = [](int, unsigned) { return groupKept ? 0 : -1; };
+    fileCalls.setOwner = [](int, unsigned) { return groupKept ? -1 : 0; };
+    for (const bool kept : {true, false}) {
+        groupKept = kept;
+        EXPECT_FALSE(Save("f")) << kept;
+        EXPECT_EQ(lastFileFailure.problem, FileProblem::RightsLost);
+    }
+}
+
+TEST_F(AccessListTest, TheListIsThereBeforeThePermissionsOpenTheFile) {
+    static std::string calls;
+    calls.clear();
+    fileCalls.setAttribute = [](int file, const char* name, const void* value, std::size_t size) {
+        calls += "list ";
+        return kSystem.setAttribute(file, name, value, size);
+    };
+    fileCalls.setMode = [](int file, unsigned mode) {
+        calls += "mode ";
+        return kSystem.setMode(file, mode);
+    };
+    EXPECT_TRUE(Save("f"));
+    EXPECT_EQ(calls, "list mode ");
+}
+
+TEST_F(AccessListTest, AListThatTheFolderHandsDownToANewFileGoes) {
+    fs::create_directory(In("d"));
+    ASSERT_TRUE(Set("d", "system.posix_acl_default", List()));
+    FileState track;
+    track.info.mode = 0600;
+    EXPECT_TRUE(SaveWholeFile(In("d/f"), FileKind::Track, kNew, nullptr, &track));
+    EXPECT_TRUE(Attribute("d/f", "system.posix_acl_access").empty());
+}
+
+TEST_F(AccessListTest, ReadingAFileTellsOfItsList) {
+    Bytes content;
+    FileState state;
+    EXPECT_TRUE(ReadWholeFile(In("f"), content, "", &state));
+    EXPECT_TRUE(state.hasAccessList);
 }
 
 TEST_F(AccessListTest, AListThatTheFolderHandsDownIsNotTakenOver) {

@@ -62,6 +62,42 @@ TEST_F(OtherProgramsTest, ATrackChangedDuringTheJobStaysAndTheObjectIsSaidToBeWr
     EXPECT_TRUE(fs::exists(object));
 }
 
+TEST_F(OtherProgramsTest, ATrackChangedWhileItsLinkIsTurnedToACopyStays) {
+    const std::string link = In("link.zrtrack");
+    fs::create_symlink(track, link);
+    fs::copy_file(track, In("copy.zrtrack"));
+    ASSERT_TRUE(OpenTrack(link));
+    static std::string turned;
+    turned = link;
+    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+        fs::copy_file(changed, track, fs::copy_options::overwrite_existing);
+        fs::remove(turned);
+        fs::create_symlink("copy.zrtrack", turned);
+        return SystemFileCalls().renameIn(folder, from, to);
+    };
+    const Bytes copy = ReadBytes(In("copy.zrtrack"));
+    Refusal(object);
+    EXPECT_EQ(ReadBytes(track), ReadBytes(changed));
+    EXPECT_EQ(ReadBytes(In("copy.zrtrack")), copy);
+}
+
+TEST_F(OtherProgramsTest, ATrackThatWasReadThroughALinkIsCompared) {
+    fs::create_symlink(track, In("link.zrtrack"));
+    ASSERT_TRUE(OpenTrack(In("link.zrtrack")));
+    TrackFilePath = track;
+    fs::copy_file(changed, track, fs::copy_options::overwrite_existing);
+    const std::string said = Refusal(object);
+    EXPECT_NE(said.find("Was Changed by Another Program!"), std::string::npos) << said;
+}
+
+TEST_F(OtherProgramsTest, ANewTrackIsReadByNobodyWhoCantReadTheOldOne) {
+    fs::permissions(track, fs::perms(0600));
+    ASSERT_TRUE(OpenTrack(track));
+    TrackFilePath = In("elsewhere.zrtrack");
+    EXPECT_TRUE(RunTunnelJob(DeriveJobSettings({}, object)));
+    EXPECT_EQ(fs::status(TrackFilePath).permissions(), fs::perms(0600));
+}
+
 TEST_F(OtherProgramsTest, ATrackSavedElsewhereIsNotCompared) {
     fs::copy_file(changed, track, fs::copy_options::overwrite_existing);
     TrackFilePath = In("elsewhere.zrtrack");
