@@ -22,7 +22,7 @@ Contour ContourOf(const std::vector<Vector3D>& nodes) {
     Contour contour;
     for (const Vector3D& node : nodes)
         contour.push_back({node.x, node.y});
-    contour.erase(std::ranges::unique(contour).begin(), contour.end());
+    contour.erase(std::unique(contour.begin(), contour.end()), contour.end());
     while (contour.size() > 1 && contour.front() == contour.back())
         contour.pop_back();
     return contour;
