@@ -25,13 +25,13 @@ bool IsApart(const char* what, const std::string& output, const std::string& inp
     return false;
 }
 
-// An output replaces what is at its path, which must not be one of the user's inputs.
+// An output replaces what is at its path, which must not be one of the user's inputs. The job itself refuses
+// to replace the track by the object, but says first when there are no tunnels.
 bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
     const std::string trackOut = job.TrackOut.empty() ? std::string() : TrackSavePath(job.TrackOut);
     const bool isReplaced = options.OutputFolder.empty() || IsApart("Track", trackOut, job.Track);
-    return isReplaced && IsApart("3DS Object", job.Object, job.Track) &&
-           IsApart("3DS Object", job.Object, options.Shape) && IsApart("3DS Object", job.Object, trackOut) &&
-           IsApart("Track", trackOut, options.Shape);
+    return isReplaced && IsApart("3DS Object", job.Object, options.Shape) &&
+           IsApart("3DS Object", job.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
 }
 
 // Prints why the file at `path` could not be read.

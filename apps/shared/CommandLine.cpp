@@ -60,16 +60,25 @@ CLI::Validator EndsIn(const std::string& extension) {
         "");
 }
 
+namespace {
+
+// Control characters, and those of Unicode that break lines or change the direction of writing.
+bool ControlsTerminal(char32_t character) {
+    return (character < 0x20 && character != U'\n') || (character >= 0x7F && character < 0xA0) ||
+           character == 0x200E || character == 0x200F || (character >= 0x2028 && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069);
+}
+
+}  // namespace
+
 std::string Printable(const std::string& text) {
     std::string printable;
     std::string_view rest = text;
     while (!rest.empty()) {
         const std::string_view before = rest;
         const char32_t character = TakeCharacter(rest);
-        const bool control =
-            (character < 0x20 && character != U'\n') || (character >= 0x7F && character < 0xA0);
         if (character == kNoCharacter) rest = before.substr(1);
-        if (control || character == kNoCharacter)
+        if (ControlsTerminal(character) || character == kNoCharacter)
             printable += '?';
         else
             printable += before.substr(0, before.size() - rest.size());

@@ -1,11 +1,11 @@
 #include "editor/TunnelShapeFile.h"
 
 #include <cstdint>
-#include <new>
 #include <string_view>
 
 #include "editor/TunnelShape.h"
 #include "editor/modFileIO.h"
+#include "platform/FileFailure.h"
 #include "platform/Files.h"
 
 namespace boreforge {
@@ -49,21 +49,10 @@ bool GetShape() {
 }  // namespace
 
 bool LoadTunnelShape(const std::string& path) {
-    try {
-        if (!ReadFileToBuffer(path, kShapeBeginning)) {
-            if (lastFileFailure.problem == FileProblem::WrongBeginning) ResetTunnelShape();
-            return false;
-        }
-    } catch (const std::bad_alloc&) {
-        return FailByMemory();
-    }
+    const bool isRead = IfMemorySuffices([&] { return ReadFileToBuffer(path, kShapeBeginning); });
+    if (!isRead && lastFileFailure.problem != FileProblem::WrongBeginning) return false;
     ResetTunnelShape();
-    bool good = false;
-    try {
-        good = GetShape();
-    } catch (const std::bad_alloc&) {
-        good = FailByMemory();
-    }
+    const bool good = isRead && IfMemorySuffices(GetShape);
     if (!good) ResetTunnelShape();
     return good;
 }

@@ -1,8 +1,8 @@
 #include "tracing/mZR_TraceTrack.h"
 
 #include <cmath>
-#include <new>
 
+#include "platform/FileFailure.h"
 #include "platform/HugePages.h"
 #include "trackfile/TrackDocument.h"
 
@@ -163,6 +163,17 @@ std::vector<float> MeasureTrack() {
     return lengths;
 }
 
+bool TraceAllPieces() {
+    const std::vector<float> lengths = MeasureTrack();
+    if (lengths.empty()) return false;
+    TracedSegments.clear();
+    traceMemory.release();
+    TracedSegments.resize(lengths.size());
+    for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
+        if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)])) return false;
+    return true;
+}
+
 }  // namespace
 
 std::pmr::memory_resource* TraceMemory() { return &traceMemory; }
@@ -186,20 +197,8 @@ void TraceSegment(std::int32_t index) {
 bool TraceTrack() {
     TrackTraced = false;
     TraceUpperIndex = TrackFile.SegmentCount() - 1;
-    try {
-        const std::vector<float> lengths = MeasureTrack();
-        if (lengths.empty()) return false;
-        TracedSegments.clear();
-        traceMemory.release();
-        TracedSegments.resize(lengths.size());
-        for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
-            if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)]))
-                return false;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-    TrackTraced = true;
-    return true;
+    TrackTraced = IfMemorySuffices(TraceAllPieces);
+    return TrackTraced;
 }
 
 }  // namespace boreforge

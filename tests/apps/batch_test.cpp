@@ -66,9 +66,13 @@ class FailingBatchTest : public BatchTest {
 
 TEST_F(FailingBatchTest, AFailureEndsWithOneAndItsReason) {
     WriteBytes(In("track.3ds"), track_);
+    MakeTrack(WindingCircuit(), "------");
+    ASSERT_TRUE(WriteTrackFile(In("plain.zrtrack")));
+    std::filesystem::create_symlink("plain.zrtrack", In("plain.3ds"));
     ExpectFailures({{"s.zrbf o.3ds", "Invalid Track File"},
                     {"t.zrtrack o.3ds --shape t.zrtrack", "Invalid Tunnel Shape File"},
                     {"t.zrtrack absent/o.3ds", "Can't Be Written"},
+                    {"plain.zrtrack plain.3ds", "Track does not have any tunnels!"},
                     {"t.zrtrack track.3ds", "Error - That File Is a Track!"},
                     {"t.zrtrack o.3ds --track-out absent/u.zrtrack", "Can't Be Saved"}},
                    1);
@@ -126,7 +130,8 @@ TEST_F(FailingBatchTest, WrongUsageEndsWithTwoAndWritesNothing) {
 }
 
 TEST_F(FailingBatchTest, WhatAFileNameHoldsCantControlTheTerminal) {
-    ExpectFailures({{"$(printf 'a\\033]0;b\\302\\233c\\377.zrtrack') o.3ds", "a?]0;b?c?.zrtrack"}}, 1);
+    ExpectFailures(
+        {{"$(printf 'a\\033]0;b\\302\\233c\\377d\\342\\200\\256.zrtrack') o.3ds", "a?]0;b?c?d?.zrtrack"}}, 1);
 }
 
 TEST_F(BatchTest, SeveralTracksGoToTheOutputFolderAndOneThatFailsStopsNoOther) {
