@@ -20,8 +20,8 @@ constexpr char kUsage[] =
 // Why Qt couldn't open a display, in its own words.
 QString displayFailure;
 
-// Qt's messages while it opens the display. Without one it reports each attempt and aborts; here it is one
-// line and a plain exit.
+// Handles Qt's messages while it opens the display. Without a display Qt reports each attempt and aborts;
+// print one line and exit instead.
 void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "boreforge: needs a display; without one, use boreforge-batch (%s)\n",
@@ -30,7 +30,7 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QSt
     }
     if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))
         std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
-    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // that is the consequence
+    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // only the consequence
         displayFailure = text;
 }
 
@@ -44,15 +44,15 @@ int main(int count, char** arguments) {
         return 0;
     }
 
-    // Qt's file and colour dialogs keep settings of their own in the user's home. A path below a
-    // device can hold none, so that they find nothing and leave nothing.
+    // Qt's file and colour dialogs store settings in the user's home. Nothing can be stored below a device,
+    // so they find no settings and leave none.
     for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
-    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    std::signal(SIGXFSZ, SIG_IGN);  // exceeding the file size limit fails the write, not the program
     boreforge::RemoveUnfinishedOnSignals();
     qInstallMessageHandler(OnStartMessage);
-    QApplication application(count, arguments);  // takes its own options out of the arguments
+    QApplication application(count, arguments);  // removes Qt's own options from the arguments
     qInstallMessageHandler(nullptr);
     if (count > 1) std::fputs("boreforge: arguments are ignored; files are opened in the window\n", stderr);
     QApplication::setApplicationName("boreforge");

@@ -14,11 +14,10 @@ namespace boreforge {
 
 namespace {
 
-constexpr int kSizes[] = {BOREFORGE_ICON_SIZES};  // pixels, ascending: those that the build draws
+constexpr int kSizes[] = {BOREFORGE_ICON_SIZES};  // pixels, ascending; the build draws these
 
-// Reads of a picture only the size that is shown, and that when it is shown. The drawings are bare pixels,
-// because an image file makes the toolkit load all of its image modules, and its own engine reads every file
-// at once.
+// Loads only the size that is shown, when it is first shown. The drawings are raw pixels: for an image file
+// Qt would load all of its image plugins, and its own icon engine would read every file at once.
 class IconEngine : public QIconEngine {
   public:
     explicit IconEngine(const char* name) : name_(name) {}
@@ -46,7 +45,8 @@ class IconEngine : public QIconEngine {
     }
 
   private:
-    // The smallest drawing that has all of the pixels; for a size between two of them it is scaled down.
+    // Takes the smallest drawing with at least `size` pixels, or the largest one, and scales it down if
+    // needed.
     void Read(int size) {
         if (picture_.width() == size) return;
         const int drawn = *std::lower_bound(std::begin(kSizes), std::end(kSizes) - 1, size);

@@ -11,9 +11,9 @@ namespace boreforge {
 
 namespace {
 
-// Cuts the part of a line outside low..high in one coordinate off, by moving the ends of the interval t0..t1
-// along it. False when nothing is left.
-bool CutInterval(double from, double delta, double low, double high, double& t0, double& t1) {
+// Clips a line to low..high in one coordinate by narrowing t0..t1, the visible interval along it. False if
+// nothing is left.
+bool ClipInterval(double from, double delta, double low, double high, double& t0, double& t1) {
     if (delta == 0) return from >= low && from <= high;
     double enter = (low - from) / delta, leave = (high - from) / delta;
     if (enter > leave) std::swap(enter, leave);
@@ -56,7 +56,7 @@ const QImage& ImageSurface::StampOf(const ColorRGB& color) {
     for (const DotStamp& stamp : stamps_)
         if (stamp.width == penWidth_ && stamp.color == color) return stamp.image;
     const double width = penWidth_ * density_;
-    const int middle = LineThickness(1) % 2;  // 1: the middle of a dot is a pixel, as that of a line
+    const int middle = LineThickness(1) % 2;  // 1: dots are centred on a pixel, as lines are
     const int side = 2 * static_cast<int>(std::ceil(width / 2)) + middle;
     QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -85,11 +85,11 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
     const QPointF start = LineEnd(from);
     const QPointF delta = LineEnd(to) - start;
     if (!std::isfinite(delta.x()) || !std::isfinite(delta.y())) return;
-    // Cut to the canvas and a margin: the painter's own arithmetic is not made for far-off ends.
+    // Clip to the canvas and a margin: QPainter's own arithmetic can't cope with ends far outside.
     constexpr double kMargin = 2;
     double t0 = 0, t1 = 1;
-    if (!CutInterval(start.x(), delta.x(), -kMargin, Width() * density_ + kMargin, t0, t1) ||
-        !CutInterval(start.y(), delta.y(), -kMargin, Height() * density_ + kMargin, t0, t1))
+    if (!ClipInterval(start.x(), delta.x(), -kMargin, Width() * density_ + kMargin, t0, t1) ||
+        !ClipInterval(start.y(), delta.y(), -kMargin, Height() * density_ + kMargin, t0, t1))
         return;
     painter_.setPen(QPen(ToQColor(color), LineThickness(penWidth_), Qt::SolidLine, Qt::SquareCap));
     painter_.drawLine(start + t0 * delta, start + t1 * delta);

@@ -1,4 +1,4 @@
-// The canvas's picture: an image in device pixels for a drawing in logical ones.
+// Draws the canvas, laid out in logical pixels, into an image of device pixels.
 #pragma once
 
 #include <QImage>
@@ -13,16 +13,16 @@
 
 namespace boreforge {
 
-// A surface for DrawTunnelShape. The painter is at work as long as the surface lives; positions are logical
-// pixels and may lie anywhere, far outside or at no number at all.
+// A surface for DrawTunnelShape. It paints on the image for as long as it exists. Positions are in logical
+// pixels and may be far outside the image or NaN.
 //
-// Dots and lines share one raster: a position is rounded to a device pixel, and a line of an even thickness,
-// which has no pixel in its middle, meets dots of an even width. At one device pixel per logical one only
-// dots are rounded; the ends of lines are left to the painter.
+// Dots are centred on lines: positions are rounded to device pixels, and dots are an even number of pixels
+// wide if lines are. At one device pixel per logical pixel only dots are rounded; QPainter places the ends of
+// lines.
 class ImageSurface {
   public:
-    // Draws into `image`, which gets the size and the density asked for; an empty size gives a null image on
-    // which drawing does nothing.
+    // Draws into `image`, which is resized to this size and density. With an empty size it becomes a null
+    // image, and drawing does nothing.
     ImageSurface(QImage& image, QSize logicalSize, double devicePixelRatio);
 
     void Clear();
@@ -33,7 +33,7 @@ class ImageSurface {
     void Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color);
 
   private:
-    // A finished dot, made once: a shape has hundreds of the same.
+    // A drawn dot, kept because a shape has hundreds of equal ones.
     struct DotStamp {
         int width;
         ColorRGB color;
@@ -44,7 +44,7 @@ class ImageSurface {
     QPointF OnRaster(CanvasPoint position) const;
     // The end of a line, in device pixels.
     QPointF LineEnd(CanvasPoint position) const;
-    // A pen's width in device pixels, the same for all lines.
+    // A pen's width in device pixels, at least 1.
     int LineThickness(int penWidth) const;
 
     QSize size_;

@@ -9,7 +9,7 @@ namespace boreforge {
 void RowButton::initStyleOption(QStyleOptionToolButton* option) const {
     QToolButton::initStyleOption(option);
     if (!(option->state & (QStyle::State_On | QStyle::State_Sunken)) || !IsDark(option->palette)) return;
-    constexpr float kLight = 0.7f;  // from the colour of a button to that of its text
+    constexpr float kLight = 0.7f;  // 0: the button's colour, 1: its text's
     const QColor button = option->palette.color(QPalette::Button);
     const QColor text = option->palette.color(QPalette::ButtonText);
     const auto between = [](float from, float to) { return from + kLight * (to - from); };
@@ -18,7 +18,7 @@ void RowButton::initStyleOption(QStyleOptionToolButton* option) const {
                                                                 between(button.blueF(), text.blueF())));
 }
 
-// QLabel's own constructor would already introduce a text to screen readers, as that of any label.
+// A text passed to QLabel's constructor would reach screen readers as that of a plain label.
 ReadOut::ReadOut(const QString& text, QWidget* parent) : QLabel(parent) { setText(text); }
 
 }  // namespace boreforge

@@ -1,4 +1,4 @@
-// The controls of the tool row that Qt doesn't have in this form.
+// Qt's controls adapted to the tool row.
 #pragma once
 
 #include <QLabel>
@@ -6,8 +6,8 @@
 
 namespace boreforge {
 
-// A button of the tool row. On a dark desktop it is lit while it is pressed: styles only make it a little
-// darker, which can't be seen there.
+// A button of the tool row. On a dark desktop it is lighter while pressed or checked: styles only darken it a
+// little, which nobody could see there.
 class RowButton : public QToolButton {
   public:
     using QToolButton::QToolButton;
@@ -16,7 +16,7 @@ class RowButton : public QToolButton {
     void initStyleOption(QStyleOptionToolButton* option) const override;
 };
 
-// A label that shows a number. Screen readers get its name and, as its value, the number.
+// A label that shows a number. Screen readers get the number as its value.
 class ReadOut : public QLabel {
   public:
     ReadOut(const QString& text, QWidget* parent);

@@ -23,7 +23,7 @@ MouseState StateOf(const QMouseEvent& event) {
 
 bool AnotherIsDown(const QMouseEvent& event) { return event.buttons() & ~event.button(); }
 
-// Which point is selected, for those who don't see it: "inside point 3 of 8, x 2.0, y 3.5".
+// The selected point, for screen readers: "inside point 3 of 8, x 2.0, y 3.5".
 QString DescribeSelection() {
     if (TunnelShape.SelectedNode < 0) return "nothing selected";
     const auto node = static_cast<std::size_t>(TunnelShape.SelectedNode);
@@ -54,7 +54,7 @@ void ShapeCanvas::Redraw(ShownNodes shown) {
 }
 
 void ShapeCanvas::paintEvent(QPaintEvent*) {
-    // Moved to a screen of another density: the same picture, sharp again.
+    // The window has moved to a screen of another pixel density: draw for that one.
     if (!picture_.isNull() && picture_.devicePixelRatio() != devicePixelRatioF()) Redraw(shown_);
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);

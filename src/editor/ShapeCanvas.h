@@ -1,4 +1,4 @@
-// pbShape: the widget that shows the canvas's picture and hands the mouse on.
+// The widget pbShape: shows the canvas and passes on mouse events.
 #pragma once
 
 #include <QImage>
@@ -14,15 +14,16 @@ class ShapeCanvas : public QWidget {
   public:
     explicit ShapeCanvas(QWidget* parent);
 
-    // Repaints the picture; it stays on the screen until the next call.
+    // Draws the shape anew. The picture stays until the next call.
     void Redraw(ShownNodes shown);
 
-    // Called with canvas positions in logical pixels, and with whether a button besides this one is down.
+    // `x` and `y` are canvas positions in logical pixels; `another` is true if another button is down as
+    // well.
     std::function<void(MouseButton button, float x, float y, bool another)> Pressed;
     std::function<void(MouseState state, float x, float y)> Moved;
     std::function<void(MouseButton button, bool another)> Released;
 
-    // Called with eighths of a degree and with whether a button is down.
+    // `eighths` are eighths of a degree.
     std::function<void(int eighths, bool buttonDown)> Turned;
 
   protected:

@@ -39,14 +39,14 @@ struct ContourColors {
     ColorRGB inside, outside;
 };
 
-// The colours of one node's points or of the edges that leave it, with the selected one marked.
+// The colours of a node's two points, or of the two edges that start at it; the selected one gets `selected`.
 inline ContourColors ColorsOf(std::int32_t node, ColorRGB inside, ColorRGB outside, ColorRGB selected) {
     if (node >= 0 && node == TunnelShape.SelectedNode)
         (TunnelShape.SelectedIsOutside ? outside : inside) = selected;
     return {inside, outside};
 }
 
-// One line for each shape unit, up to 100 units each way, a brighter one every ten. The axes are drawn twice.
+// One line for each shape unit, up to 100 units each way; every tenth is brighter. The axes are drawn twice.
 template <class Surface>
 void DrawGrid(Surface& surface) {
     const auto width = static_cast<float>(surface.Width());
@@ -77,7 +77,7 @@ void DrawNode(Surface& surface, std::int32_t node, ShownNodes shown) {
     surface.Line(inside, outside, shown.inside && shown.outside ? kSpoke : kDimSpoke);
 }
 
-// The edges of both contours from one node to another, in the colour of those that leave `from`.
+// The edges of both contours from one node to another, in the colours of node `from`.
 template <class Surface>
 void DrawEdges(Surface& surface, std::int32_t from, std::int32_t to) {
     const auto a = static_cast<std::size_t>(from), b = static_cast<std::size_t>(to);
@@ -90,8 +90,9 @@ void DrawEdges(Surface& surface, std::int32_t from, std::int32_t to) {
 
 }  // namespace drawing
 
-// Repaints a canvas. What comes later lies on top. A surface has Clear(), Width() and Height() in pixels,
-// SetPenWidth(pixels), Dot(position, colour), as wide as the pen, and Line(from, to, colour); it clips.
+// Repaints a canvas. A surface has Clear(), Width() and Height() in pixels, SetPenWidth(pixels), Line(from,
+// to, colour) and Dot(position, colour), which is as wide as the pen. It clips, and later calls paint over
+// earlier ones.
 template <class Surface>
 void DrawTunnelShape(Surface& surface, ShownNodes shown) {
     surface.Clear();

@@ -49,11 +49,11 @@ void RecordStep() {
     present = std::move(now);
 }
 
-// Takes the last step of `from`; the present shape becomes the last one of `to`.
+// Restores the last step of `from` and appends the present shape to `to`.
 bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
     EndShapeStep();
     if (from.empty()) return false;
-    ShapeNodes nodes = from.back();  // what needs memory comes first: without it nothing changes
+    ShapeNodes nodes = from.back();  // allocate first: a failure then changes nothing
     to.push_back(std::move(*ShapeHistory.present));
     ShapeHistory.present = std::move(from.back());
     from.pop_back();

@@ -1,5 +1,5 @@
-// What Undo and Redo restore: whole copies of the shape's nodes, one for each step, since shapes are small.
-// Zoom, pan and SelectedIsOutside are not part of a step.
+// Undo and redo. Each step is a copy of all the shape's nodes, since shapes are small. Zoom, pan and
+// SelectedIsOutside are not part of a step.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace boreforge {
 
-// The oldest steps are dropped beyond either limit, but the last step is always kept.
+// Beyond either limit the oldest steps are dropped; the last step is always kept.
 inline constexpr std::size_t kMaxUndoSteps = 1000;
 inline constexpr std::size_t kMaxUndoBytes = 64'000'000;
 
@@ -21,20 +21,20 @@ struct ShapeNodes {
 };
 
 struct ShapeHistoryState {
-    std::deque<ShapeNodes> undo;        // before each step, the latest step last
-    std::deque<ShapeNodes> redo;        // after each step that was undone, the next to redo last
-    std::optional<ShapeNodes> present;  // at the last call of EndShapeStep
+    std::deque<ShapeNodes> undo;        // the shape before each step; the latest step is last
+    std::deque<ShapeNodes> redo;        // the shape after each undone step; the next to redo is last
+    std::optional<ShapeNodes> present;  // the shape at the last call of EndShapeStep
 };
 
-// The one shape's history. A fresh one takes the shape of the next EndShapeStep as its beginning.
+// The history of the one shape. An empty history starts from the shape at the next call of EndShapeStep.
 extern ShapeHistoryState ShapeHistory;
 
-// Makes whatever has changed since the last call one step. The same coordinates are no change. If memory runs
-// out, the history starts anew rather than keep the user from working.
+// Makes one step of everything that has changed since the last call, or none if all coordinates are the same.
+// If memory runs out, the history is dropped so that the user can go on working.
 void EndShapeStep();
 
-// Each restores the nodes before, or after, one step, and selects nothing. What has changed since the last
-// EndShapeStep is a step of its own. False if there is no such step: nothing has changed then.
+// Restores the nodes from before the last step, or from after the last undone one, and clears the selection.
+// Calls EndShapeStep first. If there is no such step, returns false and changes nothing.
 bool UndoShapeStep();
 bool RedoShapeStep();
 

@@ -19,8 +19,8 @@ WheelTurn Wheel;
 
 namespace {
 
-constexpr double kHitRange = 0.3;  // shape units in x and in y, whatever the zoom
-constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point with snapping off
+constexpr double kHitRange = 0.3;  // shape units in x and y, at any zoom
+constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point by if snapping is off
 
 enum KeyCode { kEscape = 27, kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kKeyY = 89, kKeyZ = 90 };
 
@@ -36,7 +36,7 @@ bool SelectPoint(std::int32_t node, bool outside, ShownNodes shown) {
     return true;
 }
 
-// Selects the first visible point at `position`; of one node the inside point comes first.
+// Selects the first visible point at `position`; a node's inside point comes before its outside point.
 bool SelectPointAt(const Vector3D& position, ShownNodes shown) {
     for (std::int32_t i = 0; i < TunnelShape.NodeCount(); ++i) {
         const auto node = static_cast<std::size_t>(i);
@@ -74,12 +74,13 @@ void Pan(float x, float y, const EditorControls& controls) {
 }
 
 void Zoom(float scale, const EditorControls& controls) {
-    TunnelShape.ZoomScale = std::clamp(scale, kLeastZoom, kMostZoom);
+    TunnelShape.ZoomScale = std::clamp(scale, kMinZoom, kMaxZoom);
     ClampPan();
     UpdateViewOrigin(controls.canvasWidth, controls.canvasHeight);
 }
 
-// A node behind the selected one, midway to its neighbour on the inside contour, whichever point is selected.
+// Inserts a node after the selected one, midway to the next point of the inside contour even if an outside
+// point is selected.
 void InsertMidway() {
     const auto selected = static_cast<std::size_t>(TunnelShape.SelectedNode);
     const std::size_t next = selected + 1 < TunnelShape.InsideNodes.size() ? selected + 1 : 0;
@@ -89,7 +90,7 @@ void InsertMidway() {
     InsertShapeNode(TunnelShape.SelectedNode, {midway(a.x, b.x), midway(a.y, b.y), 0});
 }
 
-// Whatever happens while a mouse button is down belongs to the step that ends with its release.
+// All changes while a mouse button is down are one step, which ends with its release.
 void EndStep(const EditorControls& controls) {
     if (!controls.buttonDown) EndShapeStep();
 }
@@ -132,8 +133,8 @@ bool ApplyTool(int tool, const EditorControls& controls) {
     }
 }
 
-// The next point of the selected one's contour, or the previous one. Where nothing is selected, the contour
-// of the last hit is entered at its first or last node, or the other contour if that one is hidden.
+// Selects the next or previous point of the contour. If nothing is selected, starts with the first or last
+// point of the contour that had the last selection, or of the other contour if that one is hidden.
 bool SelectAlongContour(bool forward, ShownNodes shown) {
     const std::int32_t count = TunnelShape.NodeCount(), node = TunnelShape.SelectedNode;
     const bool outside = TunnelShape.SelectedIsOutside;
@@ -170,7 +171,7 @@ int ToolOfShortcut(const KeyPress& key) {
 float SnapInterval(std::string_view text) {
     while (text.starts_with(' '))
         text.remove_prefix(1);
-    const bool number = text.find_first_of("0123456789.-") == 0;  // "inf" is none
+    const bool number = text.find_first_of("0123456789.-") == 0;  // from_chars takes "inf", too
     double value = 0;
     if (number) std::from_chars(text.data(), text.data() + text.size(), value);
     const auto interval = static_cast<float>(value);
@@ -184,8 +185,7 @@ Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
 }
 
 std::string FormatPosition(float value) {
-    // A float times 100 is exact in 64 bits, so that round sees the true halves. Large floats have no
-    // fraction.
+    // A float times 100 is exact in 64 bits, so that round sees exact halves. Larger floats have no fraction.
     constexpr float kWhole = 1 << 23;
     const double rounded = std::fabs(value) < kWhole ? std::round(value * 100.0) / 100 : value;
     char digits[64];
@@ -239,7 +239,7 @@ bool TurnWheel(int eighths, const EditorControls& controls) {
         Wheel = {};
         return false;
     }
-    // The part of a notch that is left from the other direction would swallow a notch of this one.
+    // A remainder from the other direction would cancel a part of this turn.
     if ((eighths < 0) != (Wheel.eighths < 0)) Wheel = {};
     Wheel.eighths += eighths;
     const int notches = Wheel.eighths / kNotch;

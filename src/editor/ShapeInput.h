@@ -1,5 +1,6 @@
-// What mouse, keys and tools do to the shape and its view: plain functions, so that the window only
-// translates the toolkit's events. Each tells whether the canvas must be repainted.
+// Mouse, key and tool input that edits the shape and its view. No Qt here: the window translates Qt's events
+// into calls of these functions. Where nothing else is said, a bool result tells whether the canvas must be
+// repainted.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,7 @@ struct EditorControls {
     bool snapTo = true;
     std::string snapText = "0.5";
     int canvasWidth = 0, canvasHeight = 0;  // pixels
-    bool buttonDown = false;                // a mouse button, other than the one that the event is about
+    bool buttonDown = false;                // a mouse button other than the event's own
 };
 
 enum class MouseButton { Left, Right, Other };
@@ -25,7 +26,7 @@ enum class MouseButton { Left, Right, Other };
 // Which buttons are down during a move; any combination is Other.
 enum class MouseState { None, Left, Right, Other };
 
-// Canvas position of the last press of any button and of the last step of a pan.
+// The canvas position of the last button press or pan step, whichever came later.
 struct MouseAnchor {
     float LastMouseX = 0, LastMouseY = 0;
 };
@@ -38,28 +39,27 @@ struct WheelTurn {
 };
 extern WheelTurn Wheel;
 
-// The snap interval that a text stands for: the number at its start, 0 when there is none or it is too large
-// for a 32-bit float. The locale plays no part.
+// The snap interval in a text: the number at its start, or 0 if it has none or one too large for a 32-bit
+// float. Independent of the locale.
 float SnapInterval(std::string_view text);
 
-// A shape position moved to the nearest multiple of the interval in x and y, halves upward; as it was when
-// snapping is off or the interval is not above 0.
+// Moves x and y to the nearest multiple of the snap interval, halves upward. Returns the position unchanged
+// if snapping is off or the interval is not above 0.
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls);
 
-// A coordinate for the read-out: one or two digits after the point, halves rounded away from zero.
+// Formats a coordinate for the read-out: one or two digits after the point, halves rounded away from zero.
 std::string FormatPosition(float value);
 
-// Selects the point under the mouse, or appends a node there, when `button` is the left one.
+// The left button selects the point under the mouse, or appends a node there.
 bool PressMouse(MouseButton button, float x, float y, const EditorControls& controls);
 
 // Drags the selected point (left button) or the view (right button).
 bool MoveMouse(MouseState state, float x, float y, const EditorControls& controls);
 
-// The end of a pan drops the selection. All that has changed since the first button was pressed is one step
-// to undo.
+// The end of a pan clears the selection. All changes since the first button was pressed are one undo step.
 bool ReleaseMouse(MouseButton button, const EditorControls& controls);
 
-// The tools, by the index of their button. The last two have keys only.
+// The tools, numbered as their buttons. The last two have keys but no buttons.
 enum ShapeTool : int {
     kToolNew = 0,
     kToolInsert = 1,
@@ -75,38 +75,39 @@ enum ShapeTool : int {
     kToolRedo = 11,
 };
 
-// Runs a tool that needs no dialog, so not the open and the save tool. False when it found nothing to do:
-// the canvas is then neither repainted nor given the focus. Nothing is undone while a mouse button is down.
+// Runs any tool except open and save, which need a dialog. Returns false if there was nothing to do; the
+// canvas then doesn't get the focus either. Undo and redo do nothing while a mouse button is down.
 bool RunShapeTool(int tool, const EditorControls& controls);
 
-// Turns the wheel by eighths of a degree: the zoom-in tool for each whole notch away from the user, the
-// zoom-out tool for each one back. False while a mouse button is down and when no notch is complete.
+// Turns the wheel by eighths of a degree. Runs the zoom-in tool for each whole notch away from the user and
+// the zoom-out tool for each notch towards them. Does nothing while a mouse button is down.
 bool TurnWheel(int eighths, const EditorControls& controls);
 
-// MakePresetShape and LoadTunnelShape, as a step to undo. A failed load that empties the shape is one, too.
+// MakePresetShape and LoadTunnelShape as undo steps. A failed load that empties the shape is a step, too.
+// OpenShapeFile returns the result of the load.
 void UsePreset(std::int16_t preset, const EditorControls& controls);
 bool OpenShapeFile(const std::string& path, const EditorControls& controls);
 
 // Key codes: 27 Escape, 37 Left, 38 Up, 39 Right, 40 Down, 46 Delete, 70 F, 73 I, 77 M, 89 Y, 90 Z, 107 and
-// 187 plus, 109 and 189 minus, 111 the slash of the numeric pad; no other slash has a tool.
+// 187 plus, 109 and 189 minus, 111 the slash of the numeric pad; other slashes have no tool.
 struct KeyPress {
     int code = 0;  // 0: any other key
     bool shift = false, control = false;
-    bool alt = false;  // or the key of the desktop's menu
+    bool alt = false;  // or Super, the desktop's menu key
 };
 
-// The tool of a key, or -1. Shift, Control and Alt matter to Undo and Redo only.
+// The tool of a key, or -1 if it has none. Shift, Control and Alt matter only for undo and redo.
 int ToolOfKey(const KeyPress& key);
 
-// A key without a tool. With the focus on the canvas the arrow keys move the selected point by the snap
-// interval (by 0.1 with snapping off); Control and Left or Right select the previous or next point of the
-// contour, Control and Up or Down the node's other point, but no hidden one; Escape selects nothing. A row of
-// moves is one step to undo: any other key ends it, wherever the focus is. No key acts while a mouse button
-// is down.
+// Handles a key without a tool. If the canvas has the focus, the arrow keys move the selected point by the
+// snap interval, or by 0.1 if snapping is off. Control+Left and Control+Right select the previous and next
+// point of the contour, Control+Up and Control+Down the node's other point; hidden points can't be selected.
+// Escape clears the selection. Successive moves are one undo step, which any other key ends, wherever the
+// focus is. No key acts while a mouse button is down.
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls);
 
-// Whether a typed character may go into the box of the snap interval, which shows `text`. It allows a single
-// digit, or one with a point and up to two more digits.
+// Whether the snap box, which shows `text`, accepts a typed character. It takes up to four characters: digits
+// and points, of which the second must be a point.
 bool SnapCharacterPasses(std::string_view text, char32_t character);
 
 }  // namespace boreforge

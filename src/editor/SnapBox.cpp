@@ -11,13 +11,14 @@ namespace boreforge {
 
 SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setMaxLength(5);
-    // Pasted and dropped text doesn't come through key presses: digits and points only.
+    // Pasted and dropped text bypasses keyPressEvent: allow digits and points only.
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
-    // An input method would insert characters without a key press.
+    // An input method would bypass it, too.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }
 
-// Text may be dropped here; a dragged file is the window's, though file managers send its name as text, too.
+// Text may be dropped here. Dragged files are left to the window: file managers send their names as text,
+// too.
 void SnapBox::dragEnterEvent(QDragEnterEvent* event) {
     if (event->mimeData()->hasUrls())
         event->ignore();
@@ -35,14 +36,14 @@ void SnapBox::keyPressEvent(QKeyEvent* event) {
 void SnapBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     focusByMouse_ = event->reason() == Qt::MouseFocusReason;
-    // When the box's own context menu closes, or the window is activated again, the selection stays: "Cut"
-    // would otherwise remove the whole text.
-    const bool returns =
+    // When the box's own context menu closes or the window is activated again, keep the selection: otherwise
+    // "Cut" would remove the whole text.
+    const bool keepsSelection =
         event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
-    if (!returns) selectAll();
+    if (!keepsSelection) selectAll();
 }
 
-// The click that brought the focus would put the cursor between two characters and drop the selection.
+// QLineEdit would move the cursor to the click that brought the focus, and so drop the selection.
 void SnapBox::mousePressEvent(QMouseEvent* event) {
     if (!focusByMouse_) QLineEdit::mousePressEvent(event);
 }

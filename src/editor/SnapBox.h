@@ -1,12 +1,12 @@
-// txtSnap: the box of the snap interval.
+// The text box txtSnap for the snap interval.
 #pragma once
 
 #include <QLineEdit>
 
 namespace boreforge {
 
-// Accepts the characters that SnapCharacterPasses lets through, and selects its whole text when it gets the
-// focus, except back from its own context menu or with the window.
+// Accepts only characters that SnapCharacterPasses allows. Selects its whole text when it gets the focus,
+// except when its context menu closes or the window is activated again.
 class SnapBox : public QLineEdit {
   public:
     explicit SnapBox(QWidget* parent);

@@ -38,7 +38,7 @@ Vector3D OutsideSeed(const Vector3D& node) { return {AwayFromAxis(node.x), AwayF
 
 bool IsNode(std::int32_t index) { return index >= 0 && index < TunnelShape.NodeCount(); }
 
-// Room before any change: the two contours must stay equally long even when memory runs out.
+// Allocates before anything changes: the two contours must stay equally long even if memory runs out.
 void MakeRoomForNode() {
     const std::size_t count = TunnelShape.InsideNodes.size();
     if (count < TunnelShape.InsideNodes.capacity() && count < TunnelShape.OutsideNodes.capacity()) return;

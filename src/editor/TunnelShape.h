@@ -1,5 +1,5 @@
 // The tunnel's cross-section: two closed contours of nodes, an inside and an outside one. x points to the
-// right, y up; one unit is one unit of the track, and the origin rides on the track's path.
+// right, y up; one unit is one unit of the track, and the origin is on the track's path.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +13,13 @@ namespace boreforge {
 inline constexpr float kDefaultZoom = 50;
 
 // A node is the pair of points of the same index; the last node connects to the first. Any number of nodes is
-// valid, none included, and no contour is tested for crossings or for its winding.
+// valid, even 0. Contours aren't tested for crossings or winding.
 struct TunnelShapeState {
     std::vector<Vector3D> InsideNodes;
     std::vector<Vector3D> OutsideNodes;  // as many as InsideNodes
     float ZoomScale = kDefaultZoom;      // canvas pixels for each shape unit
     std::int32_t SelectedNode = -1;      // -1: nothing is selected
-    Truth SelectedIsOutside = kFalse;    // which of the selected node's two points is meant
+    Truth SelectedIsOutside = kFalse;    // false: the selected node's inside point is meant
     std::int32_t NodeCount() const { return static_cast<std::int32_t>(InsideNodes.size()); }
 };
 
@@ -36,15 +36,15 @@ void AddShapeNode(Vector3D node);
 // Removes a node. An index outside the shape is ignored.
 void DeleteShapeNode(std::int32_t index);
 
-// Inserts a node behind node `index`, with the outside point that AddShapeNode would give it. An index
-// outside the shape is ignored.
+// Inserts a node after node `index`, with the outside point that AddShapeNode would give it. An index outside
+// the shape is ignored.
 void InsertShapeNode(std::int32_t index, Vector3D node);
 
 // Negates x (mirror) or y (flip) of every point; the order of the nodes stays, so the winding reverses.
 void MirrorTunnelShape();
 void FlipTunnelShape();
 
-// Replaces the shape: 0 is the box, 1 the rounded one, any other value an empty shape.
+// Replaces the shape with a preset: 0 is the box, 1 the rounded one; any other value empties the shape.
 void MakePresetShape(std::int16_t preset);
 
 }  // namespace boreforge

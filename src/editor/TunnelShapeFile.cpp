@@ -31,7 +31,7 @@ void PutPoint(std::int32_t& position, const Vector3D& point) {
 
 // Fills the empty shape from FileBuffer.
 bool GetShape() {
-    const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the last byte is not the file's
+    const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the buffer has one byte more
     const std::string end = "It ends at byte " + std::to_string(length);
     if (length < kHeadBytes) return FailAsDamaged(end + ", within the number of its nodes.");
     std::int32_t position = 0;

@@ -6,13 +6,13 @@
 
 namespace boreforge {
 
-// Replaces the shape by the file's. False for an empty path and for a file that isn't there or can't be read:
-// the shape is then as it was. False also for a file that is no shape or ends before the nodes that it
-// announces: the shape is then empty. A count of 0 or below is an empty shape; bytes behind the last node are
-// ignored, and no coordinate is tested. The reason is in lastFileFailure.
+// Replaces the shape with the file's. False if the path is empty or the file is missing or can't be read: the
+// shape is then unchanged. Also false if the file isn't a shape or is too short for its node count: the shape
+// is then empty. The reason is in lastFileFailure. A count of 0 or less is an empty shape; bytes after the
+// last node are ignored, and coordinates aren't tested.
 bool LoadTunnelShape(const std::string& path);
 
-// Replaces the file at `path` by the shape. False when it can't be written whole: an old file is as it was.
+// Saves the shape to `path`. False if the file can't be written whole: an existing file is then unchanged.
 bool SaveTunnelShape(const std::string& path);
 
 }  // namespace boreforge

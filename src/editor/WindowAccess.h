@@ -1,9 +1,10 @@
-// What screen readers are told about the main window.
+// Describes the main window to screen readers.
 #pragma once
 
 namespace boreforge {
 
-// Makes the roles and values of the main window, its canvas and its read-outs known. Call it before them.
+// Installs the roles and values of the main window, its canvas and its read-outs. Call it before they are
+// made.
 void InstallWindowAccess();
 
 }  // namespace boreforge

@@ -4,8 +4,8 @@ namespace boreforge {
 
 namespace {
 
-// The Latin letter on a key of a keyboard that types other letters, by the key's place: X11 and Wayland
-// number the keys of every keyboard alike.
+// The Latin letter at a key's position, for keyboards that type other letters: on X11 and Wayland a position
+// has the same scan code on every keyboard.
 int LetterAt(quint32 scanCode) {
     switch (scanCode) {
         case 29:
@@ -23,20 +23,20 @@ int LetterAt(quint32 scanCode) {
     }
 }
 
-// True for the keys of the row of digits, by their place.
+// True for a key of the digit row, by its position.
 bool IsDigitKey(const QKeyEvent& event) {
     constexpr quint32 kOne = 10, kZero = 19;
     return event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
 }
 
 // Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. On some
-// keyboards a digit key types one of them: that counts only for a plain "+" or "-" without Shift.
+// keyboards a digit key types one of them; that counts only for a "+" or "-" without Shift.
 bool IsSignKey(const QKeyEvent& event) {
     const bool plain = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus;
     return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// The platform-independent code of a key, without regard to the shift keys; 0 for a key without a tool.
+// The editor's code of a key, whatever modifiers are held; 0 for a key that the editor doesn't use.
 int KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
     const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;

@@ -1,4 +1,4 @@
-// Which keys of a real keyboard are the keys of the editor.
+// Translates Qt's key events into the editor's key codes.
 #pragma once
 
 #include <QKeyEvent>

@@ -82,7 +82,7 @@ RowButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) 
     button->setIcon(IconOf(tool.icon));
     button->setIconSize(QSize(kIconPixels, kIconPixels));
     button->setToolTip(tool.toolTip);
-    // The key in brackets is for the eye.
+    // Screen readers get the name without the key in parentheses.
     button->setAccessibleName(QString(tool.toolTip).section(" (", 0, 0));
     button->setFocusPolicy(Qt::StrongFocus);
     order.emplace_back(tool.place.tabIndex, button);
@@ -106,7 +106,7 @@ FileType TypeOf(const QString& path) {
     return extension == "zrtrack" ? FileType::Track : FileType::Other;
 }
 
-// The path of the one file that is dragged; empty if it is anything else or no shape and no track.
+// The path of the dragged file; empty unless exactly one file is dragged and it is a shape or a track.
 QString DraggedFile(const QMimeData& dragged) {
     const QList<QUrl> urls = dragged.urls();
     const QString path = urls.size() == 1 ? urls.first().toLocalFile() : QString();
@@ -130,7 +130,7 @@ frmMain::frmMain() {
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     QApplication::setWindowIcon(IconOf("boreforge"));
-    setFont(WindowFont(*this));  // before any control asks for another one: fonts are slow to find
+    setFont(WindowFont(*this));  // before any control looks for its default font, which is slow
     resize(PixelsOf(kWindowWidth), PixelsOf(kWindowHeight));
     setAcceptDrops(true);
     const QRect room = screen()->availableGeometry();
@@ -149,7 +149,7 @@ frmMain::frmMain() {
     ApplyTabOrder(tabOrder_);
     pbShape_->setFocus();
 
-    // The window sees each key press once and before any of its controls.
+    // A filter on the window's handle sees each key press once, before any control.
     winId();
     windowHandle()->installEventFilter(this);
 }
@@ -253,7 +253,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         const auto& press = static_cast<const QMouseEvent&>(*event);
         const bool another = press.buttons() & ~press.button();
-        if (!another) EndShapeStep();  // a click anywhere ends a row of arrow keys
+        if (!another) EndShapeStep();  // a click anywhere ends a series of arrow keys
     }
     if (event->type() == QEvent::KeyPress) {
         const KeyPress key = KeyPressOf(*static_cast<QKeyEvent*>(event));
@@ -264,7 +264,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
             else if (PressKey(key, pbShape_->hasFocus(), Controls()))
                 Redraw();
         });
-        // The snap box has an undo of its own, which would get these keys.
+        // The snap box would take these keys for its own undo.
         if (tool == kToolUndo || tool == kToolRedo) return true;
     }
     return QWidget::eventFilter(watched, event);  // the key goes on to the control that has the focus
@@ -278,11 +278,11 @@ void frmMain::resizeEvent(QResizeEvent*) {
     Guarded([this] { Redraw(); });
 }
 
-// Qt brings drags to a window even while it waits for a modal dialog.
+// Qt delivers drags to a window even while a modal dialog blocks it.
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
     if (QApplication::activeModalWidget() || DraggedFile(*event->mimeData()).isEmpty())
         return event->ignore();
-    event->setDropAction(Qt::CopyAction);  // a file manager may remove what was moved
+    event->setDropAction(Qt::CopyAction);  // after a move the file manager might remove the file
     event->accept();
 }
 

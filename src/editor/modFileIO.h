@@ -1,4 +1,4 @@
-// The little-endian buffer through which a shape file passes whole.
+// A buffer for a whole shape file, little-endian, while it is loaded or saved.
 #pragma once
 
 #include <cstdint>
@@ -11,27 +11,27 @@ namespace boreforge {
 
 extern Bytes FileBuffer;
 
-// Makes FileBuffer one zero byte.
+// Resets FileBuffer to one zero byte.
 void ClearFileBuffer();
 
-// Replaces FileBuffer by the file's bytes and one zero byte more. False, with FileBuffer as it was and the
-// reason in lastFileFailure, for a file that isn't there, can't be read, or doesn't begin with `beginning`,
-// ASCII case ignored: of such a file no more than its beginning is read.
+// Replaces FileBuffer with the file's bytes and one zero byte. False if the file is missing, can't be read,
+// or doesn't begin with `beginning` (ASCII case ignored; the rest isn't read then). FileBuffer is then
+// unchanged, and the reason is in lastFileFailure.
 bool ReadFileToBuffer(const std::string& path, std::string_view beginning = {});
 
-// Replaces the file at `path` by FileBuffer. False for an empty path and when the file can't be written
-// whole: an old file is then as it was.
+// Writes FileBuffer to `path`. False if the path is empty or the file can't be written whole: an existing
+// file is then unchanged.
 bool WriteBufferToFile(const std::string& path);
 
-// Each takes the 4 bytes at `position` and moves it on by 4; beyond the end of the buffer the value is 0 and
-// the tag empty.
+// Each reads 4 bytes at `position` and advances it by 4. Past the end of the buffer it returns 0 or an empty
+// tag, and `position` stays.
 std::int32_t GetInt32(std::int32_t& position);
 float GetFloat32(std::int32_t& position);
 std::string GetTag(std::int32_t& position);  // upper-cased
 
-// Each makes FileBuffer end behind the 4 bytes that it stores at `position`, and moves it on by 4.
+// Each stores 4 bytes at `position`, makes FileBuffer end after them, and advances `position` by 4.
 void PutInt32(std::int32_t& position, std::int32_t value);
 void PutFloat32(std::int32_t& position, float value);
-void PutTag(std::int32_t& position, std::string_view tag);  // of at least four characters
+void PutTag(std::int32_t& position, std::string_view tag);  // at least four characters
 
 }  // namespace boreforge
