@@ -1,4 +1,4 @@
-// The one way in which the program without a window tells its user something.
+// Messages to the user, from code that doesn't know whether there is a window.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@ namespace boreforge {
 
 enum class MessageIcon { Information, Exclamation };
 
-// How a message reaches the user: the window sets a modal message box with an OK button, the batch program
-// the standard error stream. It may not throw. The initial hook drops the message.
+// Shows a message to the user: the desktop program's hook opens a message box, the batch program's prints to
+// standard error. It must not throw. Without a hook, messages are dropped.
 using MessageHook = void (*)(const std::string& text, const std::string& title, MessageIcon icon);
 
-// Sets the hook and gives back the earlier one; nullptr stands for the initial hook.
+// Sets the hook and returns the earlier one; nullptr is no hook.
 MessageHook SetMessageHook(MessageHook hook);
 
-// Hands a message to the hook and returns when the user has seen it.
+// Passes a message to the hook, which returns when the user has seen it.
 void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon);
 
 // A message with the title "Error!" and the exclamation icon.

@@ -10,8 +10,8 @@ namespace boreforge {
 
 namespace {
 
-// The characters of the bytes 80 to 9F; the five bytes that mean no character stay control characters. From
-// Unicode's mapping table CP1252.TXT.
+// The characters of the bytes 0x80 to 0x9F, from Unicode's mapping table CP1252.TXT. The five bytes without a
+// character there stay control characters.
 constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                          0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                          0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -21,7 +21,8 @@ constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E,
 
 char32_t TakeCharacter(std::string_view& text) {
     const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-    // By the number of leading ones, as the standard's table of well-formed sequences has it.
+    // The number of leading one bits tells the length: see "Well-Formed UTF-8 Byte Sequences" in the Unicode
+    // Standard.
     const int ones = std::countl_one(byte(0));
     const std::size_t length = ones == 0 ? 1 : static_cast<std::size_t>(ones);
     if (ones == 1 || ones > 4 || text.size() < length) return kNoCharacter;

@@ -9,7 +9,7 @@
 
 namespace boreforge {
 
-// A truth value as the outside program's records hold it: 16 bits, 0 false, -1 true.
+// A truth value as in the outside program's records: 16 bits, 0 false, -1 true.
 using Truth = std::int16_t;
 inline constexpr Truth kFalse = 0;
 inline constexpr Truth kTrue = -1;
@@ -26,19 +26,19 @@ struct ColorRGB {
     friend bool operator==(const ColorRGB&, const ColorRGB&) = default;
 };
 
-// In: channels, of which the low byte counts. Out: red + 256 green + 65536 blue.
+// Only the low byte of each channel counts.
 constexpr PackedColor PackColor(std::int32_t red, std::int32_t green, std::int32_t blue) {
     return (red & 0xFF) | (green & 0xFF) << 8 | (blue & 0xFF) << 16;
 }
 
-// In: a packed colour. Out: its channels, 0 to 255 each; the top byte is ignored.
+// The channels of a packed colour, 0 to 255 each.
 constexpr void SplitColor(PackedColor color, std::int32_t& red, std::int32_t& green, std::int32_t& blue) {
     red = color & 0xFF;
     green = (color & 0xFF00) / 256;
     blue = (color & 0xFF0000) / 65536;
 }
 
-// Rounds to the nearest whole number, a tie to the even one: 0.5 gives 0, 1.5 and 2.5 give 2.
+// Rounds to the nearest whole number, a tie to the even one: 0.5 becomes 0, 1.5 and 2.5 become 2.
 inline double RoundToEven(double value) { return std::nearbyint(value); }
 
 // A colour channel times a factor of at least 0, rounded to nearest (ties to even) and limited to 255.
@@ -47,8 +47,8 @@ inline std::uint8_t ScaleChannel(std::int32_t channel, double factor) {
     return static_cast<std::uint8_t>(scaled > 255 ? 255 : scaled);
 }
 
-// Upper and lower case of the ASCII letters alone: file tags and extensions need no more, and the result
-// must not change with the user's locale.
+// Change the case of ASCII letters only: tags and extensions need no more, and the result must not depend on
+// the locale.
 inline std::string ToUpperAscii(std::string text) {
     for (char& c : text)
         if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
@@ -60,7 +60,7 @@ inline std::string ToLowerAscii(std::string text) {
     return text;
 }
 
-// The text behind the last "/" or "\"; a path without either is taken whole.
+// The text after the last "/" or "\", or the whole path if it has neither.
 inline std::string_view BaseName(std::string_view path) {
     const std::size_t last = path.find_last_of("/\\");
     return last == std::string_view::npos ? path : path.substr(last + 1);

@@ -64,8 +64,8 @@ void ApplyTabOrder(TabOrder order) {
 }
 
 void FitTexts(const std::vector<TextPlace>& places) {
-    constexpr int kNarrowest = 60, kStep = 2;  // percent
-    // Each stretch that is tried costs a search among the fonts, so the first guess follows from the widths.
+    constexpr int kMinStretch = 60, kStep = 2;  // percent
+    // Each stretch that is tried costs a font lookup, so start with a guess from the widths.
     int stretch = 100;
     for (const TextPlace& place : places) {
         const int width = SizeWith(place.control->font(), place).width();
@@ -77,9 +77,9 @@ void FitTexts(const std::vector<TextPlace>& places) {
         font.setStretch(stretch);
         return font;
     };
-    stretch = std::max(stretch, kNarrowest);
+    stretch = std::max(stretch, kMinStretch);
     const auto fits = [&](const TextPlace& place) { return Fits(stretched(place), place); };
-    while (stretch > kNarrowest && !std::all_of(places.begin(), places.end(), fits))
+    while (stretch > kMinStretch && !std::all_of(places.begin(), places.end(), fits))
         stretch -= kStep;
     for (const TextPlace& place : places)
         place.control->setFont(stretched(place));

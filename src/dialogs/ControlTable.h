@@ -1,5 +1,5 @@
-// Places of windows and controls, in twips as the windows were designed: 1440 to the inch, 15 to the logical
-// pixel. Qt scales logical pixels on high-density screens.
+// Positions and sizes of windows and controls, in twips as in the windows' design: 1440 to the inch, 15 to
+// the logical pixel. Qt scales logical pixels on high-density screens.
 #pragma once
 
 #include <QFont>
@@ -23,16 +23,16 @@ struct ControlPlace {
     int tabIndex;
 };
 
-// The size of the text in both windows, 8.25 points at 96 dots per inch; it fits the places.
+// The text size of both windows, for which the controls were laid out: 8.25 points at 96 dots per inch.
 inline constexpr int kTextPixels = 11;
 
 // The widget's font in that size.
 QFont WindowFont(const QWidget& widget);
 
-// Sets a control's name, its place and the font of the windows.
+// Sets a control's name, geometry and font.
 void Place(QWidget* control, const ControlPlace& place);
 
-// Controls with their tab indices; the key focus goes through them in ascending order.
+// Controls with their tab indices; the focus moves through them in ascending order.
 using TabOrder = std::vector<std::pair<int, QWidget*>>;
 
 void ApplyTabOrder(TabOrder order);
@@ -46,16 +46,17 @@ struct TextPlace {
     bool wraps = false;
 };
 
-// Narrows the letters of all these controls by the same factor until each text fits: places are fixed, fonts
-// differ in width. Below 60 percent nobody could read them, and what doesn't fit then is cut off.
+// Condenses the fonts of all these controls by the same factor until each text fits: the controls' sizes are
+// fixed, but fonts differ in width. The factor stays at 60 percent or more, to be readable; text that doesn't
+// fit even then is cut off.
 void FitTexts(const std::vector<TextPlace>& places);
 
-// Where the upper left corner of a window's frame belongs: the frame is in the middle of `area`, but inside
-// `screen`; if it is larger than the screen its upper left corner stays visible. Logical pixels.
+// The upper left corner of a window's frame that is centred in `area` but kept inside `screen`. If it is
+// larger than the screen, its upper left corner stays visible. All in logical pixels.
 QPoint CentredCorner(QSize inside, const QMargins& frame, const QRect& area, const QRect& screen);
 
-// Centres a window that isn't shown yet in `area`, on `screen`. The frame may be known only when the window
-// is on the screen: until then `frame` is the guess, and the first paint corrects it.
+// Centres a window that isn't shown yet in `area`, on `screen`. Its frame may be unknown until the window is
+// on the screen: `frame` is a guess, and the first paint corrects the position.
 void CentreFrame(QWidget* window, const QRect& area, const QRect& screen, const QMargins& frame = {});
 
 }  // namespace boreforge

@@ -8,7 +8,7 @@ namespace boreforge {
 
 namespace {
 
-// The window that a message belongs to. Right after another dialog no window is active yet.
+// The window that a message belongs to. Just after another dialog has closed, no window is active yet.
 QWidget* MessageOwner() {
     if (QWidget* const active = QApplication::activeWindow()) return active;
     if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
@@ -20,7 +20,7 @@ QWidget* MessageOwner() {
 }  // namespace
 
 void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
-    // A job that reports a failure has a waiting cursor up; over the box the user sees a pointer.
+    // During a job the cursor is an hourglass; show an arrow while the box is open.
     const bool waiting = QApplication::overrideCursor() != nullptr;
     if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
     QMessageBox box(icon == MessageIcon::Information ? QMessageBox::Information : QMessageBox::Warning,

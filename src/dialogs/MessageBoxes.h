@@ -1,4 +1,4 @@
-// How messages reach the user of a window.
+// Messages to the user in message boxes.
 #pragma once
 
 #include <new>
@@ -11,7 +11,7 @@ namespace boreforge {
 // A message hook: shows a modal message box with an OK button over the active window and waits for the user.
 void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon);
 
-// Runs what an event asks for. If memory runs out the user is told, and the program goes on.
+// Runs the action of an event. If memory runs out, tells the user and carries on.
 template <class Action>
 void Guarded(Action action) {
     try {

@@ -1,4 +1,4 @@
-// The program's colours as Qt's.
+// Conversions between the program's colours and Qt's.
 #pragma once
 
 #include <QColor>
@@ -21,7 +21,7 @@ inline PackedColor ToPackedColor(const QColor& color) {
     return PackColor(color.red(), color.green(), color.blue());
 }
 
-// Whether a desktop with these colours is a dark one.
+// Whether this is the palette of a dark desktop.
 inline bool IsDark(const QPalette& palette) {
     constexpr int kMiddle = 128;  // of 255
     return palette.color(QPalette::Window).lightness() < kMiddle;

@@ -24,7 +24,7 @@ void DrawFocusFrame(QWidget& control) {
     painter.drawRect(frame);
 }
 
-// On Linux Qt's own interface returns the selected item as name, too.
+// On Linux Qt's own interface returns the selected item as the name, too.
 class ListAccess : public QAccessibleWidget {
   public:
     explicit ListAccess(NamedList* list) : QAccessibleWidget(list, QAccessible::ComboBox), list_(list) {}
@@ -105,7 +105,7 @@ PercentBar::PercentBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
 }
 
 void PercentBar::keyPressEvent(QKeyEvent* event) {
-    // A scroll bar of Qt inverts the keys. That is right for Up, Down and the Page keys, and wrong for these.
+    // QScrollBar inverts the keys. That is right for Up, Down and the Page keys, but wrong for these two.
     if (event->key() == Qt::Key_Left)
         triggerAction(SliderSingleStepSub);
     else if (event->key() == Qt::Key_Right)

@@ -1,5 +1,4 @@
-// The controls of the settings dialog that Qt doesn't have in this form. Each can be used without a mouse and
-// shows when it has the focus.
+// Qt's controls adapted to the settings dialog. Each works without a mouse and shows when it has the focus.
 #pragma once
 
 #include <QComboBox>
@@ -24,7 +23,7 @@ class Swatch : public QLabel {
     void paintEvent(QPaintEvent* event) override;
 };
 
-// A scroll bar for 0 to 100 percent. Left and Up take 1 away, Right and Down add 1, Page Up and Page Down
+// A scroll bar for 0 to 100 percent. Left and Up subtract 1, Right and Down add 1, Page Up and Page Down
 // change it by 5, Home and End go to the ends.
 class PercentBar : public QScrollBar {
   public:
@@ -35,7 +34,7 @@ class PercentBar : public QScrollBar {
     void paintEvent(QPaintEvent* event) override;
 };
 
-// A list whose name for screen readers is its accessible name and whose value is the selected item.
+// A list that tells screen readers its accessible name as the name and the selected item as the value.
 class NamedList : public QComboBox {
   public:
     explicit NamedList(QWidget* parent);

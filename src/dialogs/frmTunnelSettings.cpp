@@ -43,8 +43,8 @@ constexpr char kNote[] =
     "Note: Any track modification will require that the track be re-saved.  "
     "It is highly recommended that you have a back-up copy of the track file.";
 
-// A button's dark shadow, as the platform's dialogs have it: dark grey on a light desktop. On a dark one it
-// couldn't be read, and a softer text colour takes its place.
+// On a light desktop, notes have the dark grey of a button's shadow, as in the platform's own dialogs. That
+// would be unreadable on a dark desktop, so there they get a softer text colour.
 void SetNoteColor(QLabel* label) {
     constexpr int kSofter = 125;  // percent
     QPalette palette = label->palette();
@@ -54,10 +54,10 @@ void SetNoteColor(QLabel* label) {
     label->setPalette(palette);
 }
 
-// A check box's place is lower than the box that most styles draw.
+// The layout leaves check boxes less height than most styles need to draw the box.
 constexpr int kCheckBoxPixels = 12;
 
-class LowCheckBoxStyle : public QProxyStyle {
+class SmallCheckBoxStyle : public QProxyStyle {
   public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
         const bool box = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight;
@@ -71,7 +71,7 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
     setObjectName("frmTunnelSettings");
     setWindowTitle("3DS Tunnel Settings...");
-    // The caption is on the frame's upper line, so that the frame keeps its place under every style.
+    // The caption is on the frame's top line, so that the frame has the same place in every style.
     setStyleSheet(
         "QGroupBox { border: 1px solid palette(mid); border-radius: 3px; margin-top: 7px; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }");
@@ -81,7 +81,7 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     MakeButtons();
     FitTexts(texts_);
     ApplyTabOrder(tabOrder_);
-    chkRemTunnels_->setFocus();  // the first in that order; a list with the focus would change by a stray key
+    chkRemTunnels_->setFocus();  // first in the tab order; a focused list would change at a stray key
     if (owner) {
         const QMargins frame = owner->windowHandle() ? owner->windowHandle()->frameMargins() : QMargins();
         CentreFrame(this, owner->frameGeometry(), owner->screen()->availableGeometry(), frame);
@@ -109,7 +109,7 @@ QCheckBox* frmTunnelSettings::MakeCheck(QWidget* parent, const ControlPlace& pla
     constexpr int kGap = 10;  // logical pixels beside the box
     auto* const check = new QCheckBox(text, parent);
     Place(check, place);
-    auto* const style = new LowCheckBoxStyle;
+    auto* const style = new SmallCheckBoxStyle;
     style->setParent(check);
     check->setStyle(style);
     check->setChecked(checked);

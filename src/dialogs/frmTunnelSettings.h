@@ -20,7 +20,7 @@ class frmTunnelSettings : public QDialog {
   public:
     explicit frmTunnelSettings(QWidget* owner);
 
-    // What the controls say.
+    // The settings that the controls show.
     TunnelChoices Choices() const;
 
   protected:

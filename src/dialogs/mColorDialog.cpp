@@ -44,7 +44,7 @@ std::int32_t QtColorDialog(ColorDialogArguments& record) {
     for (int i = 0; const PackedColor color : CustomColors)
         QColorDialog::setCustomColor(i++, ToQColor(color));
     QColorDialog dialog(ToQColor(record.Color), record.Owner);
-    dialog.setOption(QColorDialog::DontUseNativeDialog);  // others don't offer the custom colours
+    dialog.setOption(QColorDialog::DontUseNativeDialog);  // native dialogs don't offer the custom colours
     const bool chosen = dialog.exec() == QDialog::Accepted;
     for (int i = 0; PackedColor & color : CustomColors)
         color = ToPackedColor(QColorDialog::customColor(i++));

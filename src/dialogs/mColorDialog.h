@@ -11,7 +11,7 @@
 namespace boreforge {
 
 // The dialog's 16 slots for the user's own colours. The first call fills them with the first 16 system
-// colours; from then on the user's changes last as long as the program runs.
+// colours; the user's changes then last until the program ends.
 extern std::array<PackedColor, 16> CustomColors;
 
 // Dialog flags, with the values that callers of the platform's own dialog know.
@@ -23,9 +23,9 @@ enum ColorDialogFlag : std::int32_t {
     kAnyColor = 0x100,
 };
 
-// What a dialog is told and what it answers. Color is the colour to start with; then the colour chosen, or -1
-// if none was. The next three are about screens with few colours and about a dialog that unfolds: Qt's dialog
-// always shows everything. Flags are derived from them.
+// Input and output of the dialog. Color is the initial colour, and afterwards the chosen one, or -1 if none
+// was chosen. AnyColor, FullOpen and PreventFullOpen are for screens with few colours and dialogs that
+// unfold; Qt's dialog ignores them and always shows everything. Flags are derived from them.
 struct ColorDialogArguments {
     PackedColor Color = 0;
     bool AnyColor = false;
@@ -38,15 +38,15 @@ struct ColorDialogArguments {
 // Runs the dialog; true if the user chose a colour.
 bool ShowColorDialog(ColorDialogArguments& arguments);
 
-// The call that runs the dialog: 1 if the user chose a colour, else 0; it reads and writes CustomColors. A
-// test may answer for the user here.
+// The call that runs the dialog: 1 if the user chose a colour, else 0; it reads and writes CustomColors.
+// Tests replace it to answer for the user.
 std::int32_t QtColorDialog(ColorDialogArguments& record);
 extern std::int32_t (*ChooseColor)(ColorDialogArguments& record);
 
-// The platform's index of a button's dark shadow among its system colours.
+// The index of a button's dark shadow among the platform's system colours.
 inline constexpr int kButtonDarkShadow = 21;
 
-// The colour of a part of the desktop by its platform index, 0 to 15 or kButtonDarkShadow; black for others.
+// The system colour with a platform index: 0 to 15 or kButtonDarkShadow. Black for any other.
 PackedColor SystemColor(int index);
 
 }  // namespace boreforge

@@ -33,8 +33,8 @@ QString ConvertFilter(QString filter) {
     return filter + QChar(0) + QChar(0);
 }
 
-// A converted filter in Qt's form: "text (pattern pattern)". A display text that names its own patterns is in
-// that form already.
+// A converted filter in Qt's form: "text (pattern pattern)". A display text that already contains its
+// patterns stays as it is.
 QStringList QtFilters(const QString& converted) {
     const QStringList parts = converted.split(QChar(0));
     QStringList filters;
@@ -45,16 +45,16 @@ QStringList QtFilters(const QString& converted) {
     return filters;
 }
 
-// Where a save starts instead of `folder` if nobody but the administrator may write there, as in the folders
-// of an installed program.
+// Where a save dialog starts: in `folder`, or in the user's documents if only the administrator may write
+// there, as in an installed program's folders.
 QString WritableStart(const QString& folder) {
     if (QFileInfo(folder).isWritable()) return folder;
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
-// Qt's own dialog is the same on every desktop. A desktop's may add the extension after it has looked for an
-// existing file, and would then replace that file without asking.
+// Always Qt's own dialog. A desktop's dialog may add the extension after it has looked for an existing file,
+// and would then replace that file without asking.
 class FileDialog : public QFileDialog {
   public:
     FileDialog(const FileDialogArguments& record, AcceptMode acceptMode);
@@ -102,9 +102,9 @@ void FileDialog::SetStart(const FileDialogArguments& record) {
     if (!record.FileName.isEmpty()) selectFile(named.fileName());
 }
 
-// Qt takes the selected row of the list, which may lag behind what was typed while the list is still loading.
-// It also splits a typed name at double quotes and would save under a part of it. So Return in the name box
-// takes what the box says, and a name with a double quote is taken only from the list.
+// Qt takes the selected row of the list, which may not match the typed name yet while the list is loading. It
+// also splits a typed name at double quotes and would save under a part of it. So Return in the name box
+// takes the typed name, and a name with a double quote must be picked from the list.
 void FileDialog::accept() {
     const QString name = name_->text();
     QItemSelectionModel* const selection = list_->selectionModel();
@@ -115,8 +115,8 @@ void FileDialog::accept() {
     QFileDialog::accept();
 }
 
-// Makes the columns as wide as what the folder holds and, the first time, the dialog as wide as its columns,
-// as far as the screen allows.
+// Fits the columns to the folder's contents. The first time, also widens the dialog until it shows all
+// columns, as far as the screen allows.
 void FileDialog::FitColumns() {
     if (table_->model()->rowCount(table_->rootIndex()) == 0) return;
     const QHeaderView& header = *table_->header();
@@ -125,10 +125,10 @@ void FileDialog::FitColumns() {
     if (std::exchange(fitted_, true)) return;
     const QRect screenArea = screen()->availableGeometry();
     const int wanted = width() + header.length() - table_->viewport()->width();
-    const int widest = screenArea.width() - (frameGeometry().width() - width());
+    const int maxWidth = screenArea.width() - (frameGeometry().width() - width());
     if (wanted <= width()) return;
     const QRect before = frameGeometry();
-    resize(std::min(wanted, widest), height());
+    resize(std::min(wanted, maxWidth), height());
     const QMargins frame = windowHandle()->frameMargins();
     move(CentredCorner(size(), frame, before, screenArea));
 }
