@@ -9,7 +9,7 @@
 namespace boreforge {
 namespace {
 
-// Writes down what is drawn on 781 by 481 pixels, each call with its colour and the pen's width.
+// A surface of 781 by 481 pixels that lists the calls it gets, each with its colour and the pen's width.
 struct Recorder {
     std::ostringstream calls;
     int pen = 0;
@@ -34,17 +34,17 @@ std::string Draw(ShownNodes shown = {}) {
     return recorder.calls.str();
 }
 
-// The calls in which a text stands, and their number.
-std::string Of(const std::string& calls, const std::string& text) {
+// The calls that contain a text.
+std::string CallsWith(const std::string& text, const std::string& calls) {
     std::istringstream lines(calls);
     std::string found;
     for (std::string line; std::getline(lines, line);)
         if (line.find(text) != line.npos) found += line + '\n';
     return found;
 }
-auto CountOf(const std::string& calls, const std::string& text) {
-    const std::string found = Of(calls, text);
-    return std::count(found.begin(), found.end(), '\n');
+auto CountCallsWith(const std::string& text, const std::string& calls) {
+    const std::string found = CallsWith(text, calls);
+    return std::ranges::count(found, '\n');
 }
 
 struct ShapeDrawingTest : CoreTest {
@@ -58,7 +58,7 @@ struct ShapeDrawingTest : CoreTest {
     }
 };
 
-TEST_F(ShapeDrawingTest, AnEmptyShapeIsTheOriginUnderTheGrid) {
+TEST_F(ShapeDrawingTest, AnEmptyShapeIsDrawnAsTheOriginUnderTheGrid) {
     const std::string drawn = Draw();
     EXPECT_TRUE(
         drawn.starts_with("clear\ndot 390,240 C0C0C0 15\n390,0 - 390,481 404040 1\n390,0 - 390,481 404040 1\n"
@@ -67,14 +67,22 @@ TEST_F(ShapeDrawingTest, AnEmptyShapeIsTheOriginUnderTheGrid) {
     EXPECT_TRUE(
         drawn.ends_with("-4610,0 - -4610,481 404040 1\n5390,0 - 5390,481 404040 1\n"
                         "0,-4760 - 781,-4760 404040 1\n0,5240 - 781,5240 404040 1\n"));
-    EXPECT_TRUE(CountOf(drawn, "404040") == 44 && CountOf(drawn, "202020") == 360);
-    for (const auto& [zoom, size] : {std::pair{10, 3}, {14, 3}, {15, 4}, {20, 5}, {50, 15}, {200, 65}}) {
-        TunnelShape.ZoomScale = static_cast<float>(zoom);
-        EXPECT_EQ(Of(Draw(), "dot"), "dot 390,240 C0C0C0 " + std::to_string(size) + "\n");
+    EXPECT_EQ(CountCallsWith("404040", drawn), 44) << "every tenth line and the axes";
+    EXPECT_EQ(CountCallsWith("202020", drawn), 360);
+}
+
+TEST_F(ShapeDrawingTest, DotsGrowWithTheZoom) {
+    const struct {
+        float zoom;
+        int size;
+    } cases[] = {{10, 3}, {14, 3}, {15, 4}, {20, 5}, {50, 15}, {200, 65}};
+    for (const auto& [zoom, size] : cases) {
+        TunnelShape.ZoomScale = zoom;
+        EXPECT_EQ(CallsWith("dot", Draw()), "dot 390,240 C0C0C0 " + std::to_string(size) + "\n");
     }
 }
 
-TEST_F(ShapeDrawingTest, EachNodeIsDotsAndASpokeThenTheEdgesFromTheNodeBefore) {
+TEST_F(ShapeDrawingTest, EachNodeIsDrawnAsDotsAndASpokeThenTheEdgesFromTheNodeBefore) {
     const std::string grid = Draw();
     const std::string node0 = "dot 490,140 80FFFF 15\ndot 440,190 8080FF 15\n440,190 - 490,140 808080 1\n";
     const std::string node1 =
@@ -92,26 +100,39 @@ TEST_F(ShapeDrawingTest, EachNodeIsDotsAndASpokeThenTheEdgesFromTheNodeBefore) {
     }
 }
 
-TEST_F(ShapeDrawingTest, SelectionMarksAPointAndTheEdgeThatLeavesItAndHidingTakesDotsAway) {
-    // The number of nodes, the selected one and its contour; the calls in the colours of a selection.
-    const std::tuple<std::size_t, int, Truth, const char*> cases[] = {
-        {3, -1, kTrue, ""},
-        {3, 0, kTrue, "dot 490,140 FFFF00 15\n490,140 - 290,190 FF8000 1\n"},
-        {3, 1, kFalse, "dot 340,215 FFFF00 15\n340,215 - 390,290 FF8000 1\n"},
-        {3, 2, kTrue, "dot 390,340 FFFF00 15\n390,340 - 490,140 FF8000 1\n"},
-        {2, 1, kFalse, "dot 340,215 FFFF00 15\n340,215 - 440,190 FF8000 1\n"},
-        {1, 0, kTrue, "dot 490,140 FFFF00 15\n"}};
-    for (const auto& [nodes, selected, outside, calls] : cases) {
+TEST_F(ShapeDrawingTest, TheSelectedPointAndTheEdgeThatLeavesItAreMarked) {
+    const struct {
+        std::size_t nodes;
+        int selected;
+        Truth outside;
+        const char* marked;  // the calls in the colours of a selection
+    } cases[] = {{3, -1, kTrue, ""},
+                 {3, 0, kTrue, "dot 490,140 FFFF00 15\n490,140 - 290,190 FF8000 1\n"},
+                 {3, 1, kFalse, "dot 340,215 FFFF00 15\n340,215 - 390,290 FF8000 1\n"},
+                 {3, 2, kTrue, "dot 390,340 FFFF00 15\n390,340 - 490,140 FF8000 1\n"},
+                 {2, 1, kFalse, "dot 340,215 FFFF00 15\n340,215 - 440,190 FF8000 1\n"},
+                 {1, 0, kTrue, "dot 490,140 FFFF00 15\n"}};
+    for (const auto& [nodes, selected, outside, marked] : cases) {
         MakeShape(nodes, selected, outside);
-        EXPECT_EQ(Of(Draw(), " FF"), calls) << nodes << ' ' << selected << ' ' << outside;
+        EXPECT_EQ(CallsWith(" FF", Draw()), marked) << selected << " of " << nodes;
     }
+}
+
+TEST_F(ShapeDrawingTest, AHiddenContourLosesItsDotsAndTheSpokesAreDimmed) {
     MakeShape(3);
-    const std::string all = Draw(), origin = Of(all, "C0C0C0");
-    EXPECT_EQ(Of(Draw({true, false}), "dot"), origin + Of(all, "8080FF"));
-    EXPECT_EQ(Of(Draw({false, true}), "dot"), origin + Of(all, "80FFFF"));
-    EXPECT_EQ(Of(Draw({false, false}), "dot"), origin);
-    for (const ShownNodes shown : {ShownNodes{true, false}, {false, true}, {false, false}})
-        EXPECT_TRUE(CountOf(Draw(shown), "808080") == 0 && CountOf(Draw(shown), "404040") == 44 + 3);
+    const std::string all = Draw(), origin = CallsWith("C0C0C0", all);
+    const struct {
+        ShownNodes shown;
+        std::string dots;
+    } cases[] = {{{.inside = true, .outside = false}, origin + CallsWith("8080FF", all)},
+                 {{.inside = false, .outside = true}, origin + CallsWith("80FFFF", all)},
+                 {{.inside = false, .outside = false}, origin}};
+    for (const auto& [shown, dots] : cases) {
+        const std::string drawn = Draw(shown);
+        EXPECT_EQ(CallsWith("dot", drawn), dots);
+        EXPECT_EQ(CountCallsWith("808080", drawn), 0);
+        EXPECT_EQ(CountCallsWith("404040", drawn), 44 + 3) << "grid and spokes";
+    }
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ struct ShapeHistoryTest : CoreTest {
 
 TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
     const std::string empty = In("empty.zrbf"), wrong = In("wrong.zrbf");
-    WriteBytes(empty, Unfold("'ZRBF' 00000000"));
-    WriteBytes(wrong, Unfold("'ZRBE' 00000000"));
+    WriteBytes(empty, FromHex("'ZRBF' 00000000"));
+    WriteBytes(wrong, FromHex("'ZRBE' 00000000"));
     const struct {
         const char* name;
         std::function<void()> change;

@@ -1,7 +1,8 @@
 #include "editor/ShapeInput.h"
 
 #include <map>
-#include <sstream>
+#include <string>
+#include <vector>
 
 #include "editor/ShapeView.h"
 #include "editor/TunnelShape.h"
@@ -22,14 +23,26 @@ struct ShapeInputTest : CoreTest {
     EditorControls controls{{true, true}, true, "0.5", 781, 481};
 };
 
-TEST_F(ShapeInputTest, PositionsAreSnappedWithHalvesGoingUpAndShownWithAPoint) {
-    std::istringstream cases(  // what stands in the box, a value, the value snapped
-        "0.5 1.2 1  0.5 -1.2 -1  0.5 1.25 1.5  0.5 -1.25 -1  0.5 -0.25 0  0.5 -0.26 -0.5  0.5x 0.7 0.5 "
-        ".25 0.374 0.25  .25 0.375 0.5  1.5 2.2 1.5  1.5 -0.75 0  1.5 -0.76 -1.5  2. -1 0  2. 1 2  0 1.2 1.2 "
-        "-1 1.2 1.2  . 1.2 1.2  - 1.2 1.2  abc 1.2 1.2  inf 1.2 1.2  nan 1.2 1.2  1e39 1.2 1.2");
-    for (float value, snapped; cases >> controls.snapText >> value >> snapped;)
-        EXPECT_EQ(Snapped({value, value, 0}, controls), (Vector3D{snapped, snapped, 0})) << controls.snapText;
-    EXPECT_EQ(SnapInterval(""), 0);
+TEST_F(ShapeInputTest, APositionIsSnappedToTheIntervalWithHalvesGoingUp) {
+    const struct {
+        const char* interval;
+        float value, snapped;
+    } cases[] = {{"0.5", 1.2f, 1},       {"0.5", 1.25f, 1.5f},   {"0.5", -1.25f, -1},
+                 {"0.5", -0.25f, 0},     {"0.5", -0.26f, -0.5f}, {"0.5x", 0.7f, 0.5f},
+                 {".25", 0.374f, 0.25f}, {".25", 0.375f, 0.5f},  {"1.5", -0.75f, 0},
+                 {"1.5", -0.76f, -1.5f}, {"2.", -1, 0},          {"2.", 1, 2}};
+    for (const auto& [interval, value, snapped] : cases) {
+        controls.snapText = interval;
+        EXPECT_EQ(Snapped({value, value, 0}, controls), (Vector3D{snapped, snapped, 0})) << interval;
+    }
+}
+
+TEST_F(ShapeInputTest, APositionIsNotSnappedWithoutAnInterval) {
+    for (const char* interval : {"", "0", "-1", ".", "-", "abc", "inf", "nan", "1e39"}) {
+        controls.snapText = interval;
+        EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0})) << interval;
+    }
+    controls.snapText = "0.5";
     controls.snapTo = false;
     EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0}));
 }
@@ -46,64 +59,114 @@ TEST_F(ShapeInputTest, PositionsShowOneOrTwoDigitsWithHalvesAwayFromZero) {
         EXPECT_EQ(FormatPosition(value), text);
 }
 
-TEST_F(ShapeInputTest, PressSelectsTheFirstVisiblePointOrAddsANode) {
-    // Zoom, position, inside and outside shown; then what is selected, whether on the outside, and the count.
-    // The area is a square without its edge, equally large at each zoom; the inside point of a node wins over
-    // its outside point, and a lower node over a nearer one.
-    const double cases[][8] = {
-        {50, 0.1, 0.1, 1, 1, 0, 0, 2},     {50, 0.1, 0.1, 0, 1, 0, 1, 2},    {50, 0.4, 0.4, 1, 1, 0, 1, 2},
-        {50, 0.4, 0.4, 1, 0, 2, 1, 3},     {50, -0.28, 0.28, 1, 1, 0, 0, 2}, {10, -0.28, 0.28, 1, 1, 0, 0, 2},
-        {200, -0.28, 0.28, 1, 1, 0, 0, 2}, {10, -0.3, 0, 1, 1, 2, 1, 3},     {50, 0, -0.3, 1, 1, 2, 1, 3},
-        {50, 2, 0, 1, 1, 1, 0, 2},         {50, 2, 0, 0, 0, -1, 1, 2},       {50, 7, 7, 0, 1, 2, 1, 3}};
-    for (const auto& [zoom, x, y, inside, outside, selected, onOutside, count] : cases) {
-        TunnelShape = {
-            {{0, 0, 0}, {2, 0, 0}}, {{0.2f, 0.2f, 0}, {0.4f, 0.4f, 0}}, static_cast<float>(zoom), 1, kTrue};
-        controls.shown = {inside != 0, outside != 0};
-        EXPECT_TRUE(Press(x, y));
-        EXPECT_TRUE(TunnelShape.SelectedNode == selected && TunnelShape.NodeCount() == count &&
-                    TunnelShape.SelectedIsOutside == -onOutside)
-            << zoom << ": " << x << ' ' << y;
+// Which point of which node a press selects. The nodes are at 0 and 2 with their outside points close by.
+TEST_F(ShapeInputTest, APressSelectsTheFirstVisiblePointInReachOrAddsANode) {
+    constexpr bool kInside = false, kOutside = true;
+    constexpr ShownNodes kBoth{true, true}, kInsideOnly{true, false}, kOutsideOnly{false, true};
+    constexpr int kNew = 2;
+    const struct {
+        const char* name;
+        float zoom;
+        double x, y;
+        ShownNodes shown;
+        int node;
+        bool outside;
+    } cases[] = {{"inside wins over outside", 50, 0.1, 0.1, kBoth, 0, kInside},
+                 {"inside is hidden", 50, 0.1, 0.1, kOutsideOnly, 0, kOutside},
+                 {"a lower node wins over a nearer one", 50, 0.4, 0.4, kBoth, 0, kOutside},
+                 {"only a hidden point in reach", 50, 0.4, 0.4, kInsideOnly, kNew, kOutside},
+                 {"the corner of the square in reach", 50, -0.28, 0.28, kBoth, 0, kInside},
+                 {"the same reach when zoomed out", 10, -0.28, 0.28, kBoth, 0, kInside},
+                 {"the same reach when zoomed in", 200, -0.28, 0.28, kBoth, 0, kInside},
+                 {"the square's left edge is out of reach", 10, -0.3, 0, kBoth, kNew, kOutside},
+                 {"its lower edge is out of reach", 50, 0, -0.3, kBoth, kNew, kOutside},
+                 {"another node", 50, 2, 0, kBoth, 1, kInside},
+                 {"far from any", 50, 7, 7, kOutsideOnly, kNew, kOutside}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        TunnelShape = {{{0, 0, 0}, {2, 0, 0}}, {{0.2f, 0.2f, 0}, {0.4f, 0.4f, 0}}, row.zoom, 1, kTrue};
+        controls.shown = row.shown;
+        EXPECT_TRUE(Press(row.x, row.y));
+        EXPECT_EQ(TunnelShape.SelectedNode, row.node);
+        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.outside));
+        EXPECT_EQ(TunnelShape.NodeCount(), row.node == kNew ? 3 : 2);
     }
+}
+
+TEST_F(ShapeInputTest, APressAddsNothingWhileBothContoursAreHidden) {
+    TunnelShape = {{{0, 0, 0}}, {{1, 1, 0}}, 50, 0, kTrue};
+    controls.shown = {false, false};
+    EXPECT_TRUE(Press(0, 0));
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_EQ(TunnelShape.NodeCount(), 1);
 }
 
 TEST_F(ShapeInputTest, ANewNodeIsSnappedAndItsPointOnTheLastHitContourIsDragged) {
     TunnelShape = {{{-2, 1, 7}}, {{-3, 2, 7}}};
     Press(-3, 2);
-    EXPECT_TRUE(Move(MouseState::Left, -3.2, 2.25));
     Press(1.25, -1.25);
     EXPECT_EQ(TunnelShape.OutsideNodes.at(1), (Vector3D{2, -1.5f, 0}));
     EXPECT_TRUE(Move(MouseState::Left, 4, 3));
-    EXPECT_FALSE(Move(MouseState::None, 0, 0) || Move(MouseState::Other, 0, 0));
-    EXPECT_TRUE(ReleaseMouse(MouseButton::Left, controls) && TunnelShape.SelectedNode == 1);
-    EXPECT_TRUE(ReleaseMouse(MouseButton::Right, controls) && TunnelShape.SelectedNode == -1);
-    EXPECT_FALSE(Move(MouseState::Left, 0, 0));
-    EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{-2, 1, 7}, {1.5f, -1, 0}}));
-    EXPECT_EQ(TunnelShape.OutsideNodes, (std::vector<Vector3D>{{-3, 2.5f, 0}, {4, 3, 0}}));
+    EXPECT_EQ(TunnelShape.InsideNodes.at(1), (Vector3D{1.5f, -1, 0}));
+    EXPECT_EQ(TunnelShape.OutsideNodes.at(1), (Vector3D{4, 3, 0}));
 }
 
-TEST_F(ShapeInputTest, PanAndZoomKeepToTheirLimits) {
-    // Where the right button drags the view from 200, 100, and the pan after it.
-    const float steps[][4] = {
-        {230, 90, 30, -10}, {220, 95, 20, -5}, {5000, -5000, 1000, -1000}, {4990, -4970, 990, -970}};
+TEST_F(ShapeInputTest, ADragSnapsThePointAndPutsItIntoThePlane) {
+    TunnelShape = {{{-2, 1, 7}}, {{-3, 2, 7}}};
+    Press(-3, 2);
+    EXPECT_TRUE(Move(MouseState::Left, -3.2, 2.25));
+    EXPECT_EQ(TunnelShape.OutsideNodes.at(0), (Vector3D{-3, 2.5f, 0}));
+    EXPECT_EQ(TunnelShape.InsideNodes.at(0), (Vector3D{-2, 1, 7}));
+}
+
+TEST_F(ShapeInputTest, OnlyTheLeftButtonDragsAndOnlyTheRightOneDropsTheSelection) {
+    TunnelShape = {{{-2, 1, 0}}, {{-3, 2, 0}}};
+    Press(-2, 1);
+    EXPECT_FALSE(Move(MouseState::None, 0, 0));
+    EXPECT_FALSE(Move(MouseState::Other, 0, 0));
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Left, controls));
+    EXPECT_EQ(TunnelShape.SelectedNode, 0);
+    EXPECT_TRUE(ReleaseMouse(MouseButton::Right, controls));
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_FALSE(Move(MouseState::Left, 0, 0)) << "nothing is selected";
+}
+
+TEST_F(ShapeInputTest, TheRightButtonPansUpToTwentyUnits) {
+    const struct {
+        float x, y, panX, panY;
+    } steps[] = {{230, 90, 30, -10}, {220, 95, 20, -5}, {5000, -5000, 1000, -1000}, {4990, -4970, 990, -970}};
     EXPECT_FALSE(PressMouse(MouseButton::Right, 200, 100, controls));
     for (const auto& [x, y, panX, panY] : steps) {
         EXPECT_TRUE(MoveMouse(MouseState::Right, x, y, controls));
-        EXPECT_TRUE(ShapeView.ViewOriginX == 390 + panX && ShapeView.ViewOriginY == 240 + panY) << x;
+        EXPECT_EQ(ShapeView.ViewOriginX, 390 + panX);
+        EXPECT_EQ(ShapeView.ViewOriginY, 240 + panY);
     }
-    // Tool, zoom before and after, pan after; before it is 3000, -700.
-    const float cases[][5] = {{5, 50, 60, 1200, -700}, {5, 195, 200, 3000, -700}, {5, 200, 200, 3000, -700},
-                              {6, 50, 40, 800, -700},  {6, 15, 10, 200, -200},    {6, 10, 10, 200, -200},
-                              {7, 200, 50, 1000, -700}};
+}
+
+TEST_F(ShapeInputTest, TheZoomAndThePanKeepToTheirLimits) {
+    const struct {
+        int tool;
+        float from, to, panX, panY;  // the pan before is 3000, -700
+    } cases[] = {{kToolZoomIn, 50, 60, 1200, -700},
+                 {kToolZoomIn, 195, 200, 3000, -700},
+                 {kToolZoomOut, 50, 40, 800, -700},
+                 {kToolZoomOut, 15, 10, 200, -200},
+                 {kToolZoomReset, 200, 50, 1000, -700}};
     for (const auto& [tool, from, to, panX, panY] : cases) {
         TunnelShape.ZoomScale = from;
         ShapeView = {3000, -700, 0, 0};
-        EXPECT_TRUE(RunShapeTool(static_cast<int>(tool), controls));
+        EXPECT_TRUE(RunShapeTool(tool, controls));
         EXPECT_EQ(TunnelShape.ZoomScale, to);
-        EXPECT_TRUE(ShapeView.ViewOriginX == 390 + panX && ShapeView.ViewOriginY == 240 + panY) << from;
+        EXPECT_EQ(ShapeView.ViewOriginX, 390 + panX) << from;
+        EXPECT_EQ(ShapeView.ViewOriginY, 240 + panY) << from;
     }
+}
+
+TEST_F(ShapeInputTest, NewLeavesTheViewAlone) {
     ShapeView = {3000, 0, 7, 8};
     EXPECT_TRUE(RunShapeTool(kToolNew, controls));
-    EXPECT_TRUE(ShapeView.PanX == 3000 && ShapeView.ViewOriginX == 7) << "New leaves the view alone";
+    EXPECT_EQ(ShapeView.PanX, 3000);
+    EXPECT_EQ(ShapeView.ViewOriginX, 7);
 }
 
 TEST_F(ShapeInputTest, EachWholeNotchOfTheWheelIsOneStepOfTheZoomTools) {
@@ -136,18 +199,29 @@ TEST_F(ShapeInputTest, TheWheelDoesNothingWhileAButtonIsDown) {
     EXPECT_EQ(TunnelShape.ZoomScale, 50);
 }
 
-TEST_F(ShapeInputTest, InsertTakesTheMidpointOfTheInsideContourAndDeleteDropsTheSelection) {
-    const std::vector<Vector3D> inside = {{2, 0, 5}, {0, -4, 5}}, outside = {{9, 9, 5}, {9, 8, 5}};
-    TunnelShape = {inside, outside, 50, 0, kTrue};
+struct InsertTest : ShapeInputTest {
+    InsertTest() { TunnelShape = {{{2, 0, 5}, {0, -4, 5}}, {{9, 9, 5}, {9, 8, 5}}, 50, 0, kTrue}; }
+};
+
+TEST_F(InsertTest, InsertAddsTheMidpointOfTheInsideContourAfterTheSelectedNode) {
     EXPECT_TRUE(RunShapeTool(kToolInsert, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {1, -2, 0}, {0, -4, 5}}));
     EXPECT_EQ(TunnelShape.OutsideNodes, (std::vector<Vector3D>{{9, 9, 5}, {1.5f, -2.5f, 0}, {9, 8, 5}}));
-    TunnelShape = {inside, outside, 50, 1, kTrue};
-    EXPECT_TRUE(RunShapeTool(kToolInsert, controls) && TunnelShape.SelectedNode == 1);
+}
+
+TEST_F(InsertTest, InsertAfterTheLastNodeLeadsToTheFirst) {
+    TunnelShape.SelectedNode = 1;
+    EXPECT_TRUE(RunShapeTool(kToolInsert, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {0, -4, 5}, {1, -2, 0}}));
-    EXPECT_TRUE(RunShapeTool(kToolDelete, controls) && TunnelShape.SelectedNode == -1);
-    EXPECT_FALSE(RunShapeTool(kToolInsert, controls) || RunShapeTool(kToolDelete, controls));
-    EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {1, -2, 0}}));
+    EXPECT_EQ(TunnelShape.SelectedNode, 1);
+}
+
+TEST_F(InsertTest, DeleteDropsTheSelectionWithoutWhichNeitherToolActs) {
+    EXPECT_TRUE(RunShapeTool(kToolDelete, controls));
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_FALSE(RunShapeTool(kToolInsert, controls));
+    EXPECT_FALSE(RunShapeTool(kToolDelete, controls));
+    EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{0, -4, 5}}));
 }
 
 TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnappingIt) {
@@ -172,46 +246,55 @@ TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnapping
         }
 }
 
-TEST_F(ShapeInputTest, ControlAndArrowKeysChooseAmongVisiblePointsAndEscapeNone) {
-    constexpr int kHidden = -2;  // in place of the node: nothing is chosen
-    const struct {
-        int code, node;
+TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
+    struct Selection {
+        int node;
         bool outside;
+    };
+    constexpr ShownNodes kBoth{true, true}, kInsideOnly{true, false}, kOutsideOnly{false, true};
+    const struct {
+        const char* name;
+        int code;
+        Selection before;
         ShownNodes shown;
-        int newNode;
-        bool newOutside;
-    } cases[] = {{kArrowRight, 1, false, {true, true}, 2, false},
-                 {kArrowRight, 3, true, {true, true}, 0, true},
-                 {kArrowLeft, 1, true, {true, true}, 0, true},
-                 {kArrowLeft, 0, false, {true, true}, 3, false},
-                 {kArrowUp, 1, false, {true, true}, 1, true},
-                 {kArrowDown, 1, true, {true, true}, 1, false},
-                 {kArrowUp, 1, true, {true, true}, 1, false},
-                 {kArrowUp, 1, false, {true, false}, kHidden, false},
-                 {kArrowDown, 1, true, {false, true}, kHidden, true},
-                 {kArrowRight, 1, true, {true, false}, kHidden, true},
-                 {kArrowRight, -1, true, {true, true}, 0, true},
-                 {kArrowLeft, -1, false, {true, true}, 3, false},
-                 {kArrowRight, -1, true, {true, false}, 0, false},
-                 {kArrowLeft, -1, true, {false, false}, kHidden, true},
-                 {kArrowUp, -1, true, {true, true}, kHidden, true}};
+        Selection after;
+    } cases[] = {{"next", kArrowRight, {1, false}, kBoth, {2, false}},
+                 {"next after the last", kArrowRight, {3, true}, kBoth, {0, true}},
+                 {"previous", kArrowLeft, {1, true}, kBoth, {0, true}},
+                 {"previous of the first", kArrowLeft, {0, false}, kBoth, {3, false}},
+                 {"to the outside", kArrowUp, {1, false}, kBoth, {1, true}},
+                 {"to the inside", kArrowDown, {1, true}, kBoth, {1, false}},
+                 {"to the inside with the other key", kArrowUp, {1, true}, kBoth, {1, false}},
+                 {"the first, for nothing is selected", kArrowRight, {-1, true}, kBoth, {0, true}},
+                 {"the last, for nothing is selected", kArrowLeft, {-1, false}, kBoth, {3, false}},
+                 {"the first visible one", kArrowRight, {-1, true}, kInsideOnly, {0, false}},
+                 {"the outside is hidden", kArrowUp, {1, false}, kInsideOnly, {1, false}},
+                 {"the inside is hidden", kArrowDown, {1, true}, kOutsideOnly, {1, true}},
+                 {"its own contour is hidden", kArrowRight, {1, true}, kInsideOnly, {1, true}},
+                 {"all is hidden", kArrowLeft, {-1, true}, {false, false}, {-1, true}},
+                 {"no node to change the contour of", kArrowUp, {-1, true}, kBoth, {-1, true}}};
+    MakePresetShape(0);
     for (const auto& row : cases) {
-        MakePresetShape(0);
-        TunnelShape.SelectedNode = row.node;
-        TunnelShape.SelectedIsOutside = ToTruth(row.outside);
+        SCOPED_TRACE(row.name);
+        TunnelShape.SelectedNode = row.before.node;
+        TunnelShape.SelectedIsOutside = ToTruth(row.before.outside);
         controls.shown = row.shown;
-        const bool chosen = row.newNode != kHidden;
-        EXPECT_EQ(PressKey({.code = row.code, .control = true}, true, controls), chosen) << row.code;
-        EXPECT_EQ(TunnelShape.SelectedNode, chosen ? row.newNode : row.node) << row.code << ' ' << row.node;
-        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.newOutside)) << row.code << ' ' << row.node;
+        const bool changes = row.before.node != row.after.node || row.before.outside != row.after.outside;
+        EXPECT_EQ(PressKey({.code = row.code, .control = true}, true, controls), changes);
+        EXPECT_EQ(TunnelShape.SelectedNode, row.after.node);
+        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.after.outside));
     }
+}
+
+TEST_F(ShapeInputTest, EscapeDropsTheSelection) {
+    MakePresetShape(0);
     TunnelShape.SelectedNode = 1;
     EXPECT_TRUE(PressKey({kEscapeKey}, true, controls));
     EXPECT_EQ(TunnelShape.SelectedNode, -1);
     EXPECT_FALSE(PressKey({kEscapeKey}, true, controls)) << "nothing was selected";
 }
 
-TEST_F(ShapeInputTest, CanvasKeysDoNothingElsewhereWithAltWithAButtonDownOrOnNothing) {
+TEST_F(ShapeInputTest, CanvasKeysDoNothingWithoutTheCanvasASelectionOrFreeHands) {
     EXPECT_FALSE(PressKey({.code = kArrowRight, .control = true}, true, controls)) << "the shape is empty";
     MakePresetShape(0);
     EXPECT_FALSE(PressKey({kArrowUp}, true, controls)) << "nothing is selected";
@@ -227,20 +310,24 @@ TEST_F(ShapeInputTest, CanvasKeysDoNothingElsewhereWithAltWithAButtonDownOrOnNot
     EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0}));
 }
 
-TEST_F(ShapeInputTest, KeyCodesAndTypedCharacters) {
-    std::string tools;
+TEST_F(ShapeInputTest, KeysWithoutControlRunTheirTools) {
+    const std::map<int, int> toolOfKey = {{46, kToolDelete},   {70, kToolFlip},     {73, kToolInsert},
+                                          {77, kToolMirror},   {107, kToolZoomIn},  {187, kToolZoomIn},
+                                          {109, kToolZoomOut}, {189, kToolZoomOut}, {111, kToolZoomReset}};
     for (int code = 0; code < 256; ++code)
-        if (const int tool = ToolOfKey({code}); tool != -1)
-            tools.append(" ").append(std::to_string(code)).append(":").append(std::to_string(tool));
-    EXPECT_EQ(tools, " 46:2 70:9 73:1 77:8 107:5 109:6 111:7 187:5 189:6");
+        EXPECT_EQ(ToolOfKey({code}), toolOfKey.contains(code) ? toolOfKey.at(code) : -1) << code;
+}
+
+TEST_F(ShapeInputTest, TheSnapBoxTakesADigitAPointAndTwoDigits) {
     const std::string digits = "\b.0123456789";
-    const std::map<std::string, std::string> passing = {{"", digits},   {"1", "\b."},    {".", "\b."},
-                                                        {"1.", digits}, {"1.2", digits}, {"1.25", "\b"}};
-    for (const auto& [text, expected] : passing) {
+    const struct {
+        std::string text, passing;
+    } cases[] = {{"", digits}, {"1", "\b."}, {".", "\b."}, {"1.", digits}, {"1.2", digits}, {"1.25", "\b"}};
+    for (const auto& [text, passing] : cases) {
         std::string passed;
         for (const char c : digits + "/:-+, eE")
             if (SnapCharacterPasses(text, static_cast<char32_t>(c))) passed += c;
-        EXPECT_EQ(passed, expected) << text;
+        EXPECT_EQ(passed, passing) << text;
     }
 }
 

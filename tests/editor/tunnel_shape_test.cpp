@@ -21,7 +21,7 @@ std::string Shape() {
     return text.str();
 }
 
-TEST_F(TunnelShapeTest, NodesComeAndGoInPairs) {
+TEST_F(TunnelShapeTest, BothContoursGainAndLoseNodesTogether) {
     for (const Vector3D& node : {Vector3D{1, -2, 3}, {-4, 5, 0}, {0, -0.25f, -1}})
         AddShapeNode(node);
     const Vector3D late{-1, -7, 2};
@@ -55,7 +55,7 @@ TEST_F(TunnelShapeTest, APointOfTheShapeItselfMayBeAddedOrInserted) {
     EXPECT_EQ(Shape(), " 1,2,3 1,2,3 1,2,3| 1.5,2.5,3 1.5,2.5,3 1.5,2.5,3");
 }
 
-TEST_F(TunnelShapeTest, PresetsReplaceShapeZoomAndSelection) {
+TEST_F(TunnelShapeTest, APresetReplacesShapeZoomAndSelection) {
     const char* const rounded =
         " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
         "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0";
@@ -65,43 +65,86 @@ TEST_F(TunnelShapeTest, PresetsReplaceShapeZoomAndSelection) {
         TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
         MakePresetShape(i);
         EXPECT_EQ(Shape(), presets[i]);
-        EXPECT_TRUE(TunnelShape.ZoomScale == 50 && TunnelShape.SelectedNode == -1);
+        EXPECT_EQ(TunnelShape.ZoomScale, 50);
+        EXPECT_EQ(TunnelShape.SelectedNode, -1);
     }
 }
 
-TEST_F(TunnelShapeTest, AShapeFileByteForByteAndWhatElseIsOne) {
-    const std::string path = In("s.zrbf");
-    ASSERT_TRUE(SaveTunnelShape(path));
-    EXPECT_EQ(ReadBytes(path), Unfold("'ZRBF' 00000000"));
-    WriteBytes(path, Bytes(900, 1));
-    TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
-    const std::string shape = Shape();
-    ASSERT_TRUE(SaveTunnelShape(path));
-    const Bytes whole = ReadBytes(path);
-    EXPECT_EQ(whole, Unfold("'ZRBF' 02000000 0000803F 00000040 00004040 00008040 0000A040 0000C040 "
-                            "000000BF 00000000 000080BF 0000C03F 0000803E 0000E0C0"));
-    EXPECT_FALSE(SaveTunnelShape("") || SaveTunnelShape(In("absent/s.zrbf")));
-
-    const auto expectNodes = [&](const Bytes& file, int nodes) {
-        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
-        WriteBytes(path, file);
-        EXPECT_EQ(LoadTunnelShape(path), nodes >= 0) << file.size() << " bytes for " << nodes;
-        EXPECT_TRUE(TunnelShape.NodeCount() == std::max(nodes, 0) && TunnelShape.ZoomScale == 50) << nodes;
-        EXPECT_TRUE(nodes != 2 || Shape() == shape);
-    };
-    const std::pair<const char*, int> heads[] = {{"'zrBf' 02", 2},       {"'ZRBF' 01", 1},
-                                                 {"'ZRBF' FFFFFFFF", 0}, {"'ZRBE' 02", -1},
-                                                 {"'ZRBF' 03", -1},      {"'ZRBF' FFFFFF7F", -1}};
-    for (const auto& [head, nodes] : heads) {
-        Bytes file = whole;
-        std::ranges::copy(Unfold(head), file.begin());
-        if (nodes == 2) file.resize(70, 0x55);
-        expectNodes(file, nodes);
+class ShapeFileTest : public CoreTest {
+  protected:
+    ShapeFileTest() { SetShape(); }
+    static void SetShape() {
+        TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
     }
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        expectNodes(Bytes(whole.begin(), whole.begin() + length), -1);
-    MakePresetShape(0);
-    EXPECT_FALSE(LoadTunnelShape("") || LoadTunnelShape(In("absent.zrbf")) || TunnelShape.NodeCount() != 4);
+    Bytes WithStart(const std::string& start) const {
+        Bytes file = whole_;
+        std::ranges::copy(FromHex(start), file.begin());
+        return file;
+    }
+    const std::string path_ = In("s.zrbf");
+    const Bytes whole_ = FromHex(
+        "'ZRBF' 02000000 0000803F 00000040 00004040 00008040 0000A040 0000C040 "
+        "000000BF 00000000 000080BF 0000C03F 0000803E 0000E0C0");
+};
+
+TEST_F(ShapeFileTest, ASaveWritesEachNodesInsideAndOutsidePoint) {
+    WriteBytes(path_, Bytes(900, 1));
+    ASSERT_TRUE(SaveTunnelShape(path_));
+    EXPECT_EQ(ReadBytes(path_), whole_);
+    TunnelShape = {};
+    ASSERT_TRUE(SaveTunnelShape(path_));
+    EXPECT_EQ(ReadBytes(path_), FromHex("'ZRBF' 00000000"));
+}
+
+TEST_F(ShapeFileTest, ASaveIntoNoFolderFails) {
+    EXPECT_FALSE(SaveTunnelShape(""));
+    EXPECT_FALSE(SaveTunnelShape(In("absent/s.zrbf")));
+}
+
+TEST_F(ShapeFileTest, ALoadTakesTheNodesAndTheDefaultZoom) {
+    const std::string shape = Shape();
+    Bytes longer = WithStart("'zrBf'");
+    longer.resize(70, 0x55);
+    for (const Bytes& file : {whole_, longer}) {
+        WriteBytes(path_, file);
+        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
+        EXPECT_TRUE(LoadTunnelShape(path_));
+        EXPECT_EQ(Shape(), shape);
+        EXPECT_EQ(TunnelShape.ZoomScale, 50);
+    }
+}
+
+TEST_F(ShapeFileTest, TheCountOfNodesDecidesWhatIsLoaded) {
+    const struct {
+        const char* start;
+        bool loaded;
+        int nodes;
+    } cases[] = {{"'ZRBF' 01", true, 1},
+                 {"'ZRBF' FFFFFFFF", true, 0},  // -1
+                 {"'ZRBF' 03", false, 0},
+                 {"'ZRBF' FFFFFF7F", false, 0},
+                 {"'ZRBE' 02", false, 0}};
+    for (const auto& [start, loaded, nodes] : cases) {
+        SetShape();
+        WriteBytes(path_, WithStart(start));
+        EXPECT_EQ(LoadTunnelShape(path_), loaded) << start;
+        EXPECT_EQ(TunnelShape.NodeCount(), nodes) << start;
+    }
+}
+
+TEST_F(ShapeFileTest, NoPrefixOfAShapeFileIsOne) {
+    for (std::size_t length = 0; length < whole_.size(); ++length) {
+        SetShape();
+        WriteBytes(path_, Bytes(whole_.begin(), whole_.begin() + static_cast<std::ptrdiff_t>(length)));
+        EXPECT_FALSE(LoadTunnelShape(path_)) << length;
+        EXPECT_EQ(TunnelShape.NodeCount(), 0) << length;
+    }
+}
+
+TEST_F(ShapeFileTest, AFileThatIsNotThereLeavesTheShape) {
+    EXPECT_FALSE(LoadTunnelShape(""));
+    EXPECT_FALSE(LoadTunnelShape(In("absent.zrbf")));
+    EXPECT_EQ(TunnelShape.NodeCount(), 2);
 }
 
 }  // namespace boreforge

@@ -15,6 +15,7 @@
 #include "platform/OutputFile.h"
 #include "support/CoreTest.h"
 #include "support/FailingCalls.h"
+#include "support/KnownTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {

@@ -11,7 +11,7 @@ namespace boreforge {
 
 class CommandTest : public CoreTest {
   protected:
-    // Runs a command in the test's folder and gives its exit status.
+    // Runs a command in the test's folder and returns its exit status.
     int Run(const std::string& command) {
         const int status = std::system(("cd '" + In("") + "' && " + command + " >out 2>err").c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -67,6 +67,20 @@ void Put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
         bytes.at(at + i) = static_cast<std::uint8_t>(value >> (24 - 8 * i));
 }
 
+Bytes FromHex(const std::string& digits) {
+    Bytes bytes;
+    bool text = false;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (digits[i] == '\'')
+            text = !text;
+        else if (text)
+            bytes.push_back(static_cast<std::uint8_t>(digits[i]));
+        else if (digits[i] != ' ')
+            bytes.push_back(static_cast<std::uint8_t>(std::stoi(digits.substr(i++, 2), nullptr, 16)));
+    }
+    return bytes;
+}
+
 TrackBezierNode Node(const Vector3D& p, const Vector3D& back, const Vector3D& forth, float roll,
                      bool rollFlag) {
     const auto moved = [&p](const Vector3D& by) { return Vector3D{p.x + by.x, p.y + by.y, p.z + by.z}; };

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -19,7 +18,7 @@ class CoreTest : public testing::Test {
     CoreTest();
     ~CoreTest() override;
     std::string In(const std::string& name) const { return folder_ + "/" + name; }
-    // What stands in the folder, in order, hidden files included.
+    // The names in the folder in alphabetical order, hidden files included.
     std::vector<std::string> Listing() const;
     // Each message so far: "(i) " or "(!) ", title, line break, text.
     static const std::vector<std::string>& Shown() { return shown_; }
@@ -45,20 +44,9 @@ void MakeLargeShape();
 // Six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
 std::vector<TrackBezierNode> WindingCircuit();
 
-// Bytes from a notation in which layouts can be written down by hand:
-//   0A0B..     bytes                      'abc'       characters
-//   @ABCD      a tag                      C0A0B0C     a colour field, its first byte left out
-//   T          a true flag                z16         sixteen reserved bytes
-//   S00000018  a size, of no use to a reader; also the length of a kind block
-//   N00000002  a number that may be neither negative nor larger than the file: counts, lengths, children
-//   M00000005  the length of a text that is empty when the length is negative
-//   V01030000  the format version
-using Disguise = std::map<char, std::string>;  // other digits for a letter; for @ lower case
-Bytes Unfold(const std::string& notation, const Disguise& disguise = {});
-
-// A track file with all kinds of chunks, laid out by hand from the format's tables; `order` of its 15 chunks.
-Bytes KnownFile(const Disguise& disguise = {}, const std::vector<std::size_t>& order = {});
-// Offsets in KnownFile of the fields that the notation marks with this letter.
-std::vector<std::size_t> MarkedFields(char letter);
+// The bytes of pairs of hexadecimal digits; what is between single quotes is text. Spaces only separate.
+Bytes FromHex(const std::string& digits);
+// The digits of so many zero bytes.
+inline std::string Zeros(std::size_t bytes) { return std::string(2 * bytes, '0'); }
 
 }  // namespace boreforge

@@ -1,91 +1,184 @@
-#include <sstream>
+#include "support/KnownTrack.h"
+
+#include <bit>
+#include <initializer_list>
+#include <utility>
 
 #include "base/Values.h"
-#include "support/CoreTest.h"
 
 namespace boreforge {
 
-static const std::vector<std::string> kKnownChunks = {
-    "@ZPHR S000007AD V01030000 z16 N00000004",
-    "@TRCK S00000581 00000011 N00000002 FFFFFFFE "
-    "T z7 M00000003 'Red' C010203 C040506 C070809 C0A0B0C "
-    "00 z7 M00000000 C111213 C141516 C171819 C1A1B1C "
-    "C202122 C232425 C262728 C303132 C333435 C363738 C393A3B C3C3D3E z16 N00000004",
-    "@INFO S0000001D z16 M00000005 'info' FF N00000000",
-    "@BEZR S000000A0 z16 N00000002 "
-    "3F800000 40000000 40400000 40800000 40A00000 40C00000 40E00000 41000000 41100000 BF000000 T 00 00 z17 "
-    "BF800000 C0000000 C0400000 C0800000 C0A00000 C0C00000 C0E00000 C1000000 C1100000 3E800000 00 00 T z17 "
-    "z16 N00000000",
-    "@SEGM S000001F3 N00000006 T z16 "
-    "00000000 T C010101 C020202 C030303 00 z15 S00000000 "
-    "00000001 00 C112233 C445566 C778899 T z15 S0000007E "
-    "3F800000 40000000 40400000 40800000 01 02 T 03 40A00000 z4 00 41100000 z4 41200000 41300000 z4 T "
-    "40C00000 40E00000 41000000 z64 "
-    "00000002 00 C000000 C000000 C000000 00 z15 S00000024 z3 01 3F800000 40000000 40400000 z4 T 00 z14 "
-    "00000003 00 C000000 C000000 C000000 T z15 S0000001C 3F800000 40000000 40400000 z3 80 00 T z10 "
-    "00000004 00 C000000 C000000 C000000 00 z15 S00000032 "
-    "3F800000 40000000 40400000 z4 40E00000 T 00 40800000 40A00000 40C00000 T 00 00 z13 "
-    "FFFFFFF7 T CFFFFFF CFEFDFC C808080 T z15 z16 N00000000",
-    "@SUPP S00000236 z32 N00000005",
-    "@FUND S00000084 z16 N00000001 "
-    "T 3F800000 00 40000000 z6 40400000 40800000 40A00000 z64 z16 N00000000",
-    "@RASC S00000060 z16 N00000002 "
-    "N00000000 N00000002 00000007 3F800000 z16 FFFFFFFF 40000000 z16 z16 N00000000",
-    "@FREN S00000044 z16 N00000001 3F800000 40000000 40400000 z16 z16 N00000000",
-    "@TUBE S00000058 z16 N00000001 00000001 00000003 00000002 z4 00000004 00000006 00000005 z4 "
-    "00000007 00000008 41100000 z4 z16 N00000000",
-    "@CATW S0000006A z16 N00000002 "
-    "00000001 00000002 00000003 00000004 00000005 00000006 N00000000 "
-    "0000000B 0000000C 0000000D 0000000E 0000000F 00000010 N0000000A z10 z16 N00000000",
-    "@SCEN S00000153 z16 N00000001 3F800000 40000000 40400000 00000005 40800000 z44 z16 N00000001",
-    "@SCOB S000000E3 z16 N00000002 N00000004 'tree' N00000007 'oak.3ds' "
-    "3F800000 40000000 40400000 41200000 40800000 40A00000 40C00000 41300000 "
-    "40E00000 41000000 41100000 41400000 3F000000 3E800000 3E000000 z20 "
-    "N00000000 N00000000 00000000 00000000 00000000 00000000 00000000 00000000 00000000 00000000 "
-    "00000000 00000000 00000000 00000000 00000000 00000000 00000000 z20 z16 N00000000",
-    "@TERA S00000072 N00000002 N00000003 3F800000 40000000 N00000005 'grass' 40400000 N00000000 40800000 "
-    "T z4 N00000004 'rock' 40A00000 01 z15 "
-    "3DCCCCCD 3E4CCCCD 3E99999A 3ECCCCCD 3F000000 3F19999A z16 N00000000",
-    "@ENVC S0000002F z16 M00000003 'sky' M00000000 z16 N00000000",
+namespace {
+
+// Appends fields to a file.
+class Fields {
+  public:
+    explicit Fields(const KnownTrackStyle& style) : style_(style) {}
+
+    Fields& Tag(const std::string& tag) {
+        track_.chunks.push_back(track_.bytes.size());
+        return Characters(style_.lowerCaseTags ? ToLowerAscii(tag) : tag);
+    }
+    Fields& Size(std::uint32_t size) {
+        track_.sizes.push_back(track_.bytes.size());
+        return Number(style_.size.value_or(size));
+    }
+    Fields& Version() { return Number(style_.version); }
+    // A number of records, children or bytes.
+    Fields& Count(std::uint32_t count) {
+        track_.counts.push_back(track_.bytes.size());
+        return Number(count);
+    }
+    Fields& Int(std::int32_t value) { return Number(static_cast<std::uint32_t>(value)); }
+    Fields& Ints(std::initializer_list<std::int32_t> values) {
+        for (const std::int32_t value : values)
+            Int(value);
+        return *this;
+    }
+    Fields& Floats(std::initializer_list<float> values) {
+        for (const float value : values)
+            Number(std::bit_cast<std::uint32_t>(value));
+        return *this;
+    }
+    Fields& Byte(std::uint8_t value) {
+        track_.bytes.push_back(value);
+        return *this;
+    }
+    Fields& Flag(bool value) { return Byte(value ? style_.trueFlag : 0); }
+    Fields& Colors(std::initializer_list<std::uint32_t> colors) {
+        for (const std::uint32_t color : colors)
+            Number(std::uint32_t{style_.colorTop} << 24 | color);
+        return *this;
+    }
+    Fields& Reserved(std::size_t count) {
+        track_.bytes.insert(track_.bytes.end(), count, style_.reserved);
+        return *this;
+    }
+    // A text whose length may be negative in the file.
+    Fields& Text(const std::string& text) {
+        track_.textLengths.push_back(track_.bytes.size());
+        return Number(static_cast<std::uint32_t>(text.size())).Characters(text);
+    }
+    // A text whose length must not be negative.
+    Fields& StrictText(const std::string& text) {
+        return Count(static_cast<std::uint32_t>(text.size())).Characters(text);
+    }
+    KnownTrack Take() { return std::move(track_); }
+
+  private:
+    Fields& Number(std::uint32_t value) {
+        for (const int shift : {24, 16, 8, 0})
+            Byte(static_cast<std::uint8_t>(value >> shift));
+        return *this;
+    }
+    Fields& Characters(const std::string& text) {
+        track_.bytes.insert(track_.bytes.end(), text.begin(), text.end());
+        return *this;
+    }
+    const KnownTrackStyle style_;
+    KnownTrack track_;
 };
 
-Bytes Unfold(const std::string& notation, const Disguise& disguise) {
-    std::string bytes;
-    std::istringstream tokens(notation);
-    for (std::string token; tokens >> token;) {
-        const char kind = token[0];
-        const std::string rest = token.substr(1);
-        const auto worn = [&](const std::string& plain) {
-            return disguise.contains(kind) ? disguise.at(kind) : plain;
-        };
-        std::string digits = token;
-        if (kind == 'T') digits = worn("FF");
-        if (kind == 'C' && rest.size() == 6) digits = worn("00") + rest;
-        if (std::string("SNMV").find(kind) != std::string::npos) digits = worn(rest);
-        if (kind == 'z') digits = worn("00");
-        if (kind == '@') bytes += disguise.contains(kind) ? ToLowerAscii(rest) : rest;
-        if (kind == '\'') bytes += rest.substr(0, rest.size() - 1);
-        if (kind == '@' || kind == '\'') continue;
-        for (int times = kind == 'z' ? std::stoi(rest) : 1; times > 0; --times)
-            for (std::size_t i = 0; i < digits.size(); i += 2)
-                bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
-    }
-    return {bytes.begin(), bytes.end()};
+void AddHeader(Fields& f) {
+    f.Tag("ZPHR").Size(1965).Version().Reserved(16).Count(4);
+
+    f.Tag("TRCK").Size(1409).Int(17).Count(2).Int(-2);
+    f.Flag(true).Reserved(7).Text("Red").Colors({0x010203, 0x040506, 0x070809, 0x0A0B0C});
+    f.Flag(false).Reserved(7).Text("").Colors({0x111213, 0x141516, 0x171819, 0x1A1B1C});
+    f.Colors({0x202122, 0x232425, 0x262728});
+    f.Colors({0x303132, 0x333435, 0x363738, 0x393A3B, 0x3C3D3E}).Reserved(16).Count(4);
+
+    f.Tag("INFO").Size(29).Reserved(16).Text("info\xFF").Count(0);
 }
 
-Bytes KnownFile(const Disguise& disguise, const std::vector<std::size_t>& order) {
-    std::string text;
-    for (std::size_t i = 0; i < kKnownChunks.size(); ++i)
-        text += kKnownChunks[order.empty() ? i : order.at(i)] + " ";
-    return Unfold(text, disguise);
+void AddPath(Fields& f) {
+    f.Tag("BEZR").Size(160).Reserved(16).Count(2);
+    f.Floats({1, 2, 3, 4, 5, 6, 7, 8, 9, -0.5f}).Flag(true).Flag(false).Flag(false).Reserved(17);
+    f.Floats({-1, -2, -3, -4, -5, -6, -7, -8, -9, 0.25f}).Flag(false).Flag(false).Flag(true).Reserved(17);
+    f.Reserved(16).Count(0);
+
+    // One segment of each kind, and one of an unknown kind.
+    f.Tag("SEGM").Size(499).Count(6).Flag(true).Reserved(16);
+    f.Int(0).Flag(true).Colors({0x010101, 0x020202, 0x030303}).Flag(false).Reserved(15).Size(0);
+    f.Int(1).Flag(false).Colors({0x112233, 0x445566, 0x778899}).Flag(true).Reserved(15).Size(126);
+    f.Floats({1, 2, 3, 4}).Byte(1).Byte(2).Flag(true).Byte(3).Floats({5}).Reserved(4);
+    f.Flag(false).Floats({9}).Reserved(4).Floats({10, 11}).Reserved(4);
+    f.Flag(true).Floats({6, 7, 8}).Reserved(64);
+    f.Int(2).Flag(false).Colors({0, 0, 0}).Flag(false).Reserved(15).Size(36);
+    f.Reserved(3).Byte(1).Floats({1, 2, 3}).Reserved(4).Flag(true).Flag(false).Reserved(14);
+    f.Int(3).Flag(false).Colors({0, 0, 0}).Flag(true).Reserved(15).Size(28);
+    f.Floats({1, 2, 3}).Reserved(3).Byte(0x80).Flag(false).Flag(true).Reserved(10);
+    f.Int(4).Flag(false).Colors({0, 0, 0}).Flag(false).Reserved(15).Size(50);
+    f.Floats({1, 2, 3}).Reserved(4).Floats({7}).Flag(true).Flag(false).Floats({4, 5, 6});
+    f.Flag(true).Flag(false).Flag(false).Reserved(13);
+    f.Int(-9).Flag(true).Colors({0xFFFFFF, 0xFEFDFC, 0x808080}).Flag(true).Reserved(15);
+    f.Reserved(16).Count(0);
 }
 
-std::vector<std::size_t> MarkedFields(char letter) {
-    const Bytes marked = KnownFile({{letter, "ABABABAB"}});  // bytes that the file has nowhere else
-    std::vector<std::size_t> offsets;
-    for (std::size_t i = 0; i < marked.size(); i += marked[i] == 0xAB ? 4 : 1)
-        if (marked[i] == 0xAB) offsets.push_back(i);
-    return offsets;
+void AddStructures(Fields& f) {
+    f.Tag("SUPP").Size(566).Reserved(32).Count(5);
+
+    f.Tag("FUND").Size(132).Reserved(16).Count(1);
+    f.Flag(true).Floats({1}).Flag(false).Floats({2}).Reserved(6).Floats({3, 4, 5}).Reserved(64);
+    f.Reserved(16).Count(0);
+
+    f.Tag("RASC").Size(96).Reserved(16).Count(2).Count(0).Count(2);
+    f.Int(7).Floats({1}).Reserved(16).Int(-1).Floats({2}).Reserved(16);
+    f.Reserved(16).Count(0);
+
+    f.Tag("FREN").Size(68).Reserved(16).Count(1).Floats({1, 2, 3}).Reserved(16).Reserved(16).Count(0);
+
+    f.Tag("TUBE").Size(88).Reserved(16).Count(1);
+    f.Ints({1, 3, 2}).Reserved(4).Ints({4, 6, 5}).Reserved(4).Ints({7, 8}).Floats({9}).Reserved(4);
+    f.Reserved(16).Count(0);
+
+    f.Tag("CATW").Size(106).Reserved(16).Count(2);
+    f.Ints({1, 2, 3, 4, 5, 6}).Count(0);
+    f.Ints({11, 12, 13, 14, 15, 16}).Count(10).Reserved(10);
+    f.Reserved(16).Count(0);
+}
+
+void AddScenery(Fields& f) {
+    f.Tag("SCEN").Size(339).Reserved(16).Count(1);
+    f.Floats({1, 2, 3}).Int(5).Floats({4}).Reserved(44);
+    f.Reserved(16).Count(1);
+
+    f.Tag("SCOB").Size(227).Reserved(16).Count(2);
+    f.StrictText("tree").StrictText("oak.3ds");
+    f.Floats({1, 2, 3, 10}).Floats({4, 5, 6, 11}).Floats({7, 8, 9, 12}).Floats({0.5f, 0.25f, 0.125f});
+    f.Reserved(20);
+    f.StrictText("").StrictText("").Floats({0, 0, 0, 0}).Floats({0, 0, 0, 0}).Floats({0, 0, 0, 0});
+    f.Floats({0, 0, 0}).Reserved(20);
+    f.Reserved(16).Count(0);
+
+    f.Tag("TERA").Size(114).Count(2).Count(3).Floats({1, 2}).StrictText("grass").Floats({3}).StrictText("");
+    f.Floats({4}).Flag(true).Reserved(4).StrictText("rock").Floats({5}).Byte(1).Reserved(15);
+    f.Floats({0.1f, 0.2f, 0.3f, 0.4f, 0.5f, 0.6f}).Reserved(16).Count(0);
+
+    f.Tag("ENVC").Size(47).Reserved(16).Text("sky").Text("").Reserved(16).Count(0);
+}
+
+}  // namespace
+
+Bytes KnownTrack::InOrder(const std::vector<std::string>& tags) const {
+    Bytes file;
+    for (const std::string& tag : tags)
+        for (std::size_t i = 0; i < chunks.size(); ++i) {
+            const auto start = bytes.begin() + static_cast<std::ptrdiff_t>(chunks[i]);
+            const std::size_t end = i + 1 < chunks.size() ? chunks[i + 1] : bytes.size();
+            if (std::string(start, start + 4) == tag)
+                file.insert(file.end(), start, bytes.begin() + static_cast<std::ptrdiff_t>(end));
+        }
+    return file;
+}
+
+KnownTrack MakeKnownTrack(const KnownTrackStyle& style) {
+    Fields fields(style);
+    AddHeader(fields);
+    AddPath(fields);
+    AddStructures(fields);
+    AddScenery(fields);
+    return fields.Take();
 }
 
 }  // namespace boreforge

@@ -1,5 +1,5 @@
-// Whether this is a build with the address sanitizer, which reserves terabytes of addresses for itself, so
-// that no limit can be set on them.
+// Whether this is a build with the address sanitizer. It reserves terabytes of addresses, so no limit can be
+// set on them.
 #pragma once
 
 namespace boreforge {

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "support/CoreTest.h"
+#include "support/KnownTrack.h"
 #include "trackfile/PathChunks.h"
 
 namespace boreforge {
@@ -20,107 +21,178 @@ class TrackIOTest : public CoreTest {
     }
 };
 
-// True when nothing of a track is left in memory.
-bool IsReset() {
-    const TrackDocument& t = TrackFile;
-    return t.ZphrSize == 0 && t.FormatVersion[0] == 0 && t.ColorSets.empty() && t.BezierNodes.empty() &&
-           t.Segments.empty() && t.SceneryObjects.empty() && !t.HasTerrain;
+void ExpectReset() {
+    EXPECT_EQ(TrackFile.ZphrSize, 0);
+    EXPECT_EQ(TrackFile.FormatVersion[0], 0);
+    EXPECT_TRUE(TrackFile.ColorSets.empty());
+    EXPECT_TRUE(TrackFile.BezierNodes.empty());
+    EXPECT_TRUE(TrackFile.Segments.empty());
+    EXPECT_TRUE(TrackFile.SceneryObjects.empty());
+    EXPECT_FALSE(TrackFile.HasTerrain);
 }
 
-// Fields of the known file that the program uses, or that stand in the file in an order of their own.
-void ExpectKnownFields() {
-    const TrackBezierNode& n = TrackFile.BezierNodes.at(1);
-    const TrackSegment& s = TrackFile.Segments.at(1);
-    const TrackTubeRecord& t = TrackFile.TubeRecords.at(0);
-    const TrackScenery& o = TrackFile.SceneryObjects.at(0);
-    EXPECT_TRUE(n.Position.z == -3 && n.ControlIn.x == -4 && n.ControlOut.y == -8 && n.Roll == 0.25f);
-    EXPECT_TRUE(!n.NodeFlagB && n.RollFlag == kTrue && TrackFile.DefaultColor3 == 0x262728);
-    EXPECT_TRUE(s.Color2 == 0x445566 && !s.UseOwnColors && s.IsTunnel == kTrue && s.K2Float1 == 0);
-    EXPECT_TRUE(s.K1Byte3 == 3 && s.K1Float6 == 6 && s.K1Float9 == 9 && s.K1Flag2 && !s.K1Flag3);
-    EXPECT_TRUE(t.TubeValue2 == 2 && t.TubeValue3 == 3 && t.TubeValue5 == 5 && t.TubeValue6 == 6);
-    EXPECT_TRUE(o.ObjectFile == "oak.3ds" && o.Transform[5] == 6 && o.Offset[1] == 11 &&
-                o.LastRow[1] == 0.25f);
+// The fields of the known file that the program uses.
+void ExpectFieldsInUse() {
+    const TrackBezierNode& node = TrackFile.BezierNodes.at(1);
+    EXPECT_EQ(node.Position, (Vector3D{-1, -2, -3}));
+    EXPECT_EQ(node.ControlIn, (Vector3D{-4, -5, -6}));
+    EXPECT_EQ(node.ControlOut, (Vector3D{-7, -8, -9}));
+    EXPECT_EQ(node.Roll, 0.25f);
+    EXPECT_EQ(node.RollFlag, kTrue);
+    const TrackSegment& segment = TrackFile.Segments.at(1);
+    EXPECT_EQ(segment.IsTunnel, kTrue);
+    EXPECT_EQ(segment.UseOwnColors, kFalse);
+    EXPECT_EQ(segment.Color2, 0x445566);
+    EXPECT_EQ(TrackFile.DefaultColor3, 0x262728);
+}
+
+// The fields that have another order in the file than in memory.
+void ExpectFieldsInAnotherOrder() {
+    const TrackSegment& segment = TrackFile.Segments.at(1);
+    EXPECT_EQ(segment.K1Float6, 6);
+    EXPECT_EQ(segment.K1Float9, 9);
+    EXPECT_EQ(segment.K1Flag2, kTrue);
+    EXPECT_EQ(segment.K1Flag3, kFalse);
+    const TrackTubeRecord& tube = TrackFile.TubeRecords.at(0);
+    EXPECT_EQ(tube.TubeValue2, 2);
+    EXPECT_EQ(tube.TubeValue3, 3);
+    EXPECT_EQ(tube.TubeValue5, 5);
+    EXPECT_EQ(tube.TubeValue6, 6);
+    const TrackScenery& object = TrackFile.SceneryObjects.at(0);
+    EXPECT_EQ(object.ObjectFile, "oak.3ds");
+    EXPECT_EQ(object.Transform[5], 6);
+    EXPECT_EQ(object.Offset[1], 11);
+    EXPECT_EQ(object.LastRow[1], 0.25f);
 }
 
 TEST_F(TrackIOTest, AnEmptyDocumentIsAFileOf665Bytes) {
-    std::string text =
-        "@ZPHR 00000291 01030000 z16 00000003 @TRCK 000001DD z60 00000004 @INFO 00000018 z24 "
-        "@BEZR 00000028 z40 @SEGM 00000029 z41 @SUPP 00000114 z32 00000005 ";
+    std::string text = "'ZPHR' 00000291 01030000" + Zeros(16) + "00000003 'TRCK' 000001DD" + Zeros(60) +
+                       "00000004 'INFO' 00000018" + Zeros(24) + "'BEZR' 00000028" + Zeros(40) +
+                       "'SEGM' 00000029" + Zeros(41) + "'SUPP' 00000114" + Zeros(32) + "00000005";
     for (const std::string tag : {"FUND", "RASC", "FREN", "TUBE", "CATW"})
-        text += "@" + tag + " 00000028 z40 ";
-    Bytes file = Unfold(text + "@SCEN 00000058 z36 00000001 @SCOB 00000028 z40 @ENVC 0000002C z44");
-    EXPECT_EQ(file.size(), 665u);
-    EXPECT_EQ(Saved(), file);
-    Put32(file, 28, 0);  // a root without children ends the file
-    EXPECT_TRUE(Loads(file) && TrackFile.ZphrSize == 657 && TrackFile.TrckSize == 0);
+        text += "'" + tag + "' 00000028" + Zeros(40);
+    text += "'SCEN' 00000058" + Zeros(36) + "00000001 'SCOB' 00000028" + Zeros(40);
+    text += "'ENVC' 0000002C" + Zeros(44);
+    EXPECT_EQ(Saved(), FromHex(text));
+    EXPECT_EQ(Saved().size(), 665u);
 }
 
-TEST_F(TrackIOTest, WhatOthersWriteComesBackInTheFormOfASave) {
-    ASSERT_EQ(KnownFile().size(), 1973u);
-    const auto inserted = [](std::uint8_t children, std::size_t at, const std::string& chunks) {
-        Bytes file = KnownFile();
-        file[at - 1] = children;
-        const Bytes bytes = Unfold(chunks);
-        file.insert(file.begin() + at, bytes.begin(), bytes.end());
-        return file;
-    };
-    const Disguise loud{{'@', "lower"}, {'S', "7FFFFFFF"}, {'z', "EE"}, {'T', "01"}, {'C', "FF"}};
-    Bytes negative = KnownFile(loud);
-    for (const std::size_t at : MarkedFields('M'))
-        if (negative[at + 3] == 0) Put32(negative, at, 0xFFFFFFFF);
-    negative.resize(2000, 0x55);
-    const std::pair<const char*, Bytes> cases[] = {
-        {"loud", KnownFile(loud)},
-        {"negative lengths, and something behind", negative},
-        {"another version", KnownFile({{'V', "00FF0000"}, {'T', "80"}})},
-        {"another order", KnownFile({}, {0, 14, 13, 11, 12, 1, 5, 10, 9, 8, 7, 6, 4, 3, 2})},
-        {"foreign", inserted(6, 32, "@XYZW 00000010 @SEGM 00000000 FFFFFFFF 00000001 @ZPHR 00000000")},
-        {"doubled", inserted(5, 163, "@FREN 00000000 z16 00000001 z44 00000000")}};
+TEST_F(TrackIOTest, ARootWithoutChildrenEndsTheFile) {
+    EXPECT_TRUE(Loads(FromHex("'ZPHR' 00000291 01030000" + Zeros(16) + "00000000 'TRCK' 000001DD")));
+    EXPECT_EQ(TrackFile.ZphrSize, 0x291);
+    EXPECT_EQ(TrackFile.TrckSize, 0);
+}
+
+Bytes WithNegativeTextLengths(KnownTrack track) {
+    for (const std::size_t at : track.textLengths)
+        if (track.bytes[at + 3] == 0) Put32(track.bytes, at, 0xFFFFFFFF);
+    return track.bytes;
+}
+
+Bytes WithMoreAtTheEnd() {
+    Bytes file = KnownFile();
+    file.resize(file.size() + 27, 0x55);
+    return file;
+}
+
+// The known file with more chunks at `at`, of a parent whose number of children ends there.
+Bytes WithMoreChunks(std::size_t at, std::uint8_t children, const std::string& chunks) {
+    Bytes file = KnownFile();
+    file[at - 1] = children;
+    const Bytes bytes = FromHex(chunks);
+    file.insert(file.begin() + static_cast<std::ptrdiff_t>(at), bytes.begin(), bytes.end());
+    return file;
+}
+
+TEST_F(TrackIOTest, ASaveWritesWhatOtherProgramsWroteInItsOwnForm) {
+    const KnownTrack known = MakeKnownTrack();
+    const KnownTrackStyle foreignStyle{.lowerCaseTags = true,
+                                       .size = 0x7FFFFFFF,
+                                       .version = 0x00FF0000,
+                                       .reserved = 0xEE,
+                                       .trueFlag = 0x01,
+                                       .colorTop = 0xFF};
+    const struct {
+        const char* name;
+        Bytes file;
+    } cases[] = {
+        {"our own form", known.bytes},
+        {"another style", KnownFile(foreignStyle)},
+        {"negative text lengths", WithNegativeTextLengths(known)},
+        {"more after the last chunk", WithMoreAtTheEnd()},
+        {"another order", known.InOrder({"ZPHR", "ENVC", "TERA", "SCEN", "SCOB", "TRCK", "SUPP", "CATW",
+                                         "TUBE", "FREN", "RASC", "FUND", "SEGM", "BEZR", "INFO"})},
+        {"unknown chunks, one of them with another inside",
+         WithMoreChunks(known.chunks[1], 6,
+                        "'XYZW' 00000010 'SEGM' 00000000 FFFFFFFF 00000001 'ZPHR' 00000000")},
+        {"a chunk that comes twice",
+         WithMoreChunks(known.chunks[2], 5, "'FREN' 00000000" + Zeros(16) + "00000001" + Zeros(48))}};
     for (const auto& [name, file] : cases) {
         SCOPED_TRACE(name);
         ASSERT_TRUE(Loads(file));
-        ExpectKnownFields();
-        EXPECT_EQ(Saved(), KnownFile());
+        ExpectFieldsInUse();
+        ExpectFieldsInAnotherOrder();
+        EXPECT_EQ(Saved(), known.bytes);
     }
 }
 
-TEST_F(TrackIOTest, NoPrefixIsATrack) {
+TEST_F(TrackIOTest, NoPrefixOfATrackIsATrack) {
     EXPECT_TRUE(Loads(KnownFile()));
     for (std::size_t length = KnownFile().size(); length-- > 0;) {
+        SCOPED_TRACE(length);
         std::filesystem::resize_file(path, length);
-        ASSERT_TRUE(!ReadTrackFile(path) && IsReset()) << length;
+        ASSERT_FALSE(ReadTrackFile(path));
+        ExpectReset();
     }
 }
 
 TEST_F(TrackIOTest, ACountTooLargeForTheRestOfTheFileAllocatesNothing) {
-    struct Case {
-        std::uint8_t count;
+    const struct {
+        std::string count;
         std::int32_t segments;
-    };
-    for (const Case& c : {Case{100, 100}, Case{101, 0}}) {
-        Bytes chunk = Unfold("00000000 00000000 z3300");  // room for 100 segments of 33 bytes, the shortest
-        chunk[7] = c.count;
+    } cases[] = {{"00000064", 100}, {"00000065", 0}};
+    for (const auto& [count, segments] : cases) {
+        // Room for 100 segments of 33 bytes, the shortest.
+        const Bytes chunk = FromHex("00000000" + count + Zeros(3300));
         ReadCursor at{chunk};
         TrackDocument track;
         ReadSegmChunk(at, track);
-        EXPECT_EQ(track.SegmentCount(), c.segments);
+        EXPECT_EQ(track.SegmentCount(), segments);
     }
 }
 
-TEST_F(TrackIOTest, PathsDecideBeforeTheOpenTrackIsGone) {
+TEST_F(TrackIOTest, APathThatCantBeATrackLeavesTheOpenTrack) {
     std::filesystem::create_directory(In("folder.zrtrack"));
-    for (const char* name : {"track.zrt", "zrtrack", "track.zrt.zrtrack"})
+    for (const char* name : {"track.zrt", "zrtrack"})
         WriteBytes(In(name), KnownFile());
     ASSERT_TRUE(Loads(KnownFile()));
-    for (const char* bad : {"absent.zrtrack", "track.zrt", "zrtrack", "folder.zrtrack"})
-        EXPECT_FALSE(ReadTrackFile(In(bad)) || ReadTrackFile("")) << bad;
-    ExpectKnownFields();
-    EXPECT_FALSE(WriteTrackFile(In("folder.zrtrack")) || WriteTrackFile(In("absent/t.zrtrack")));
-    EXPECT_FALSE(Loads(Unfold("@ZPHR 00000000 01030000 z16 00000001 @XYZW FFFFFFF8")));
-    EXPECT_TRUE(!Loads(Unfold("@ZPHS 00000000 01030000 z16 00000000")) && IsReset());
-    ASSERT_TRUE(WriteTrackFile(In("track.zrt")));  // gets the extension, and is the shorter file now
-    EXPECT_TRUE(ReadBytes(In("track.zrt.zrtrack")).size() == 665 &&
-                ReadBytes(In("track.zrt")) == KnownFile());
+    for (const char* name : {"absent.zrtrack", "track.zrt", "zrtrack", "folder.zrtrack"})
+        EXPECT_FALSE(ReadTrackFile(In(name))) << name;
+    EXPECT_FALSE(ReadTrackFile(""));
+    ExpectFieldsInUse();
+}
+
+TEST_F(TrackIOTest, AFileThatIsNoTrackClearsTheOpenTrack) {
+    for (const std::string& file : {"'ZPHS' 00000000 01030000" + Zeros(20),
+                                   "'ZPHR' 00000000 01030000" + Zeros(16) + "00000001 'XYZW' FFFFFFF8"}) {
+        ASSERT_TRUE(Loads(KnownFile()));
+        EXPECT_FALSE(Loads(FromHex(file))) << file;
+        ExpectReset();
+    }
+}
+
+TEST_F(TrackIOTest, ASaveAddsTheExtensionAndReplacesALongerFile) {
+    WriteBytes(In("track.zrt"), KnownFile());
+    WriteBytes(In("track.zrt.zrtrack"), KnownFile());
+    EXPECT_TRUE(WriteTrackFile(In("track.zrt")));
+    EXPECT_EQ(ReadBytes(In("track.zrt.zrtrack")).size(), 665u);
+    EXPECT_EQ(ReadBytes(In("track.zrt")), KnownFile());
+}
+
+TEST_F(TrackIOTest, ASaveToAFolderOrIntoNoFolderFails) {
+    std::filesystem::create_directory(In("folder.zrtrack"));
+    EXPECT_FALSE(WriteTrackFile(In("folder.zrtrack")));
+    EXPECT_FALSE(WriteTrackFile(In("absent/t.zrtrack")));
 }
 
 }  // namespace boreforge

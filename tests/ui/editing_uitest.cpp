@@ -108,14 +108,14 @@ TEST_F(UiTest, OneShapeOrTrackIsTakenWhereverItHoversAndNothingElse) {
 TEST_F(UiTest, WhatIsDroppedOpensAfterTheDropAsWithItsTool) {
     QMimeData dragged;
     dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("s.zrbf")))});
-    WriteBytes(In("s.zrbf"), Unfold("'ZRBF' 00000000"));
+    WriteBytes(In("s.zrbf"), FromHex("'ZRBF' 00000000"));
     Drop(window, dragged);
     EXPECT_EQ(TunnelShape.NodeCount(), 4);
     QApplication::processEvents();
     EXPECT_EQ(TunnelShape.NodeCount(), 0);
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(TunnelShape.NodeCount(), 4);
-    WriteBytes(In("s.zrbf"), Unfold("'ZRBE'"));
+    WriteBytes(In("s.zrbf"), FromHex("'ZRBE'"));
     Drop(window, dragged);
     EXPECT_EQ(Shown().size(), 0);
     QApplication::processEvents();
@@ -144,7 +144,7 @@ TEST_F(UiTest, ADragIsUndoneAsAWholeAndNotBeforeItsRelease) {
     EXPECT_EQ(TunnelShape.NodeCount(), 4);
     Click(window, "btnPreShapes(1)");
     file = In("wrong.zrbf");
-    WriteBytes(file, Unfold("'ZRBE' 00000000"));
+    WriteBytes(file, FromHex("'ZRBE' 00000000"));
     Click(window, "btnShapeTools(3)");
     EXPECT_EQ(TunnelShape.NodeCount(), 0);
     for (const int nodes : {8, 4}) {
