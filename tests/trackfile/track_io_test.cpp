@@ -174,7 +174,7 @@ TEST_F(TrackIOTest, APathThatCantBeATrackLeavesTheOpenTrack) {
 
 TEST_F(TrackIOTest, AFileThatIsNoTrackClearsTheOpenTrack) {
     for (const std::string& file : {"'ZPHS' 00000000 01030000" + Zeros(20),
-                                   "'ZPHR' 00000000 01030000" + Zeros(16) + "00000001 'XYZW' FFFFFFF8"}) {
+                                    "'ZPHR' 00000000 01030000" + Zeros(16) + "00000001 'XYZW' FFFFFFF8"}) {
         ASSERT_TRUE(Loads(KnownFile()));
         EXPECT_FALSE(Loads(FromHex(file))) << file;
         ExpectReset();
