@@ -1,5 +1,5 @@
-// The speed of what the user sees: the canvas, a drag, the program's start. The benchmark's table continues
-// that of the engine.
+// The speed of what the user sees: the canvas, a drag, the program's start. The table continues that of
+// engine_bench.
 #include <QApplication>
 #include <QMouseEvent>
 
@@ -40,7 +40,8 @@ double TimeCanvas(State& state) {
     return TimePaint(state, [](ImageSurface& surface) { DrawTunnelShape(surface, {true, true}); });
 }
 
-// The least that any canvas costs: a clear and the grid's own 404 lines, most of which lie beside it.
+// The minimum for any canvas: clearing it and drawing the grid's 404 lines, most of which are outside the
+// canvas.
 double TimeBareCanvas(State& state) {
     return TimePaint(state, [](ImageSurface& surface) {
         surface.Clear();
@@ -57,7 +58,7 @@ class PaintCounter : public QObject {
     int paints = 0;
 };
 
-// Sends an event of the left button to a widget and lets the program do all that follows from it.
+// Sends an event of the left button to a widget and lets the program process everything that follows.
 void SendMouse(QWidget& to, QEvent::Type type, QPointF at) {
     const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
     QMouseEvent event(type, at, to.mapToGlobal(at), button, Qt::LeftButton, Qt::NoModifier);
@@ -90,7 +91,7 @@ double TimeDrag(State& state) {
     return seconds;
 }
 
-// A whole process, from its start to its end behind the first paint.
+// A whole process, which ends after its first paint.
 double TimeStart(State& state, std::string window) {
     std::string program = BOREFORGE_WINDOW_START;
     char* const arguments[] = {program.data(), window.data(), nullptr};
@@ -112,7 +113,7 @@ constexpr RatioRow kRows[] = {
 }  // namespace
 
 int main(int count, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");  // of the processes that are started, too
+    qputenv("QT_QPA_PLATFORM", "offscreen");  // also for the processes that are started
     int own = 1;
     QApplication application(own, arguments);
     AddCase("canvas of 2560 by 1440, 200 nodes", TimeCanvas);

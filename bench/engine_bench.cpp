@@ -1,5 +1,6 @@
-// The engine's speed: the model store, the track files, the whole job, the tracer. Times are held against the
-// least that the same work could cost, taken in the same run, so that they say the same on every machine.
+// The engine's speed: the model store, the track files, the whole job, the tracer. Times are compared with
+// the minimum that the same work could cost, measured in the same run, so that the ratios hold on every
+// machine.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -30,7 +31,7 @@ using benchmark::State;
 // --- AddFace: a wall of 100 bands between rings of 50 points, 10,000 faces that make one mesh
 
 constexpr std::size_t kNodes = 50, kBands = 100;
-constexpr int kObjects = 50;  // as in a job, so that a face has its share of the cost of fresh memory
+constexpr int kObjects = 50;  // as many as in a job, so that the cost of fresh memory is included
 std::vector<std::vector<Vector3D>> wall;
 
 void LayWall() {
@@ -44,7 +45,7 @@ void LayWall() {
     CarryContour(TunnelShape.InsideNodes, TracedSegments[1].Samples[0].WorldMatrix, wall[kBands]);
 }
 
-// Gives `add` the points of each triangle in the order of the sweep of an inside wall.
+// Calls `add` with the points of each triangle, in the order of the sweep of an inside wall.
 template <class Add>
 void SweepOver(Add add) {
     for (std::size_t band = 1; band <= kBands; ++band) {
@@ -67,8 +68,8 @@ void FillByFaces() {
 
 void FillBySweep() { SweepInsideWall(0, 0, 1, false); }
 
-// The rule of shared vertices in its plainest form: all stored points are compared with all three of a face,
-// and the last equal one counts.
+// The simplest way to share vertices: compare each stored point with all three points of a face; the last
+// equal one counts.
 struct ScannedObject {
     std::vector<Vector3D> points;
     std::vector<BufferFace> faces;
@@ -99,7 +100,7 @@ ScannedObject Scan() {
     return object;
 }
 
-// True when `fill` makes one mesh with the points and the faces of the scan.
+// Whether `fill` makes one mesh with the same points and faces as the scan.
 bool MakesTheSame(void (*fill)(), const ScannedObject& scanned) {
     ResetModel();
     fill();
@@ -116,7 +117,7 @@ void AddFillCase(const char* name, void (*fill)()) {
     AddCase(name, [fill](State& state) {
         LayWall();
         ResetModel();
-        state.counters[kEach] = double{kObjects} * kMostFacesOfMesh;
+        state.counters[kEach] = double{kObjects} * kMaxFacesOfMesh;
         return Timed(state, [&] {
             for (int i = 0; i < kObjects; ++i)
                 fill();
@@ -129,30 +130,30 @@ bool AddFaceCases() {
     LayWall();
     const ScannedObject scanned = Scan();
     if (!MakesTheSame(FillByFaces, scanned) || !MakesTheSame(FillBySweep, scanned)) {
-        std::fputs("AddFace or the sweep makes another mesh than the literal scan\n", stderr);
+        std::fputs("AddFace or the sweep makes a different mesh than the literal scan\n", stderr);
         return false;
     }
     AddFillCase("AddFace", FillByFaces);
     AddFillCase("sweep of a wall", FillBySweep);
     AddCase("literal scan", [](State& state) {
-        state.counters[kEach] = kMostFacesOfMesh;
-        return Timed(state, [] { return Scan().faces.size() == kMostFacesOfMesh; });
+        state.counters[kEach] = kMaxFacesOfMesh;
+        return Timed(state, [] { return Scan().faces.size() == kMaxFacesOfMesh; });
     });
     return true;
 }
 
 // --- Track files
 
-// Whether a save flushes its file to the disk. How long the disk takes is no matter of the program's, and a
-// fixed share of the time would flatter its growth.
+// Sets whether a save flushes its file to the disk. The disk's speed isn't the program's, and its constant
+// share would hide how the time grows.
 void SetFlush(bool flush) {
     fileCalls.flush = flush ? SystemFileCalls().flush : [](int) { return 0; };
 }
 
 std::string LargeTrack(int megabytes) { return WorkFile(std::to_string(megabytes) + ".zrtrack"); }
 
-// A load and a save to another file of the same folder, with the flush that ends every save or without it;
-// and a copy of the same file with a flush or without. No file stands yet where the new one goes.
+// A load and a save to another file in the same folder, and a copy of the same file, each with and without a
+// flush at the end. The new file never exists beforehand.
 void AddTrackCases(int megabytes) {
     const std::string track = LargeTrack(megabytes), copy = WorkFile("copy.zrtrack");
     for (const bool flush : {true, false}) {
@@ -163,7 +164,7 @@ void AddTrackCases(int megabytes) {
                 return ReadTrackFile(track) && WriteTrackFile(copy) && FileSize(copy) == FileSize(track);
             });
             ResetTrackFile();
-            malloc_trim(0);  // the next load, too, finds no memory that was touched before
+            malloc_trim(0);  // so that the next load also starts with fresh memory
             ::unlink(copy.c_str());
             return seconds;
         });
@@ -177,7 +178,7 @@ void AddTrackCases(int megabytes) {
 
 // --- The job
 
-// Makes the shape and the open, traced track of a job.
+// Prepares the shape and the open, traced track of a job.
 using Open = std::function<bool()>;
 
 Open OnCircuit(int pieces, int nodes) {
@@ -195,7 +196,8 @@ Open OnLongCircuit(void (*makeShape)()) {
     };
 }
 
-// Leaves nothing of the last job. The track will go to a file of its own, so that the next run finds the old.
+// Prepares a job as if it were the first. The track is saved to another file, so that the next run starts
+// with the same one.
 bool OpenJob(const Open& open) {
     ResetModel();
     TrackLoaded = open();
@@ -203,7 +205,7 @@ bool OpenJob(const Open& open) {
     return TrackLoaded;
 }
 
-// The job with the choices at which the program starts, but the finest detail.
+// A job with the program's default settings except for the finest detail.
 bool RunJob(const std::string& object) {
     TunnelChoices choices;
     choices.DetailItem = 0;
@@ -220,8 +222,7 @@ double TimeJob(State& state, const Open& open, bool flush) {
     return seconds;
 }
 
-// A copy of the object that a job writes, made by that job once. The job leaves its object to the system's
-// cache, and so does the copy.
+// Copies the object that a job wrote once. Like the job, the copy doesn't flush the object to the disk.
 double TimeCopy(State& state, const Open& open, const std::string& object) {
     const std::string copy = WorkFile("copy.3ds");
     const bool made = FileSize(object) > 0 || (OpenJob(open) && RunJob(object));
@@ -230,7 +231,7 @@ double TimeCopy(State& state, const Open& open, const std::string& object) {
     return seconds;
 }
 
-// The whole job, the flush of the track included.
+// The whole job, including the flush of the track.
 void AddLongCircuitCases(const std::string& shape, void (*makeShape)()) {
     const Open open = OnLongCircuit(makeShape);
     const std::string object = WorkFile(shape + ".3ds");
@@ -238,8 +239,8 @@ void AddLongCircuitCases(const std::string& shape, void (*makeShape)()) {
     AddCase("copy of its object, " + shape, [=](State& state) { return TimeCopy(state, open, object); });
 }
 
-// The time that a face takes, without the flush. Each job has a process of its own: the jobs of one process
-// get back pages that were freed a moment ago, the small ones all of theirs.
+// The time for each face, without the flush. Each job runs in a process of its own: in the same process,
+// later jobs would reuse pages that were freed a moment ago, small jobs all of them.
 void AddGrowthCase(const std::string& name, int pieces, int nodes) {
     AddCase(name, [=](State& state) {
         const ChildFigures job = FiguresOfChild([&]() -> ChildFigures {
@@ -255,7 +256,7 @@ void AddGrowthCase(const std::string& name, int pieces, int nodes) {
     });
 }
 
-// What the system's part of the growth is: the time that a megabyte of the object takes to copy.
+// The system's share of the growth: the time to copy a megabyte of the object.
 void AddGrowthCopyCase(const std::string& name, int pieces, int nodes) {
     const std::string object = WorkFile(name + ".3ds");
     AddCase(name, [=](State& state) {
@@ -274,7 +275,7 @@ double TimeTrace(State& state) {
     const double seconds = Timed(state, TraceTrack);
     double points = 0;
     for (const TracedSegment& traced : TracedSegments)
-        points += 200 + 10 * double{traced.Length};  // to measure the piece, and to walk it
+        points += 200 + 10 * double{traced.Length};  // to measure the piece, then to walk it
     state.counters["Bezier points of a trace"] =
         benchmark::Counter(points, benchmark::Counter::kIsIterationInvariantRate);
     return seconds;
@@ -282,7 +283,8 @@ double TimeTrace(State& state) {
 
 // --- Memory
 
-// Before any case, while this process is small. Also makes the large tracks, each in a child of its own.
+// Runs before any case, while this process is small. Also makes the large tracks, each in a child process of
+// its own.
 Figures MeasureMemory() {
     const std::string track = LargeTrack(100), copy = WorkFile("copy.zrtrack"), object = WorkFile("job.3ds");
     for (const int megabytes : {50, 100})

@@ -1,4 +1,4 @@
-// What the benchmarks work on: tracks, shapes, and files in a folder of their own.
+// Inputs of the benchmarks: tracks, shapes, and files in a folder of their own.
 #pragma once
 
 #include <cstdint>
@@ -7,36 +7,36 @@
 
 namespace boreforge {
 
-// The path of a file in a new folder under TMPDIR, or under the working directory without one; the folder
-// goes with the program, and all that is in it. Call it once before a child process does.
+// The path of a file in a new folder under TMPDIR, or under the working directory if that isn't set. The
+// folder is deleted when the program ends. Call this once before any child process does.
 std::string WorkFile(const std::string& name);
 
-// The length of a file in bytes; 0 where there is none.
+// The length of a file in bytes; 0 if there is none.
 std::int64_t FileSize(const std::string& path);
 
-// Copies by reads and writes of 256 KiB, as large as the pieces in which an object is written. The new file
-// is flushed to the disk, or left to the system's cache.
+// Copies in pieces of 256 KiB, like those in which an object is written. Without `flush`, the new file is
+// left to the system's cache.
 bool CopyFile(const std::string& from, const std::string& to, bool flush);
 
-// The most memory in bytes that a child process had at a time while it ran `action`; ends the program when
-// that failed. A child starts with the pages of its parent, so call it before the parent has grown.
+// The peak memory, in bytes, of a child process that runs `action`. Ends the program if that fails. A child
+// starts with the pages of its parent, so call this before the parent has grown.
 double PeakMemoryOf(const std::function<bool()>& action);
 
-// What `action` gives in a child process, which has to touch all of its memory for the first time, as the
-// program has when it is started for one job. Nothing, where there is no child or it failed.
+// Returns the result of `action` in a child process, where all memory is fresh, as in a program that is
+// started for one job. All zero if the child couldn't be started; ends the program if it failed.
 struct ChildFigures {
     double seconds = 0;
     double count = 0;
 };
 ChildFigures FiguresOfChild(const std::function<ChildFigures()>& action);
 
-// Replaces the shape by two circles of `nodes` nodes; the wall is half a unit thick.
+// Replaces the shape with two circles of `nodes` nodes; the wall is half a unit thick.
 void MakeRoundShape(int nodes, double radius);
 
-// Replaces the open track by a hilly, banked round of `pieces` tunnel segments, each about `length` long.
+// Replaces the open track with a hilly, banked circuit of `pieces` tunnel segments, each about `length` long.
 void BuildCircuit(int pieces, double length);
 
-// Replaces the open track by one of about `bytes` bytes: a fifth each for path and segments of all kinds,
+// Replaces the open track with one of about `bytes` bytes: a fifth each for path and segments of all kinds,
 // scenery points, scenery objects, structure records and the terrain.
 void BuildLargeTrack(std::int64_t bytes);
 

@@ -25,10 +25,9 @@ std::string Text(double value, const std::string& unit = "") {
 
 std::string GoalText(const RatioRow& row, double figure, double ratio) {
     const auto verdict = [](bool met) { return met ? "" : "  MISSED"; };
-    if (row.mostRatio > 0) return "<= " + Text(row.mostRatio) + verdict(ratio <= row.mostRatio);
-    if (row.mostFigure > 0) return "<= " + Text(row.mostFigure, row.unit) + verdict(figure <= row.mostFigure);
-    if (row.leastFigure > 0)
-        return ">= " + Text(row.leastFigure, row.unit) + verdict(figure >= row.leastFigure);
+    if (row.maxRatio > 0) return "<= " + Text(row.maxRatio) + verdict(ratio <= row.maxRatio);
+    if (row.maxFigure > 0) return "<= " + Text(row.maxFigure, row.unit) + verdict(figure <= row.maxFigure);
+    if (row.minFigure > 0) return ">= " + Text(row.minFigure, row.unit) + verdict(figure >= row.minFigure);
     return "-";
 }
 

@@ -1,5 +1,5 @@
-// Shows one window, without a display, and ends when that is painted: the program's main window for
-// "boreforge", a bare one of the same size for "empty".
+// Shows one window on no display and ends once it is painted. The argument "boreforge" shows the main window,
+// "empty" a bare window of the same size.
 #include <QApplication>
 #include <QTimer>
 
@@ -12,8 +12,8 @@ namespace {
 
 constexpr int kWidth = 11880 / 15, kHeight = 8490 / 15;  // the main window's, in pixels
 
-// Ends the program behind the round of events in which anything is painted first: a window and all that is in
-// it are painted in one.
+// Ends the program after the first round of events that paints anything: a window and its contents are
+// painted in one round.
 class UntilPainted : public QObject {
   public:
     bool eventFilter(QObject*, QEvent* event) override {

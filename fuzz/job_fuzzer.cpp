@@ -1,5 +1,5 @@
-// The whole job on a small track, a shape and settings of any kind: the object is sound, or there is none and
-// the track on the disk is as it was.
+// Runs the whole job on a small track, a shape and settings of any kind. Either the object is sound, or none
+// is written and the track on the disk is unchanged.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ using namespace boreforge;
 
 namespace {
 
-// Mostly coordinates of a small track, at times any 32 bits.
+// Mostly a coordinate of a small track, sometimes any 32 bits.
 float AnyFloat(FuzzedDataProvider& input) {
     if (input.ConsumeIntegralInRange(0, 15) > 0)
         return static_cast<float>(input.ConsumeIntegralInRange(-400, 400)) / 8;
@@ -71,9 +71,9 @@ TunnelChoices AnyChoices(FuzzedDataProvider& input) {
     return choices;
 }
 
-// The sum of the distances between the points of each piece; no piece is longer than its own. There may be
-// more nodes than pieces.
-double LongestPath() {
+// An upper bound of the path's length: no piece is longer than the lines between its control points. There
+// may be more nodes than pieces.
+double MaxPathLength() {
     const std::size_t pieces = std::min(TrackFile.Segments.size(), TrackFile.BezierNodes.size());
     double length = 0;
     for (std::size_t i = 0; i < pieces; ++i) {
@@ -85,13 +85,13 @@ double LongestPath() {
     return length;
 }
 
-// Paths that are followed for long: nothing new comes of them. Those that can't be are soon refused.
+// Long paths take long to trace and find nothing new. Paths that are too long to trace are refused quickly.
 bool TakesLong() {
-    const double longest = LongestPath();
-    return longest > 1000 && longest < 1e9;
+    const double length = MaxPathLength();
+    return length > 1000 && length < 1e9;
 }
 
-// Coordinates alone may be bad, where they are those of the shape or the track.
+// Only coordinates may be bad, because those of the shape and the track may be.
 void RequireSoundObject(const std::string& path) {
     const auto content = ReadScratch(path);
     Object3DS object;

@@ -1,4 +1,4 @@
-// An object of any content: it is refused, or every face of it belongs to one surface.
+// Reads objects of any content. Each is refused, or every face belongs to exactly one surface.
 #include <cstddef>
 #include <cstdint>
 

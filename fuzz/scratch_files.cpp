@@ -40,7 +40,7 @@ void WriteScratch(const std::string& path, std::span<const std::uint8_t> bytes) 
 std::vector<std::uint8_t> ReadScratch(const std::string& path) {
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     if (!file) return {};
-    // In one piece: each step of an iterator is watched by the fuzzer, and would take most of its time.
+    // Reads in one piece: the fuzzer instruments each step of an iterator, which would take most of its time.
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(file.tellg()));
     file.seekg(0);
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));

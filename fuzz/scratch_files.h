@@ -1,4 +1,4 @@
-// Files of a fuzzer in a folder of its own, in memory where the system has such a place.
+// A fuzzer's files, in a folder of its own; in memory if the system allows that.
 #pragma once
 
 #include <cstddef>
@@ -9,16 +9,15 @@
 
 namespace boreforge {
 
-// The path of a file of this name in the process's scratch folder, which is made when it is first asked for
-// and removed at the end.
+// The path of a file in the process's scratch folder, which is made at the first call and removed at the end.
 std::string ScratchPath(const std::string& name);
 
 void WriteScratch(const std::string& path, std::span<const std::uint8_t> bytes);
 
-// The file's bytes; none when it isn't there.
+// The file's bytes; empty if it doesn't exist.
 std::vector<std::uint8_t> ReadScratch(const std::string& path);
 
-// A property that must hold; without it the fuzzer stops with a finding.
+// Stops the fuzzer with a finding unless the property holds.
 inline void Require(bool property) {
     if (!property) __builtin_trap();
 }

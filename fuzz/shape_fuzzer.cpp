@@ -1,5 +1,5 @@
-// A shape file of any content: it is refused and leaves an empty shape, or a save gives its nodes back bit
-// for bit.
+// Loads shape files of any content. Each is refused and leaves an empty shape, or a save writes the same
+// nodes, bit for bit.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,5 @@
-// A track file of any content: it is refused and leaves an empty document, or what it says survives a save.
+// Loads track files of any content. Each is refused and leaves an empty document, or is saved, and a second
+// save returns the same bytes.
 #include <cstddef>
 #include <cstdint>
 

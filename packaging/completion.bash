@@ -1,7 +1,7 @@
-# Bash completion for the programs without a window. The program's own --help tells what may follow: the options,
-# the words that a value may be, and the extension of a file.
+# Bash completion for the programs without a window. The choices come from the program's own --help: options,
+# possible values, extensions of files.
 
-# Each argument or option of a help text with its value, as in "--shape FILE.zrbf".
+# Prints each argument or option of a help text with its value, as in "--shape FILE.zrbf".
 _boreforge_values() {
     sed -nE 's/^  ([A-Z]+|--[a-z-]+) ([A-Za-z0-9.,#|]+)( .*)?$/\1 \2/p' <<<"$1"
 }
@@ -12,10 +12,10 @@ _boreforge() {
     help=$("$1" --help 2>/dev/null) || return
     values=$(_boreforge_values "$help")
     positionals=$(grep '^[A-Z]' <<<"$values")
-    for ((i = 1; i < COMP_CWORD; ++i)); do  # `value` is what belongs to the word before the cursor
+    for ((i = 1; i < COMP_CWORD; ++i)); do  # `value` becomes what the word before the cursor expects
         word=${COMP_WORDS[i]}
         if [[ $word == = ]]; then
-            continue  # of --option=value, which comes as three words
+            continue  # bash splits --option=value into three words
         elif [[ $word == -* ]]; then
             value=$(sed -n "s/^$word //p" <<<"$values")
         elif [[ -n $value ]]; then

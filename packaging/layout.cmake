@@ -1,4 +1,4 @@
-# Read by cpack once for each package: the parts that it has.
+# Read by cpack once for each package: the components that go into it.
 list(GET CPACK_INSTALL_CMAKE_PROJECTS 0 build)
 if(CPACK_GENERATOR STREQUAL "DEB")
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

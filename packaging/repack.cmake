@@ -1,5 +1,5 @@
-# Run by cpack after packing. It takes the files of an archive as the folder lists them, with the builder's
-# number; here they come by name and belong to root, so that the same tree gives the same archive.
+# Run by cpack after packing. cpack archives files in directory order and with the builder's user id; this
+# packs them again, sorted by name and owned by root, so that the same tree makes the same archive.
 if(CPACK_GENERATOR STREQUAL "TGZ")
     cmake_path(GET CPACK_TEMPORARY_INSTALL_DIRECTORY PARENT_PATH above)
     cmake_path(GET CPACK_TEMPORARY_INSTALL_DIRECTORY FILENAME folder)

@@ -54,7 +54,7 @@ std::optional<std::int16_t> ParsePreset(const std::string& text) {
 
 std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }
 
-// Wrong usage unless `path` has this extension.
+// Throws a usage error unless `path` has this extension.
 void RequireExtension(const std::string& path, const std::string& extension) {
     const std::string fault = path.empty() ? "A file's name is empty" : EndsIn(extension)(path);
     if (!fault.empty()) throw CLI::ValidationError(fault);
@@ -98,26 +98,26 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     application.description(
         "Makes a tunnel along every tunnel segment of the track, writes it to OUTPUT and saves the track "
         "with\n"
-        "the changes that were asked for. With --output-folder it does so for several tracks.");
+        "the requested changes. With --output-folder it does so for several tracks.");
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2 the track is as it was. Of several tracks each is done or fails by itself.");
+        "After 1 or 2 the track is unchanged. With several tracks, each succeeds or fails by itself.");
     AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
     application
-        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: more tracks")
+        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: further tracks")
         ->type_name("FILE.3ds");
     CLI::Option* const folder = AddPath(application, "--output-folder", options.OutputFolder, "FOLDER",
                                         "Write each track's object and the changed track there");
     CLI::Option* const dryRun =
-        application.add_flag("--dry-run", options.DryRun, "Say what would be made, and write nothing");
+        application.add_flag("--dry-run", options.DryRun, "Say what would be made, but write nothing");
     for (CLI::Option* const option : {folder, dryRun})
         option->group("Files");
     application.callback([&options] { DeriveJobs(options); });
 
     CLI::Option* const shape =
-        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "The cross-section in this file");
+        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "Use the cross-section in this file");
     CLI::Option* const preset = AddParsed(application, "--preset", options.Preset, ParsePreset, "box|rounded",
-                                          "A built-in cross-section (default: box)");
+                                          "Use a built-in cross-section (default: box)");
     preset->excludes(shape);
     for (CLI::Option* const option : {shape, preset})
         option->group("Shape");
@@ -134,18 +134,19 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     for (CLI::Option* const option : look)
         option->group("Look");
 
-    CLI::Option* const dim = AddParsed(
-        application, "--dim", choices.DimPercent, ParsePercent, "0..100",
-        "Brightness of tunneled segments' colours (default: 50); 0 leaves them as they are, 100 gives black");
+    CLI::Option* const dim = AddParsed(application, "--dim", choices.DimPercent, ParsePercent, "0..100",
+                                       "Brightness left to tunneled segments' colours (default: 50), but 0 "
+                                       "changes nothing and 100 is black");
     CLI::Option* const noDim = application.add_flag_callback(
         "--no-dim", [&choices] { choices.DimColors = false; }, "Don't change the colours of segments");
     noDim->excludes(dim);
     CLI::Option* const trackOut = AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
-                                          "Save the changed track there and leave TRACK as it is")
+                                          "Save the changed track there and leave TRACK unchanged")
                                       ->check(EndsIn(kTrackExtension))
                                       ->excludes(folder);
     CLI::Option* const noTrack =
-        application.add_flag("--no-track", options.NoTrack, "Write the object alone")->excludes(trackOut);
+        application.add_flag("--no-track", options.NoTrack, "Write only the object, no track")
+            ->excludes(trackOut);
     CLI::Option* const changes[] = {dim,
                                     noDim,
                                     application.add_flag_callback(

@@ -10,19 +10,19 @@
 
 namespace boreforge {
 
-// One track with the files that are made from it.
+// One track and the files to make from it.
 struct BatchJob {
     std::string Track;
     std::string Object;
-    std::string TrackOut;  // empty: the track itself is rewritten, or none is
+    std::string TrackOut;  // empty: Track itself is rewritten, or no track is written
 };
 
 struct BatchOptions {
     std::string Track;
-    std::vector<std::string> OtherFiles;  // the object, or with OutputFolder more tracks
+    std::vector<std::string> OtherFiles;  // the object, or with OutputFolder further tracks
     std::string TrackOut;
     std::string OutputFolder;
-    std::vector<BatchJob> Jobs;  // from all of these
+    std::vector<BatchJob> Jobs;  // derived from the fields above
     std::string Shape;           // a .zrbf file; empty: the preset
     std::int16_t Preset = 0;
     TunnelChoices Choices;
@@ -30,7 +30,7 @@ struct BatchOptions {
     bool DryRun = false;
 };
 
-// Describes the options to `application`, which fills `options` when it parses.
+// Adds the options to `application`, which fills `options` when it parses a command line.
 void AddBatchOptions(CLI::App& application, BatchOptions& options);
 
 }  // namespace boreforge

@@ -33,7 +33,7 @@ const Point2D& Before(const Contour& contour, std::size_t i) {
     return contour[(i + contour.size() - 1) % contour.size()];
 }
 
-// On which side of the line from a to b p is: 1 left, -1 right, 0 on it.
+// The side of the line from a to b on which p is: 1 left, -1 right, 0 on it.
 int SideOf(const Point2D& a, const Point2D& b, const Point2D& p) {
     const double product = (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
     return product > 0 ? 1 : product < 0 ? -1 : 0;
@@ -53,7 +53,7 @@ bool IsBetween(const Point2D& p, const Point2D& a, const Point2D& b) {
            p.y <= std::max(a.y, b.y);
 }
 
-// Whether the direction to p is strictly within the angle that leads counter-clockwise from a to b around v.
+// Whether the direction from v to p is strictly within the counter-clockwise angle from a to b around v.
 bool IsInAngle(const Point2D& p, const Point2D& a, const Point2D& v, const Point2D& b) {
     const bool leftOfA = SideOf(v, a, p) > 0, rightOfB = SideOf(v, b, p) < 0;
     const int turn = SideOf(v, a, b);
@@ -62,14 +62,14 @@ bool IsInAngle(const Point2D& p, const Point2D& a, const Point2D& v, const Point
     return isStraight && leftOfA;
 }
 
-// Whether the line c-v-d goes through the line a-v-b, not only touches it.
+// Whether the line c-v-d crosses the line a-v-b and doesn't just touch it.
 bool PassesThrough(const Point2D& a, const Point2D& v, const Point2D& b, const Point2D& c, const Point2D& d) {
     return (IsInAngle(c, a, v, b) && IsInAngle(d, b, v, a)) ||
            (IsInAngle(d, a, v, b) && IsInAngle(c, b, v, a));
 }
 
-// Whether edge i of one contour crosses edge k of the other, which may be the same one. A crossing in a node
-// counts for the edges that the node begins.
+// Whether edge i of one contour crosses edge k of the other, which may be the same one. A crossing at a node
+// counts for the edges that start there.
 bool EdgesCross(const Contour& one, std::size_t i, const Contour& other, std::size_t k) {
     const Point2D &a = one[i], &b = After(one, i), &c = other[k], &d = After(other, k);
     const int sideOfA = SideOf(c, d, a), sideOfB = SideOf(c, d, b);

@@ -1,4 +1,4 @@
-// What is probably wrong with a shape, though a tunnel can be made of it.
+// Warnings about shapes that a tunnel can be made of but that are probably wrong.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace boreforge {
 
-// A sentence for each finding: no or fewer than three nodes, coordinates that aren't finite, contours that
-// are drawn clockwise (which is fine for double-sided walls), that cross themselves or each other. Crossings
-// are looked for in shapes of up to 2,000 nodes. Each contour is seen from the front: z is ignored.
+// One sentence for each problem: fewer than three nodes, coordinates that aren't finite, contours that are
+// drawn clockwise (unless walls are double-sided), cross themselves or cross each other. Crossings are only
+// looked for in shapes of up to 2,000 nodes. z is ignored.
 std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided);
 
 }  // namespace boreforge

@@ -25,8 +25,8 @@ bool IsApart(const char* what, const std::string& output, const std::string& inp
     return false;
 }
 
-// An output replaces what is at its path, which must not be one of the user's inputs. The job itself refuses
-// to replace the track by the object, but says first when there are no tunnels.
+// No output may replace one of the inputs. That the object doesn't replace the track is left to the job,
+// which first reports a track without tunnels.
 bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
     const std::string trackOut = job.TrackOut.empty() ? std::string() : TrackSavePath(job.TrackOut);
     const bool isReplaced = options.OutputFolder.empty() || IsApart("Track", trackOut, job.Track);
@@ -34,7 +34,7 @@ bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
            IsApart("3DS Object", job.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
 }
 
-// Prints why the file at `path` could not be read.
+// Prints why the file at `path` couldn't be read.
 void PrintReason(const std::string& path, const std::string& kind) {
     const bool isOther = lastFileFailure.problem == FileProblem::WrongBeginning;
     PrintError(path + ": " + (isOther ? "It is not a " + kind + "." : FailureText()));

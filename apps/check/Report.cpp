@@ -26,7 +26,7 @@ std::string Count(std::size_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-// The file's axes of a box in the track's axes: y of the file is -z of the track.
+// A box in the file's axes: its y is -z of the track, its z is y of the track.
 struct FileBounds {
     float low[3], high[3];
 };
@@ -111,7 +111,7 @@ std::string VerdictText(const ObjectReport& report) {
     return text;
 }
 
-// Bytes that aren't UTF-8 become the characters of Latin-1.
+// A JSON string. Bytes that aren't UTF-8 are taken as Latin-1.
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
     while (!text.empty()) {

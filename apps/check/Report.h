@@ -1,4 +1,4 @@
-// What boreforge-check says about an object.
+// The report of boreforge-check on an object.
 #pragma once
 
 #include <string>
@@ -12,16 +12,16 @@ enum class Verdict { Sound, FacingWrongly, Empty, Damaged };
 
 struct ObjectReport {
     std::string Path;
-    Object3DS Object;  // empty when it is damaged
+    Object3DS Object;  // empty if the file is damaged
     ObjectDamage Damage;
     std::vector<ObjectSurface> Surfaces;
     Verdict Result = Verdict::Damaged;
 };
 
-// The report on a whole file, of which `path` is the name.
+// Examines a whole file; `path` is its name in the report.
 ObjectReport Examine(const std::string& path, const Bytes& file);
 
-// The same report for people and for programs, with the file's axes: z is up.
+// The report as text for people, or as JSON for programs. Coordinates are in the file's axes: z is up.
 std::string ReportText(const ObjectReport& report);
 std::string ReportJson(const ObjectReport& report);
 

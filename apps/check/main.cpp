@@ -1,4 +1,4 @@
-// boreforge-check: says whether an object is sound, with no window and no display.
+// boreforge-check: says whether an object is sound. Needs no display.
 #include <cstdio>
 #include <string>
 

@@ -16,7 +16,7 @@ namespace boreforge {
 
 int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
     SetMessageHook([](const std::string& text, const std::string&, MessageIcon) { PrintError(text); });
-    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow further is a failed write, not the end
+    std::signal(SIGXFSZ, SIG_IGN);  // exceeding the file size limit fails the write, not the program
     RemoveUnfinishedOnSignals();
     const std::string name = application.get_name();
     application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
@@ -36,12 +36,11 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
     }
 }
 
-std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t least, std::int32_t most,
-                                        int base) {
+std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max, int base) {
     std::int32_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [last, failure] = std::from_chars(text.data(), end, number, base);
-    const bool good = failure == std::errc() && last == end && number >= least && number <= most;
+    const bool good = failure == std::errc() && last == end && number >= min && number <= max;
     return good ? std::optional(number) : std::nullopt;
 }
 

@@ -1,4 +1,4 @@
-// What our command-line programs share: options, messages on standard error, exit status.
+// Shared by the command-line programs: options, messages on standard error, exit status.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +13,17 @@ namespace boreforge {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
-// Runs a program from its main function: parses the arguments into what `application` was given to fill, then
-// calls `work`, whose result is the exit status. Adds --version. Wrong usage ends with 2 and says what is
-// wrong and how to get help. Messages of the core go to standard error.
+// Runs a program from its main function: parses the arguments with `application`, then calls `work`, whose
+// result is the exit status. Adds --version. On wrong usage, says what is wrong and how to get help, and
+// returns 2. Messages of the core go to standard error.
 int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work);
 
-// A whole number from `least` to `most` and nothing else.
-std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t least, std::int32_t most,
+// A text that is a whole number from `min` to `max`, or nullopt.
+std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max,
                                         int base = 10);
 
-// An option whose value `parse`, which returns an optional, turns into `target`. A wrong value is refused
-// with a description of the right `values`. The last of several wins.
+// Adds an option. `parse`, which returns an optional, converts its value for `target`; a wrong value is
+// refused with a description of the right `values`. If the option is repeated, the last one wins.
 template <class Target, class Parse>
 CLI::Option* AddParsed(CLI::App& application, const std::string& name, Target& target, Parse parse,
                        const std::string& values, const std::string& description) {
@@ -37,17 +37,18 @@ CLI::Option* AddParsed(CLI::App& application, const std::string& name, Target& t
         ->take_last();
 }
 
-// An option or argument that takes a path, which may not be empty. The last of several wins.
+// Adds an option or argument that takes a path, which must not be empty. If it is repeated, the last one
+// wins.
 CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string& path,
                      const std::string& typeName, const std::string& description);
 
-// A check for an option's value: the name of a file that ends in `extension`, ASCII case ignored.
+// Checks that an option's value is a file name that ends in `extension`, ASCII case ignored.
 CLI::Validator EndsIn(const std::string& extension);
 
-// Text with everything replaced by "?" that could control a terminal, and that isn't UTF-8. Line ends stay.
+// Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
 std::string Printable(const std::string& text);
 
-// Prints to standard error, made printable, with a line end.
+// Prints Printable(text) and a line end to standard error.
 void PrintError(const std::string& text);
 
 }  // namespace boreforge

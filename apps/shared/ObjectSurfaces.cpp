@@ -13,10 +13,10 @@ namespace boreforge {
 
 namespace {
 
-// Sets of numbers that are joined step by step. The smallest number of each set stands for it.
-class JoinedSets {
+// Disjoint sets of numbers that can be joined. The smallest number of a set represents it.
+class DisjointSets {
   public:
-    explicit JoinedSets(std::size_t count) : parents_(count) {
+    explicit DisjointSets(std::size_t count) : parents_(count) {
         std::iota(parents_.begin(), parents_.end(), std::uint32_t{0});
     }
     std::uint32_t Find(std::uint32_t number) {
@@ -34,7 +34,7 @@ class JoinedSets {
     std::vector<std::uint32_t> parents_;
 };
 
-// For each point the first of those that are equal to it.
+// Maps each point to the first one that is equal to it.
 std::vector<std::uint32_t> MergeEqualPoints(const std::vector<Vector3D>& points) {
     std::vector<std::uint32_t> order(points.size()), merged(points.size());
     std::iota(order.begin(), order.end(), std::uint32_t{0});
@@ -46,14 +46,14 @@ std::vector<std::uint32_t> MergeEqualPoints(const std::vector<Vector3D>& points)
     return merged;
 }
 
-// An edge as one of its faces has it.
+// An edge of one face.
 struct EdgeUse {
     std::uint32_t low, high;  // its points
     std::uint32_t face;
-    bool ascending;  // the face leads from low to high
+    bool ascending;  // the face goes from low to high along it
 };
 
-using Edge = std::span<const EdgeUse>;  // of all faces with this edge
+using Edge = std::span<const EdgeUse>;  // the uses by all faces with this edge
 
 std::size_t AscendingUses(Edge edge) {
     return static_cast<std::size_t>(std::ranges::count(edge, true, &EdgeUse::ascending));
@@ -84,14 +84,14 @@ class SurfaceFinder {
     }
 
   private:
-    // The corners of a face, equal points being one.
+    // The corners of a face; equal points count as one.
     std::array<std::uint32_t, 3> Corners(std::size_t face) const {
         const ObjectFace& f = object_.Faces[face];
         return {merged_[f.a], merged_[f.b], merged_[f.c]};
     }
 
     void SortFacesIntoSurfaces() {
-        JoinedSets connected(object_.Points.size());
+        DisjointSets connected(object_.Points.size());
         for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
             const auto [a, b, c] = Corners(i);
             connected.Join(a, b);
@@ -165,9 +165,10 @@ class SurfaceFinder {
         if (edge.size() == 2) patches_.Join(edge[0].face, edge[1].face);
     }
 
-    // A patch is what hangs together by edges of two faces; the cap is one. Where the tunnel runs through it,
-    // the edges have three faces: two of the wall and one of the cap. Taking away either part of the wall
-    // instead would leave edges of two faces too, but the cap is the smallest of the three.
+    // A patch is a set of faces connected by edges with exactly two faces. A cap inside the wall is a patch:
+    // the edges where it meets the wall have three faces, two of the wall and one of the cap. Without either
+    // part of the wall those edges would have two faces as well, but the cap is the smallest of the three
+    // patches.
     void FindInnerCaps() {
         std::vector<std::vector<Edge>> crowded(surfaces_.size());
         ForEachEdge([&](Edge edge) {
@@ -189,7 +190,7 @@ class SurfaceFinder {
         }
     }
 
-    // True when each of the edges has one face of the patch and two others, which face the same way.
+    // Whether each of the edges has one face of the patch and two others, which face the same way.
     bool IsInnerCap(std::uint32_t patch, const std::vector<Edge>& edges) {
         return std::ranges::all_of(edges, [&](Edge edge) {
             std::size_t ofPatch = 0, ascending = 0;
@@ -232,7 +233,7 @@ class SurfaceFinder {
         const ObjectSurface& surface = surfaces_[index];
         if (surface.OpposedEdges > 0) return Facing::Mixed;
         const bool isPlain = surface.CrowdedEdges == 0 || capOf_[index];
-        // Far above the rounding of the sum, far below the share of any wall.
+        // Far above the sum's rounding error, far below the volume of any wall.
         const bool hasVolume = std::fabs(surface.Volume) > 1e-9 * volumeSizes_[index];
         if (!surface.IsClosed() || !isPlain || !hasVolume) return Facing::NotJudged;
         return surface.Volume > 0 ? Facing::Outwards : Facing::Inwards;
@@ -242,8 +243,8 @@ class SurfaceFinder {
     const std::vector<std::uint32_t> merged_;
     std::vector<ObjectSurface> surfaces_;
     std::vector<std::uint32_t> surfaceOf_;             // of each face
-    std::vector<EdgeUse> uses_;                        // those of an edge side by side
-    JoinedSets patches_;                               // of faces
+    std::vector<EdgeUse> uses_;                        // sorted, so that those of an edge are neighbours
+    DisjointSets patches_;                             // of faces
     std::vector<std::optional<std::uint32_t>> capOf_;  // the patch that is each surface's inner cap
     std::vector<double> volumeSizes_;                  // sums of the absolute volumes of the tetrahedra
 };

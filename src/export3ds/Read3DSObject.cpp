@@ -15,21 +15,21 @@ namespace boreforge {
 namespace {
 
 constexpr std::size_t kHeaderLength = 6;  // of every chunk: id and length
-constexpr float kFarthest = 1e12f;        // units that can still be computed with
+constexpr float kMaxCoordinate = 1e12f;   // units; larger ones would be useless in calculations
 constexpr std::uint32_t kNoMaterial = 0xFFFFFFFF;
 
 struct Chunk;
 
-// A part of the file that is read front to back and never beyond its end.
+// A part of the file, which is read from front to back and never beyond its end.
 class Content {
   public:
     Content(const std::uint8_t* file, std::size_t at, std::size_t end)
         : file_(file), start_(at), at_(at), field_(at), end_(end) {}
 
     bool AtEnd() const { return at_ == end_; }
-    // The damage is at the field that was read last. It is thrown within this file alone.
+    // Reports damage at the field that was read last. The exception doesn't leave this source file.
     [[noreturn]] void Fail(const std::string& reason) const { throw ObjectDamage{field_, reason}; }
-    // The same for a chunk that lacks something.
+    // Reports damage at the start of the chunk, which lacks something.
     [[noreturn]] void FailAsWhole(const std::string& reason) const {
         throw ObjectDamage{start_ - kHeaderLength, reason};
     }
@@ -37,7 +37,7 @@ class Content {
 
     const std::uint8_t* Take(std::size_t count) {
         field_ = at_;
-        if (end_ - at_ < count) Fail("the chunk is too short for what it must hold");
+        if (end_ - at_ < count) Fail("the chunk is too short for its contents");
         at_ += count;
         return file_ + field_;
     }
@@ -62,10 +62,10 @@ class Content {
         const std::uint8_t* const characters = Take(length + 1);
         return {characters, characters + length};
     }
-    // Passes over the rest, which must be of this length.
+    // Skips the rest, which must have this length.
     void Finish(std::size_t length) {
         field_ = at_;
-        if (end_ - at_ != length) Fail("the chunk's length and what it must hold differ");
+        if (end_ - at_ != length) Fail("the chunk's length doesn't fit its contents");
         at_ = end_;
     }
     Chunk Next();
@@ -125,7 +125,7 @@ class Reader {
         const std::uint8_t* const channels = chunk.content.Take(3);
         chunk.content.Finish(0);
         while (!content.AtEnd())
-            content.Next();  // the same colour in another measure
+            content.Next();  // the same colour in another encoding
         return {channels[0], channels[1], channels[2]};
     }
 
@@ -189,7 +189,7 @@ class Reader {
         }
     }
 
-    // The points are in the scene's own space: the matrix of a mesh must be complete, but doesn't move them.
+    // Points are in the scene's space already: a mesh's matrix must be complete, but isn't applied to them.
     void ReadMesh(Content mesh) {
         ++object_.MeshCount;
         const std::size_t firstPoint = object_.Points.size();
@@ -232,10 +232,10 @@ class Reader {
         points.Finish(0);
     }
 
-    // A bad coordinate says nothing about the rest of the file, so all else is checked first.
+    // A bad coordinate doesn't affect the rest of the file, so everything else is checked first.
     float Coordinate(Content& points) {
         const float value = points.Number();
-        if (!(std::fabs(value) <= kFarthest) && !coordinate_)
+        if (!(std::fabs(value) <= kMaxCoordinate) && !coordinate_)
             coordinate_ = {
                 points.FieldStart(),
                 std::isfinite(value) ? "a coordinate is too far away" : "a coordinate is not finite", true};

@@ -35,14 +35,14 @@ struct Object3DS {
 struct ObjectDamage {
     std::size_t Byte = 0;
     std::string Reason;
-    bool IsCoordinate = false;  // one that nothing can be computed with; all else is as it should be
+    bool IsCoordinate = false;  // only a coordinate is unusable; the rest of the file is sound
 };
 std::string DamageText(const ObjectDamage& damage);
 
-// Fills `object` from a whole file, which may have no faces. False when the file is damaged or isn't of this
-// format. Lengths of nested chunks must add up, counts must match them, coordinates be finite, no two
-// objects or materials share a name, vertices, faces and materials that are referred to exist, and each face
-// have one material. Chunks of other kinds are passed over, as the format asks of its readers.
+// Fills `object` from a whole file, which may have no faces. False, with the reason in `damage`, if the file
+// is damaged or isn't of this format. The lengths of nested chunks must add up and match the counts.
+// Coordinates must be finite, and names of objects and materials unique. Each face must have one material,
+// and its vertices and material must exist. Unknown chunks are skipped, as the format demands.
 [[nodiscard]] bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage);
 
 }  // namespace boreforge

@@ -27,7 +27,7 @@ constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to 
 constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
 constexpr std::int16_t kAllEdgesVisible = 7;
 
-// Material names have eight characters, so every material takes the same room.
+// Material names have eight characters, so all materials have the same length.
 constexpr std::int32_t kMaterialNameLength = kHeaderLength + 8 + 1;
 constexpr std::int32_t kMaterialLength =
     kHeaderLength + kMaterialNameLength + 3 * (kHeaderLength + kColorLength) +
@@ -67,13 +67,13 @@ std::uint8_t* Store(std::uint8_t* place, Number value) {
     return place + sizeof value;
 }
 
-// Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer
-// digits. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as
-// nearbyint does, in an instruction each, and the subtraction leaves a zero positive. Multiplied by 1e-6,
-// every whole number up to 16,000,000 ends as the same float as divided by 1e6.
+// Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer digits.
+// Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as nearbyint
+// does, in an instruction each, and the subtraction leaves a zero positive. For every whole number up to
+// 16,000,000, multiplying by 1e-6 yields the same float as dividing by 1e6.
 void RoundPlaces(std::span<float> values) {
     constexpr double kWholeNumbers = 6755399441055744.0;
-    // The choice is made without a branch, so that the compiler rounds several numbers at a time.
+    // There is no branch, so that the compiler can round several numbers at a time.
     for (float& value : values) {
         const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
         const float result = static_cast<float>(rounded * 1e-6);
@@ -86,9 +86,9 @@ void RoundPlaces(std::span<float> values) {
 // Calls `store(place, i)` for i from 0 to count - 1, with room for `size` bytes each.
 template <class Store>
 void PutEach(std::size_t count, std::size_t size, OutputFile& file, Store store) {
-    const std::size_t most = OutputFile::kBufferSize / 16 / size;
-    for (std::size_t first = 0; first < count; first += most) {
-        const std::size_t last = std::min(count, first + most);
+    const std::size_t atOnce = OutputFile::kBufferSize / 16 / size;
+    for (std::size_t first = 0; first < count; first += atOnce) {
+        const std::size_t last = std::min(count, first + atOnce);
         std::uint8_t* place = file.Claim((last - first) * size);
         for (std::size_t i = first; i < last; ++i, place += size)
             store(place, i);
@@ -130,8 +130,8 @@ void PutMaterial(const Material3DS& material, OutputFile& file) {
     PutFloat(material.WireSize, file);
 }
 
-// The file's axes are x to the right, y forward and z up: a proper rotation of the track's, so that the
-// winding of the faces stays.
+// The file's axes are x to the right, y forward and z up: the track's axes rotated, so the winding of the
+// faces stays the same.
 void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
     PutLength(POINT_ARRAY, length, file);
     PutWord(static_cast<std::uint16_t>(mesh.PointCount()), file);

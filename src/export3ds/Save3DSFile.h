@@ -1,6 +1,6 @@
 // Writes the model as a mesh file of the published 3D Studio format (.3ds): little-endian chunks of a 16-bit
-// id, a 32-bit length that counts the whole chunk, and the content. Every length is worked out ahead from the
-// counts, so the file is one forward pass.
+// id, a 32-bit length that counts the whole chunk, and the content. All lengths are computed from the counts
+// beforehand, so the file is written in one forward pass.
 #pragma once
 
 #include <cstdint>
@@ -10,16 +10,16 @@
 
 namespace boreforge {
 
-// The format's readers count the objects of a file in 16 bits with a sign.
+// Readers of the format count a file's objects in a signed 16-bit number.
 inline constexpr std::int32_t kMaxMeshes = 32767;
 
 // Writes the whole model to `fileName`, which replaces an existing file once it is complete and flushed to
-// the disk. False, with the reason in lastFileFailure, when that fails: an old file is then as it was. False
-// also, before anything is touched, when the file's length would pass a signed 32-bit number or the model has
-// more than 32,767 meshes.
+// the disk. False, with the reason in lastFileFailure, if that fails: an existing file is then unchanged.
+// Also false, before anything is written, if the file's length doesn't fit a signed 32-bit number or the
+// model has more than 32,767 meshes.
 bool Save3DSFile(const std::string& fileName);
 
-// The length of the file for the present model, in bytes; -1 when it would pass a signed 32-bit number.
+// The length in bytes of the current model's file; -1 if it doesn't fit a signed 32-bit number.
 std::int32_t Compute3DSLength();
 
 // The pieces of the format, each appended to the open output file.

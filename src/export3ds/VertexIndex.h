@@ -38,7 +38,7 @@ class VertexIndex {
     // one was stored before. At most kMaxVertices are stored between two calls of Clear.
     bool Store(std::span<const Vector3D> points, std::size_t index) {
         const Vector3D& point = points[index];
-        if (HasNaN(point)) return true;  // never found
+        if (HasNaN(point)) return true;  // equals nothing
         const std::uint16_t slot = SlotOf(points, point);
         const bool isNew = slots_[slot] == kFree;
         if (isNew) used_.push_back(slot);

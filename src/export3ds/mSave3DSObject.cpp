@@ -9,7 +9,8 @@
 namespace boreforge {
 
 namespace {
-// Before the model, which must not outlive it. Of a block, only what is touched takes memory.
+// Defined before the model, so that it outlives it. Its blocks are large, but only pages that are touched
+// take memory.
 std::pmr::monotonic_buffer_resource modelMemory(std::size_t{1} << 25, HugePages());
 }  // namespace
 
@@ -28,7 +29,7 @@ std::string Numbered(const std::string& prefix, std::int32_t number, std::size_t
     return prefix + text;
 }
 
-// The vertex equal to `point`, `found` if there is one.
+// Returns `found`, or stores the point if that is -1.
 std::int32_t FoundOrStored(std::int32_t found, const Vector3D& point, const TexCoord& coord) {
     if (found >= 0) return found;
     ObjectBuffer.Points.push_back(point);
@@ -97,7 +98,7 @@ void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const T
     const std::int32_t b = FoundOrStored(found2, p2, t2);
     const std::int32_t c = FoundOrStored(found3, p3, t3);
     ObjectBuffer.Faces.push_back({a, b, c});
-    if (ObjectBuffer.FaceCount() == kMostFacesOfMesh) FlushObject();
+    if (ObjectBuffer.FaceCount() == kMaxFacesOfMesh) FlushObject();
 }
 
 void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
@@ -112,7 +113,8 @@ void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint1
 void FlushObject() {
     if (ObjectBuffer.PointCount() < 1 && ObjectBuffer.FaceCount() < 1) return;
     Mesh3DS& mesh = AddMeshOfObject();
-    // Whole arrays at once, each in memory of exactly its size; the buffer keeps its own for the next object.
+    // Copies whole arrays, so that the mesh's have exactly the size they need and the buffer's serve the next
+    // object.
     mesh.Points.assign(ObjectBuffer.Points.begin(), ObjectBuffer.Points.end());
     mesh.HasTexCoords = ObjectBuffer.HasTexCoords && !ObjectBuffer.TexCoords.empty();
     if (mesh.HasTexCoords)

@@ -43,17 +43,17 @@ struct Material3DS {
     float WireSize = 1;
 };
 
-// Where the arrays of the meshes live; ResetModel gives it all back at once.
+// The memory of the meshes' arrays; ResetModel frees all of it at once.
 std::pmr::memory_resource* ModelMemory();
 
 struct Mesh3DS {
     std::string Name;
     std::int32_t MaterialIndex = -1;  // the material of the whole mesh
     std::pmr::vector<Vector3D> Points{ModelMemory()};
-    std::pmr::vector<TexCoord> TexCoords{ModelMemory()};  // none, or one for each point
-    std::span<const MeshFace> Faces;                      // in the model's memory; meshes may show the same
-    std::pmr::vector<MeshFace> OwnFaces{ModelMemory()};   // of a mesh that shows no faces of others
-    // The smoothing group mask of each face. Empty means all 0, as every sweep makes them; kept, they were a
+    std::pmr::vector<TexCoord> TexCoords{ModelMemory()};  // empty, or one for each point
+    std::span<const MeshFace> Faces;                      // in the model's memory; meshes may share them
+    std::pmr::vector<MeshFace> OwnFaces{ModelMemory()};   // empty if Faces are shared
+    // The smoothing group mask of each face. Empty means all 0, as in every sweep: storing the zeros took a
     // fifth of a job's peak memory.
     std::pmr::vector<std::int32_t> SmoothGroups{ModelMemory()};
     bool HasTexCoords = false;
@@ -62,17 +62,17 @@ struct Mesh3DS {
     std::int16_t FaceCount() const { return static_cast<std::int16_t>(Faces.size()); }
 };
 
-// Up to 10,000 faces of a wall between rings of points, from its face `first` on.
+// A part of a wall, which joins rings of points: up to 10,000 faces, from face `first` on.
 struct WallPart {
-    std::size_t nodes = 0;  // points of a ring
+    std::size_t nodes = 0;  // points in a ring
     bool outward = false, inward = false;
     std::size_t first = 0;
     friend auto operator<=>(const WallPart&, const WallPart&) = default;
 };
 
-// The faces of a part in which no two points are equal, for all walls that have it. Its vertex i is point
-// Points[i] of the rings. The faces up to each one use VertexCounts vertices: a shorter part begins like a
-// longer one.
+// The faces of a part without equal points, shared by all walls with such a part. Vertex i is point Points[i]
+// of the part's rings. Faces 0 to i use the first VertexCounts[i] vertices, so a shorter part uses the
+// beginning of the table.
 struct FaceTable {
     std::span<const MeshFace> Faces;  // in the model's memory
     std::vector<std::uint16_t> Points;
@@ -89,7 +89,7 @@ struct Model3DSState {
 
 struct ObjectBufferState {
     std::vector<Vector3D> Points;     // in the order of their first use
-    std::vector<TexCoord> TexCoords;  // what came with each point when it was stored
+    std::vector<TexCoord> TexCoords;  // stored along with each point
     std::vector<BufferFace> Faces;
     std::string NamePrefix;
     std::int16_t MaterialIndex = 0;
@@ -101,42 +101,43 @@ struct ObjectBufferState {
 extern Model3DSState Model3DS;
 extern ObjectBufferState ObjectBuffer;
 
-// The number that the next mesh will carry in its name. It runs on through all objects of a job.
+// The number in the name of the next mesh. It counts on through all objects of a job.
 extern std::int32_t ObjectPartNumber;
 
 // A mesh takes at most this many faces, so that each of its vertices has a 16-bit index.
-inline constexpr std::int32_t kMostFacesOfMesh = 10000;
+inline constexpr std::int32_t kMaxFacesOfMesh = 10000;
 
 // Empties the materials and the meshes; buffer and ObjectPartNumber stay.
 void ResetModel();
 
-// Appends a material named "MATER000", "MATER001" and so on; gives its index. Percentages from 0 to 100.
+// Appends a material named "MATER000", "MATER001" and so on; returns its index. Percentages from 0 to 100.
 std::int16_t AddMaterial(const ColorRGB& ambient, const ColorRGB& diffuse, const ColorRGB& specular,
                          std::int16_t shininess, std::int16_t shininessStrength, std::int16_t transparency);
 
-// Opens an empty buffer. With hasTexCoords false the texture coordinates of its faces go no further than the
-// buffer. With keepPartNumber false the mesh names count from 0 again.
+// Opens an empty buffer. If hasTexCoords is false, texture coordinates stay in the buffer and don't get into
+// the mesh. If keepPartNumber is false, the numbers in mesh names start from 0 again.
 void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool hasTexCoords,
                  bool keepPartNumber);
 
 // Adds a triangle to the buffer, with its vertices in the order given and without any test of its shape. A
-// vertex whose coordinates are the same numbers as those of stored ones reuses the one stored last, with the
-// texture coordinate that it came with. Vertices of one face are compared with those of earlier faces only.
-// The 10,000th face flushes the buffer.
+// vertex with the same coordinates as stored ones reuses the one stored last, along with its texture
+// coordinate. Vertices of one face are compared with those of earlier faces only. The 10,000th face flushes
+// the buffer.
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3);
 
-// Makes a mesh of the open object, whose buffer must be empty, as AddFace and FlushObject would of these
-// faces without texture coordinates. Vertex i is points[order[i]]. The faces must stay in the model's memory.
+// Adds the mesh that AddFace and FlushObject would make of these faces, without texture coordinates, to the
+// open object. The buffer must be empty. Vertex i is points[order[i]]. The mesh refers to `faces`, which must
+// be in the model's memory.
 void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
                     std::span<const MeshFace> faces);
 
 // Makes a mesh of the buffer, named by the prefix and ObjectPartNumber in at least four digits, and opens the
-// buffer again for the same object. An empty buffer makes no mesh and uses up no number.
+// buffer again for the same object. An empty buffer makes no mesh and takes no number.
 void FlushObject();
 
-// A mesh built step by step, as FlushObject builds one from whole arrays. Each call gives the index of what
-// it appended; meshIndex must come from AddMesh.
+// Build a mesh step by step, where FlushObject builds one from whole arrays. Each call returns the index of
+// what it appended; meshIndex must come from AddMesh.
 std::int32_t AddMesh(const std::string& name, std::int16_t materialIndex);
 std::int16_t AddMeshPoint(const Vector3D& point, std::int32_t meshIndex);
 std::int16_t AddMeshTexCoord(const TexCoord& coord, std::int32_t meshIndex);

@@ -57,7 +57,7 @@ bool IsTooLarge(const TunnelJobSettings& settings) {
         const std::int32_t samples = TracedSegments[static_cast<std::size_t>(i)].SampleCount();
         const std::int64_t faces = facesOfRing * (1 + (samples - 1) / settings.DetailStep);
         bytes += kWalls * faces * kFaceBytes;
-        meshes += kWalls * ((faces + kMostFacesOfMesh - 1) / kMostFacesOfMesh);
+        meshes += kWalls * ((faces + kMaxFacesOfMesh - 1) / kMaxFacesOfMesh);
     });
     return bytes > kMaxBytes || meshes > kMaxMeshes;
 }

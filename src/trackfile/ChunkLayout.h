@@ -1,5 +1,5 @@
-// What a chunk is: a tag (4 bytes), a size (the number of bytes from there to the chunk's end, children
-// included), the chunk's own fields, a child count, then the children.
+// A chunk is a tag (4 bytes), a size (the number of bytes from there to the chunk's end, children included),
+// the chunk's own fields, a child count, then the children.
 //
 // A layout is a type with the tag, the document's fields for size and child count, and a function that lists
 // the own fields. To add a field, edit the layout; reader, writer and sizes follow from it.
@@ -39,7 +39,7 @@ struct ListLayout : ChunkLayout<tag, size, children> {
     }
 };
 
-// Starts after the tag and ends at the first child or the next chunk.
+// Reads from after the tag up to the first child or the next chunk.
 template <class Layout>
 void ReadChunk(ReadCursor& at, TrackDocument& track) {
     track.*Layout::Size = ReadI32(at);
@@ -48,7 +48,7 @@ void ReadChunk(ReadCursor& at, TrackDocument& track) {
     track.*Layout::Children = ReadI32(at);
 }
 
-// With the tag, without the children.
+// Writes the chunk with its tag but without its children.
 template <class Layout>
 void WriteChunk(WriteCursor& at, const TrackDocument& track) {
     WriteTag(at, Layout::Tag);

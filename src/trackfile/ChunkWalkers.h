@@ -18,8 +18,8 @@ namespace boreforge {
 // Format version 1.3, which every save writes.
 inline constexpr std::array<std::uint8_t, 4> kWrittenVersion{1, 3, 0, 0};
 
-// A record with the fewest bytes that one of its type can have in a file. Specialised for types where that
-// isn't a fresh record.
+// The record of its type that takes the fewest bytes in a file. Specialised for types where that isn't a
+// default-constructed record.
 template <class Record>
 Record SmallestRecord() {
     return {};
@@ -75,7 +75,7 @@ class FieldReader {
         for (std::uint8_t& byte : bytes)
             byte = ReadU8(at_);
     }
-    // Takes no bytes of the file: notes that the chunk is there.
+    // Takes no bytes of the file; records that the chunk exists.
     void Presence(Truth& present) { present = kTrue; }
 
     // The number of records in a list, which gets that size. A number too large for the rest of the file
@@ -134,7 +134,7 @@ class FieldWriter {
     }
     void StrictText(const std::string& text) { Text(text); }
     void Reserved(std::int32_t bytes) { WriteZeros(at_, bytes); }
-    // Not the version that was read.
+    // Always kWrittenVersion, not the version that was read.
     void Version(const std::array<std::uint8_t, 4>&) {
         for (const std::uint8_t byte : kWrittenVersion)
             WriteU8(at_, byte);
@@ -160,14 +160,14 @@ class FieldWriter {
     WriteCursor& at_;
 };
 
-// The records of a list, anywhere after its Count, which has given the list its size.
+// Walks the records of a list. Its Count, which sets its size, must come earlier.
 template <class Walk, class List>
 void Records(Walk& walk, List& list) {
     for (auto& record : list)
         Fields(walk, record);
 }
 
-// The record that a walk takes: const unless the walk fills it.
+// A record as a walk takes it: const unless the walk fills it.
 template <class Walk, class Record>
 using In = typename Walk::template Access<Record>;
 

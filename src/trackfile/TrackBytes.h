@@ -18,9 +18,9 @@ namespace boreforge {
 // The whole file during a load or a save.
 extern Bytes TrackBytes;
 
-// A position in bytes that are read or written. A step past the end moves nothing and marks the cursor as
-// failed for good, and so does a negative length; a read then returns zero. So nothing need be tested until
-// the end.
+// A position in bytes that are read or written. A step past the end, or of negative length, doesn't move the
+// cursor but marks it as failed for good; a read then returns zero. So callers need to test for failure only
+// once, at the end.
 template <class Byte>
 struct ByteCursor {
     std::span<Byte> bytes;
@@ -29,7 +29,7 @@ struct ByteCursor {
 
     std::ptrdiff_t Remaining() const { return std::ssize(bytes) - position; }
 
-    // Leaves nothing, so that every later step fails by the same test.
+    // Cuts off the remaining bytes, so that later steps fail too.
     void Fail() {
         failed = true;
         bytes = bytes.first(position);

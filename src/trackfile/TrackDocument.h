@@ -115,8 +115,8 @@ struct TrackScenery {
     std::array<float, 3> LastRow{};    // the fourth row, without its last element
 };
 
-// Each Size is a chunk's size field and each Children its child count, as last read or written. Lists
-// are in huge pages: with small ones, a large track takes twice as long to load.
+// Each Size is a chunk's size field and each Children its child count, as last read or written. Lists are in
+// huge pages: in small pages, a large track takes twice as long to load.
 struct TrackDocument {
     std::int32_t ZphrSize = 0, ZphrChildren = 0;
     std::array<std::uint8_t, 4> FormatVersion{};  // as read; a save writes 1.3

@@ -21,11 +21,10 @@ namespace {
 
 constexpr std::string_view kExtension = ".zrtrack";
 constexpr std::int32_t kTagAndSizeBytes = 8;
-// A chunk with an unknown tag is skipped by its size and this: our own sizes, too, count up to the chunk's
-// end.
+// Bytes to skip after an unknown chunk, in addition to its size. None: sizes count up to the chunk's end.
 constexpr std::int32_t kForeignChunkExtraBytes = 0;
 
-// What the tree needs of a chunk, made from its layout.
+// A chunk's entry in the tree, made from its layout.
 struct ChunkKind {
     int depth;
     std::string_view tag;
@@ -89,8 +88,8 @@ void SkipForeignChunk(ReadCursor& at) {
     SkipBytes(at, kForeignChunkExtraBytes);
 }
 
-// Notes why the chunk that begins at byte `start` can't be read. Its size is of use here alone: it tells a
-// file that was cut short from one that is damaged.
+// Records why the chunk that begins at byte `start` can't be read. Only here is a known chunk's size used: it
+// tells a file that was cut short from a damaged one.
 bool FailInChunk(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
     const std::ptrdiff_t present = std::ssize(TrackBytes) - start;
     const std::string ofChunk = " of chunk \"" + tag + "\".";
@@ -101,8 +100,8 @@ bool FailInChunk(const std::string& tag, std::ptrdiff_t start, const ReadCursor&
     return FailAsDamaged("It is damaged at byte " + std::to_string(at.position - start) + ofChunk);
 }
 
-// Walks the chunks of a file from its first byte. Nesting matters only for how many chunks are still to come:
-// each chunk adds its children. The sizes of known chunks are not needed.
+// Reads the chunks of a file from its first byte. Nesting only determines how many chunks are still to come:
+// each chunk adds its children.
 bool ReadChunks(ReadCursor& at) {
     if (ReadTag(at) != ZphrLayout::Tag) return Fail(FileProblem::WrongBeginning);
     ReadZphrChunk(at, TrackFile);
@@ -131,7 +130,7 @@ bool LoadTrack(const std::string& path) {
     return ReadChunks(at);
 }
 
-// The Size fields are those of a save.
+// Needs the Size fields that ComputeChunkSizes sets.
 bool SaveTrack(const std::string& path, const HeldFile* held) {
     TrackBytes.clear();
     TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
@@ -152,7 +151,7 @@ bool ReadTrackFile(const std::string& path) {
         ResetTrackFile();
         return false;
     }
-    TrackBytes.resize(1);  // the capacity stays for the save: touching new memory takes longer than the save
+    TrackBytes.resize(1);  // keep the capacity for the save: touching new memory takes longer than saving
     return true;
 }
 
@@ -178,7 +177,7 @@ bool ComputeChunkSizes() {
         std::int64_t bytes = 0;
         std::int32_t count = 0;
     };
-    std::array<Chunks, kChunkTree.size() + 1> counted;  // at each depth, of the parent that comes next
+    std::array<Chunks, kChunkTree.size() + 1> counted;  // at each depth, the children of the next parent
     for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
         if (!IsWritten(*kind)) continue;
         const Chunks children = std::exchange(counted[kind->depth + 1], {});

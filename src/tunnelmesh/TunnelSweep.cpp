@@ -29,7 +29,7 @@ RingRange RingsOf(const WallPart& part, std::size_t count) {
     return {part.first / FacesOfBand(part), (part.first + count - 1) / FacesOfBand(part) + 1};
 }
 
-// The points of face `index` of a part, numbered from its first ring on.
+// The three corners of face `index` of a part. Points are numbered from the part's first ring on.
 std::array<std::size_t, 3> CornersOf(const WallPart& part, std::size_t index) {
     const std::size_t face = part.first % FacesOfBand(part) + index;
     const std::size_t quad = face / FacesOfQuad(part);
@@ -47,7 +47,7 @@ std::array<std::size_t, 3> CornersOf(const WallPart& part, std::size_t index) {
     }
 }
 
-// Numbers the points in the order in which the faces come to use them, as AddFace does.
+// Numbers the points in the order in which the faces first use them, as AddFace does.
 FaceTable MakeFaceTable(const WallPart& part, std::size_t count) {
     FaceTable table;
     auto* const faces = std::pmr::polymorphic_allocator<MeshFace>(ModelMemory()).allocate(count);
@@ -70,17 +70,17 @@ FaceTable MakeFaceTable(const WallPart& part, std::size_t count) {
     return table;
 }
 
-// The table of at least `count` faces of a part, made where the model has none yet.
+// A part's table of at least `count` faces, which is made if the model has none.
 const FaceTable& FaceTableOf(const WallPart& part, std::size_t count) {
     FaceTable& table = Model3DS.FaceTables[part];
-    // Twice the size each time, since a replaced table stays in the model's memory.
+    // Rounded up to a power of two, since each replaced table stays in the model's memory.
     if (table.Faces.size() < count)
-        table = MakeFaceTable(part, std::min<std::size_t>(kMostFacesOfMesh, std::bit_ceil(count)));
+        table = MakeFaceTable(part, std::min<std::size_t>(kMaxFacesOfMesh, std::bit_ceil(count)));
     return table;
 }
 
-// True when no two points are equal and none has a NaN: then all walls of a contour have the same faces.
-// False also for more points than a mesh can have.
+// Whether no two points are equal and none has a NaN: the faces then follow from the counts alone. False also
+// for more points than a mesh can have.
 bool AreAllDifferent(std::span<const Vector3D> points) {
     static VertexIndex index;
     if (points.size() > VertexIndex::kMaxVertices) return false;
@@ -125,8 +125,8 @@ void SweepWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, 
     const std::size_t faces = (frames.size() - 1) * FacesOfBand(part);
     std::vector<Vector3D> points;
     bool allDifferent = false;
-    for (RingRange carried{}; part.first < faces; part.first += kMostFacesOfMesh) {
-        const std::size_t count = std::min<std::size_t>(kMostFacesOfMesh, faces - part.first);
+    for (RingRange carried{}; part.first < faces; part.first += kMaxFacesOfMesh) {
+        const std::size_t count = std::min<std::size_t>(kMaxFacesOfMesh, faces - part.first);
         const RingRange rings = RingsOf(part, count);
         if (rings != carried) {
             points.clear();
@@ -160,7 +160,7 @@ std::int32_t FollowingSegment(std::int32_t segmentIndex) {
 
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
                   std::vector<Vector3D>& points) {
-    const Matrix3D frame = world;  // known not to change with the points
+    const Matrix3D frame = world;  // a copy, which writing the points can't change
     const std::size_t before = points.size();
     points.resize(before + contour.size());
     for (std::size_t k = 0; k < contour.size(); ++k)

@@ -9,17 +9,17 @@
 
 namespace boreforge {
 
-// Makes the wall of one segment, an object of its own in the model store: a ring of the contour at every
+// Adds the wall of one segment to the model store, as an object of its own: a ring of the contour at every
 // detailStep-th sample, from the first on, and one at the first sample of the following segment, with a band
 // of triangles between each ring and the next. The outside wall faces away from the tunnel's axis and the
-// inside wall towards it; with doubleSided each has both faces. The trace must be that of the open track,
+// inside wall towards it; if doubleSided, each faces both ways. The trace must be that of the open track, and
 // detailStep at least 1.
 void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                       bool doubleSided);
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided);
 
-// The index of the segment behind `segmentIndex`; behind the last comes the first.
+// The index of the segment after `segmentIndex`; after the last comes the first.
 std::int32_t FollowingSegment(std::int32_t segmentIndex);
 
 // The name prefix of every object of a tunnel.

@@ -55,7 +55,7 @@ TEST_F(IndependentReaderTest, FindsTheSameMaterialsObjectsAndFaces) {
         ASSERT_TRUE(OpenTrack(In("t.zrtrack")));
         MakePresetShape(split);
         ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({PackColor(255, 127, 101), 35, 0, split}, In("o.3ds"))));
-        EXPECT_EQ(Model3DS.Meshes[2].FaceCount() == kMostFacesOfMesh, split);
+        EXPECT_EQ(Model3DS.Meshes[2].FaceCount() == kMaxFacesOfMesh, split);
         Assimp::Importer importer;
         const aiScene* const scene = importer.ReadFile(In("o.3ds"), 0);
         ASSERT_NE(scene, nullptr) << importer.GetErrorString();

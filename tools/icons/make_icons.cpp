@@ -1,5 +1,5 @@
-// make_icons: draws an SVG picture at the sizes that the program shows, so that the program reads no image
-// files.
+// make_icons: draws an SVG picture at the sizes that the program shows, so that the program needn't read
+// image files.
 #include <QCoreApplication>
 #include <QFile>
 #include <QImage>
@@ -15,10 +15,9 @@ enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 constexpr char kUsage[] =
     R"(Usage: make_icons PICTURE.svg FOLDER SIZE...
 
-Draws the picture for each size in pixels and writes that to
-FOLDER/PICTURE-SIZE.rgba: the rows from the top, for each pixel the bytes red,
-green, blue (each times the opacity) and opacity. Reading SVG takes the toolkit's
-module for that.
+Draws the picture at each size, in pixels, and writes it to
+FOLDER/PICTURE-SIZE.rgba: rows from the top, with the bytes red, green, blue
+(each premultiplied) and alpha for each pixel. Needs Qt's SVG plugin.
 
 Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.
 )";
@@ -30,7 +29,7 @@ bool IsEmpty(const QImage& image) {
     return true;
 }
 
-// Draws the picture at a size and saves it; gives what went wrong, or nothing.
+// Draws the picture at a size and saves it. Returns what went wrong, or an empty text.
 QString WriteIcon(const QString& picture, int size, const QString& path) {
     QImageReader reader(picture, "svg");
     reader.setScaledSize(QSize(size, size));
@@ -47,11 +46,11 @@ QString WriteIcon(const QString& picture, int size, const QString& path) {
 }
 
 std::vector<int> ReadSizes(const QStringList& words) {
-    constexpr int kLargest = 1024;  // pixels
+    constexpr int kMaxSize = 1024;  // pixels
     std::vector<int> sizes;
     for (const QString& word : words) {
         const int size = word.toInt();
-        if (size < 1 || size > kLargest) return {};
+        if (size < 1 || size > kMaxSize) return {};
         sizes.push_back(size);
     }
     return sizes;
@@ -60,7 +59,7 @@ std::vector<int> ReadSizes(const QStringList& words) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    const QCoreApplication application(count, arguments);  // finds the toolkit's plugins
+    const QCoreApplication application(count, arguments);  // finds Qt's plugins
     const QStringList words = QCoreApplication::arguments();
     const std::vector<int> sizes = ReadSizes(words.mid(3));
     if (sizes.empty()) {

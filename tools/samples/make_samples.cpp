@@ -1,4 +1,4 @@
-// make_samples: writes the tracks and shapes that are handed out with the program.
+// make_samples: writes the sample tracks and shapes that come with the program.
 #include <cstdio>
 #include <filesystem>
 #include <string>

@@ -12,10 +12,10 @@ namespace boreforge {
 
 namespace {
 
-constexpr double kBankOfBend = 18;     // radians of bank times units of curve radius
-constexpr double kSteepestBank = 0.6;  // radians
-constexpr double kPortalCover = -1.5;  // a tunnel starts before the ground reaches the rails
-constexpr double kSampleSpacing = 8;   // of the ground's path samples, in units
+constexpr double kBankOfBend = 18;     // radians of bank, times the curve's radius in units
+constexpr double kMaxBank = 0.6;       // radians
+constexpr double kPortalCover = -1.5;  // a tunnel starts just before the ground reaches the rails
+constexpr double kSampleSpacing = 8;   // units between the ground's samples of the path
 
 struct Vec {
     double x = 0, y = 0, z = 0;
@@ -38,7 +38,7 @@ Vector3D Stored(const Vec& v) { return {OnGrid(v.x), OnGrid(v.y), OnGrid(v.z)}; 
 
 Vec PlaceOf(const Waypoint& w) { return {w.x, w.y, w.z}; }
 
-// A closed curve of cubic spans, one behind each waypoint, with the curvature continuous at their joints.
+// A closed curve of cubic spans, one after each waypoint, with continuous curvature at the joints.
 class ClosedCurve {
   public:
     explicit ClosedCurve(std::span<const Waypoint> waypoints)
@@ -65,7 +65,7 @@ class ClosedCurve {
   private:
     std::size_t After(std::size_t i) const { return i + 1 < waypoints_.size() ? i + 1 : 0; }
 
-    // Sets the slope with which both spans of a waypoint bend alike, given the slopes of its neighbours.
+    // Sets the slope that makes the curvature continuous at a waypoint, given its neighbours' slopes.
     void BalanceSlope(std::size_t i) {
         const std::size_t before = i > 0 ? i - 1 : waypoints_.size() - 1, after = After(i);
         const double back = chords_[before], ahead = chords_[i];
@@ -81,10 +81,10 @@ class ClosedCurve {
     std::vector<double> chords_;
 };
 
-// `count` points at equal distances along the curve through the waypoints, or for a count of 0 as many as
-// `spacing` asks for; `spacing` becomes their true distance.
+// `count` points at equal distances along the curve through the waypoints. If `count` is 0, as many as fit at
+// a distance of `spacing`. `spacing` becomes their exact distance.
 std::vector<PathPoint> Follow(std::span<const Waypoint> waypoints, int count, double& spacing) {
-    constexpr std::size_t kSteps = 64;  // of each span, to measure it
+    constexpr std::size_t kSteps = 64;  // per span, to measure its length
     const ClosedCurve curve(waypoints);
     const std::size_t steps = kSteps * waypoints.size();
     const auto at = [&](std::size_t step, double part) {
@@ -106,11 +106,11 @@ std::vector<PathPoint> Follow(std::span<const Waypoint> waypoints, int count, do
     return points;
 }
 
-// The bank at a point whose neighbours are `spacing` units away; a left curve has it above 0.
+// The bank at a point whose neighbours are `spacing` units away; above 0 in a left curve.
 float BankOf(const PathPoint& before, const PathPoint& after, double spacing) {
     const Vec &in = before.direction, &out = after.direction;
     const double bend = (in.z * out.x - in.x * out.z) / (2 * spacing);
-    return OnGrid(std::clamp(kBankOfBend * bend, -kSteepestBank, kSteepestBank));
+    return OnGrid(std::clamp(kBankOfBend * bend, -kMaxBank, kMaxBank));
 }
 
 TrackBezierNode NodeAt(const PathPoint& p, double spacing) {
@@ -150,7 +150,7 @@ void LayTrack(std::span<const Waypoint> waypoints, int count) {
     for (std::size_t i = 0; i < points.size(); ++i) {
         const PathPoint& p = points[i];
         const PathPoint& next = points[(i + 1) % points.size()];
-        // The walk along a track starts without roll, so the last piece has to end without it.
+        // Tracing starts without roll, so the last piece has to end without it.
         const bool upright = i == 0 || p.roll == RollStyle::Loop;
         const float bank = upright ? 0 : BankOf(points[i - 1], next, spacing);
         TrackBezierNode node = NodeAt(p, spacing);

@@ -1,4 +1,4 @@
-// From a few waypoints to a smooth closed track: path, roll, tunnels and the ground around them.
+// Makes a smooth closed track from a few waypoints: path, roll, tunnels and the ground around them.
 #pragma once
 
 #include <span>
@@ -8,26 +8,26 @@
 
 namespace boreforge {
 
-// How the roll of the nodes behind a waypoint is given.
+// How the roll of the nodes after a waypoint is set.
 enum class RollStyle {
-    Target,  // the bank to reach
-    Added,   // the turn on top of the frame
-    Loop,    // the waypoint's own turn on top of the frame: in a loop a bank has no meaning
+    Target,  // Roll is the bank to reach
+    Added,   // Roll is a turn on top of the frame
+    Loop,    // Roll is the waypoint's own turn on top of the frame: loops can't bank
 };
 
 // A place that the path goes through. Heights and lengths are in track units.
 struct Waypoint {
     double x = 0, y = 0, z = 0;
-    double cover = 0;  // the ground's height above the path, which is a tunnel where the ground reaches it
+    double cover = 0;  // height of the ground above the path; the path is a tunnel where it is covered
     RollStyle roll = RollStyle::Target;
-    double turn = 0;  // radians at each node, to take back the twist of a loop that leaves beside its entry
+    double turn = 0;  // radians at each node; undoes the twist of a loop whose exit is beside its entry
 };
 
-// Rounded to a multiple of 1/1024. So the last bit of a sum or a sine never reaches a file, and a node and
+// Rounds to a multiple of 1/1024, so that the last bit of a sum or a sine never reaches a file and a node and
 // its two handles are exactly in line.
 float OnGrid(double value);
 
-// A value from -1 to 1 that looks like chance and is the same everywhere.
+// A pseudo-random value from -1 to 1, the same on every machine.
 double Scatter(int x, int z);
 
 // Smooth hills and valleys, from -1 to 1, about `size` units wide.
@@ -37,7 +37,8 @@ double Relief(double x, double z, double size);
 // continuous curvature, the first node at the first waypoint.
 void LayTrack(std::span<const Waypoint> waypoints, int count);
 
-// The ground around a path: at the path its cover says how high, further away hills of their own rise.
+// The ground around a path. Near the path its height follows the waypoints' cover; further away there are
+// hills.
 class Ground {
   public:
     explicit Ground(std::span<const Waypoint> waypoints);

@@ -18,14 +18,14 @@ struct Direction {
     double x, y;
 };
 
-// To the right of the way from a to b: outward, on a contour that winds counter-clockwise.
+// The direction to the right of the line from a to b, which is outward on a counter-clockwise contour.
 Direction Outward(const Vector3D& a, const Vector3D& b) {
     const double x = double(b.x) - a.x, y = double(b.y) - a.y;
     const double length = std::sqrt(x * x + y * y);
     return {y / length, -x / length};
 }
 
-// Moves every side of the inside contour outward by the wall's thickness; corners stay corners.
+// Derives the outside contour: every side is moved outward by the wall's thickness.
 void BuildWall() {
     const auto& inside = TunnelShape.InsideNodes;
     const std::size_t count = inside.size();
@@ -38,7 +38,8 @@ void BuildWall() {
     }
 }
 
-// An ellipse's arc of `count` nodes, both ends included; degrees count from the right, upwards.
+// An arc of an ellipse with `count` nodes, including both ends. Angles are in degrees, counter-clockwise from
+// the right.
 struct Arc {
     double centreX, centreY, halfWidth, height;
     double from, to;

@@ -45,7 +45,7 @@ constexpr Waypoint kMountain[] = {
     {-160, 27, 152, -5}, {-184, 24, 108, -4}, {-197, 19, 55, 2},
 };
 
-// The fields of each kind are the track program's own; the values are of a likely size.
+// The meaning of these fields is known only to Zephyrail; the values have a plausible size.
 constexpr TrackSegment kKinds[] = {
     {.SegmentKind = 0},
     {.SegmentKind = 1, .K1Float1 = 6, .K1Float2 = 1.5f, .K1Float3 = 1.25f, .K1Float4 = 12, .K1Flag1 = kTrue,
@@ -58,8 +58,8 @@ constexpr TrackSegment kKinds[] = {
 };
 // clang-format on
 
-// Up and down in eight lanes that lie side by side, and home along their southern ends. The letters of the
-// pattern say what a stretch between two waypoints is: # a tunnel, - close to the ground, _ a viaduct.
+// Up and down in eight parallel lanes, and back along their southern ends. Each letter of the pattern is the
+// stretch after one waypoint: # a tunnel, - close to the ground, _ a viaduct.
 std::vector<Waypoint> LongWaypoints() {
     constexpr std::string_view kPattern = "---##-__-###-----_-###----";
     constexpr int kLanes = 8, kInLane = 7, kHomeward = 10;
@@ -85,7 +85,7 @@ std::vector<Waypoint> LongWaypoints() {
     return waypoints;
 }
 
-// Kind 1 at the start, 2 uphill, 3 downhill, 4 now and then.
+// Kind 1 at the start, 2 uphill, 3 downhill, 4 here and there, otherwise 0.
 std::size_t KindOf(std::size_t index) {
     const TrackBezierNode& node = TrackFile.BezierNodes[index];
     const float rise = node.ControlOut.y - node.Position.y;
@@ -94,7 +94,7 @@ std::size_t KindOf(std::size_t index) {
     return index % 9 == 8 ? 4 : 0;
 }
 
-// Sets the kinds, and colours of their own for some segments, tunnels among them.
+// Sets the kinds, and gives some segments, including tunnels, their own colours.
 void DressSegments() {
     for (std::size_t i = 0; i < TrackFile.Segments.size(); ++i) {
         TrackSegment& segment = TrackFile.Segments[i];
@@ -136,8 +136,8 @@ Vector3D PlaceBeside(const TrackBezierNode& node, double aside, const Ground& gr
     return {OnGrid(x), OnGrid(ground.HeightAt(x, z)), OnGrid(z)};
 }
 
-// Pillars, fences and the like, as a builder would set them: pillars where the track is high over the ground,
-// a tube for each tunnel, a walk beside every tenth segment.
+// Plausible structures: pillars where the track is high above the ground, fences, a tube for each tunnel, a
+// catwalk at every tenth segment.
 void BuildStructures(const Ground& ground) {
     const auto& segments = TrackFile.Segments;
     for (std::size_t n = 0; n < segments.size(); ++n) {

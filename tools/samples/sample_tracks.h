@@ -4,7 +4,7 @@
 namespace boreforge {
 
 void MakeSmallCircuit();     // one tunnel and nothing else
-void MakeMountainCircuit();  // something of everything that a track file can hold
+void MakeMountainCircuit();  // some of everything that a track file can hold
 void MakeLongCircuit();      // 16,000 units of path
 
 }  // namespace boreforge
