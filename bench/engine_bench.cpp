@@ -222,7 +222,7 @@ double TimeJob(State& state, const Open& open, bool flush) {
     return seconds;
 }
 
-// Copies the object that a job wrote once. Like the job, the copy doesn't flush the object to the disk.
+// Copies the object of a job, which runs once beforehand. The copy isn't flushed to the disk.
 double TimeCopy(State& state, const Open& open, const std::string& object) {
     const std::string copy = WorkFile("copy.3ds");
     const bool made = FileSize(object) > 0 || (OpenJob(open) && RunJob(object));
@@ -231,7 +231,7 @@ double TimeCopy(State& state, const Open& open, const std::string& object) {
     return seconds;
 }
 
-// The whole job, including the flush of the track.
+// The whole job, including the flushes of object and track.
 void AddLongCircuitCases(const std::string& shape, void (*makeShape)()) {
     const Open open = OnLongCircuit(makeShape);
     const std::string object = WorkFile(shape + ".3ds");

@@ -23,7 +23,7 @@ bool CopyFile(const std::string& from, const std::string& to, bool flush);
 double PeakMemoryOf(const std::function<bool()>& action);
 
 // Returns the result of `action` in a child process, where all memory is fresh, as in a program that is
-// started for one job. All zero if the child couldn't be started; ends the program if it failed.
+// started for one job. Ends the program if the child fails.
 struct ChildFigures {
     double seconds = 0;
     double count = 0;

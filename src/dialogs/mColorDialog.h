@@ -10,11 +10,11 @@
 
 namespace boreforge {
 
-// The dialog's 16 slots for the user's own colours. The first call fills them with the first 16 system
+// The dialog's 16 slots for the user's own colours. The first dialog fills them with the first 16 system
 // colours; the user's changes then last until the program ends.
 extern std::array<PackedColor, 16> CustomColors;
 
-// Dialog flags, with the values that callers of the platform's own dialog know.
+// Dialog flags, with the same values as for the platform's own dialog.
 enum ColorDialogFlag : std::int32_t {
     kStartFromColor = 0x1,
     kFullOpen = 0x2,

@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-// Dialog flags, with the values that callers of the platform's own dialogs know.
+// Dialog flags, with the same values as for the platform's own dialogs.
 enum FileDialogFlag : std::int32_t {
     kReadOnlyTicked = 0x1,
     kOverwritePrompt = 0x2,

@@ -17,8 +17,8 @@ class ShapeCanvas : public QWidget {
     // Draws the shape anew. The picture stays until the next call.
     void Redraw(ShownNodes shown);
 
-    // `x` and `y` are canvas positions in logical pixels; `another` is true if another button is down as
-    // well.
+    // `x` and `y` are canvas positions in logical pixels; `another` tells whether another button is down,
+    // too.
     std::function<void(MouseButton button, float x, float y, bool another)> Pressed;
     std::function<void(MouseState state, float x, float y)> Moved;
     std::function<void(MouseButton button, bool another)> Released;

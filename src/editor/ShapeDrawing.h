@@ -10,7 +10,7 @@
 
 namespace boreforge {
 
-// A position on the canvas in pixels; it may lie far outside.
+// A position on the canvas in pixels; it may be far outside.
 struct CanvasPoint {
     float x = 0, y = 0;
 };

@@ -1,5 +1,5 @@
 // Mouse, key and tool input that edits the shape and its view. No Qt here: the window translates Qt's events
-// into calls of these functions. Where nothing else is said, a bool result tells whether the canvas must be
+// into calls of these functions. Unless stated otherwise, a bool result tells whether the canvas must be
 // repainted.
 #pragma once
 
@@ -39,7 +39,7 @@ struct WheelTurn {
 };
 extern WheelTurn Wheel;
 
-// The snap interval in a text: the number at its start, or 0 if it has none or one too large for a 32-bit
+// The snap interval in a text: the number at its start, or 0 if there is none or it is too large for a 32-bit
 // float. Independent of the locale.
 float SnapInterval(std::string_view text);
 

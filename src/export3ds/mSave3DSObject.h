@@ -62,11 +62,11 @@ struct Mesh3DS {
     std::int16_t FaceCount() const { return static_cast<std::int16_t>(Faces.size()); }
 };
 
-// A part of a wall, which joins rings of points: up to 10,000 faces, from face `first` on.
+// A wall joins rings of points by bands of faces. A part of it is up to 10,000 successive faces.
 struct WallPart {
-    std::size_t nodes = 0;  // points in a ring
-    bool outward = false, inward = false;
-    std::size_t first = 0;
+    std::size_t nodes = 0;                 // points in a ring
+    bool outward = false, inward = false;  // which way the faces face
+    std::size_t first = 0;                 // the part's first face, counted in the wall
     friend auto operator<=>(const WallPart&, const WallPart&) = default;
 };
 

@@ -123,7 +123,7 @@ void ShowTrackFailure(const std::string& consequence) {
 // When the user reads a message, the settings dialog has closed, so the message says how to get back there.
 constexpr char kOtherName[] = "Nothing was written. Open the track again and choose another name.";
 constexpr char kLessDetail[] =
-    "Nothing was written. Open the track again and choose less detail, or use a shape of fewer nodes.";
+    "Nothing was written. Open the track again and choose less detail, or use a shape with fewer nodes.";
 
 bool Refuse(const std::string& headline, const std::string& explanation) {
     ShowError("Error - " + headline + "!\n\n" + explanation);
@@ -148,7 +148,7 @@ bool ObjectMayBeWritten(const TunnelJobSettings& settings) {
     if (!settings.PlaceObject || ObjectNameInTrack(path)) return true;
     return Refuse("The Object's Name Can't Be Put into the Track",
                   path +
-                      "\n\nThe texts of a track have only the characters of Western Europe (Windows-1252). " +
+                      "\n\nThe texts in a track can hold only Western European characters (Windows-1252). " +
                       kOtherName);
 }
 

@@ -1,5 +1,5 @@
-// A chunk is a tag (4 bytes), a size (the number of bytes from there to the chunk's end, children included),
-// the chunk's own fields, a child count, then the children.
+// A chunk is a tag (4 bytes), a size (the number of bytes after the size field, including the children), the
+// chunk's own fields, a child count, then the children.
 //
 // A layout is a type with the tag, the document's fields for size and child count, and a function that lists
 // the own fields. To add a field, edit the layout; reader, writer and sizes follow from it.

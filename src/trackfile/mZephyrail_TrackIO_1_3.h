@@ -11,9 +11,9 @@
 namespace boreforge {
 
 // Reads the file at `path` into TrackFile. False if the path is empty, there is no such file, or its
-// extension isn't ".zrtrack" in either case: TrackFile is then unchanged. Also false if the file can't be
-// read, isn't a track, or holds a count or length that doesn't fit its size: TrackFile is then reset.
-// The reason is in lastFileFailure.
+// extension isn't ".zrtrack" in upper or lower case: TrackFile is then unchanged. Also false if the file
+// can't be read, isn't a track, or holds a count or length that doesn't fit its size: TrackFile is then
+// reset. The reason is in lastFileFailure.
 [[nodiscard]] bool ReadTrackFile(const std::string& path);
 
 // The file that the open track was read from, as it was then. The path is empty if no track is open.

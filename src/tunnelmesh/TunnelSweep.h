@@ -1,4 +1,4 @@
-// The walls of a tunnel: a contour of the shape carried along one traced segment.
+// The walls of a tunnel: a contour of the shape, swept along one traced segment.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ std::int32_t FollowingSegment(std::int32_t segmentIndex);
 // The name prefix of every object of a tunnel.
 inline constexpr char kObjectPrefix[] = "SEGT";
 
-// Appends a contour, carried from shape space to track space.
+// Transforms a contour from shape space to track space and appends it to `points`.
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& points);
 
 }  // namespace boreforge
