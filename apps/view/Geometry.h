@@ -1,0 +1,44 @@
+// What the graphics card draws: the object's walls, and thin ribbons along lines.
+#pragma once
+
+#include <QByteArray>
+#include <QQuick3DGeometry>
+#include <QVector3D>
+
+#include <vector>
+
+#include "export3ds/Read3DSObject.h"
+#include "view/TrackPath.h"
+
+namespace boreforge {
+
+// A flat band along a straight line. It is drawn at least as wide as the material says, in pixels.
+struct Ribbon {
+    Vec from, to;
+    Vec aside;  // half of its width
+    QVector3D color;
+};
+
+// The corners of all faces that have an area: position, normal, colour, and how far a corner is from two of
+// its face's edges, 0 to 1. The longest edge isn't one of them, since it halves a quad.
+QByteArray WallVertices(const Object3DS& object);
+
+// Two rails and their ties; the rails' tops are at the height of the path.
+std::vector<Ribbon> RailsOf(const TrackPath& path);
+
+// A line along each covered stretch, to be seen from far away.
+std::vector<Ribbon> MarksOf(const TrackPath& path);
+
+class WallGeometry : public QQuick3DGeometry {
+  public:
+    WallGeometry();
+    void Show(const Object3DS& object);
+};
+
+class RibbonGeometry : public QQuick3DGeometry {
+  public:
+    RibbonGeometry();
+    void Show(const std::vector<Ribbon>& ribbons);
+};
+
+}  // namespace boreforge

@@ -1,0 +1,85 @@
+#include "view/PictureFile.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QImage>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFramebufferObject>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickGraphicsDevice>
+#include <QQuickItem>
+#include <QQuickRenderControl>
+#include <QQuickRenderTarget>
+#include <QQuickWindow>
+
+#include <memory>
+
+#include "base/Message.h"
+#include "platform/OutputFile.h"
+
+namespace boreforge {
+
+namespace {
+
+// The window's content, drawn into an image. Null when OpenGL isn't there.
+QImage Draw(ViewScene& scene, QSize size) {
+    QOpenGLContext context;
+    context.setFormat(QSurfaceFormat::defaultFormat());
+    QOffscreenSurface surface;
+    surface.setFormat(context.format());
+    surface.create();
+    if (!context.create() || !context.makeCurrent(&surface)) return {};
+    QOpenGLFramebufferObject frame(size, QOpenGLFramebufferObject::CombinedDepthStencil);
+
+    QQuickRenderControl control;
+    QQuickWindow window(&control);
+    window.setGraphicsDevice(QQuickGraphicsDevice::fromOpenGLContext(&context));
+    QQmlEngine engine;
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/view/Viewer.qml")));
+    const std::unique_ptr<QObject> made(component.createWithInitialProperties(
+        {{"scene", QVariant::fromValue<QObject*>(&scene)}, {"picture", true}}));
+    auto* const item = qobject_cast<QQuickItem*>(made.get());
+    if (!item || !control.initialize()) {
+        qWarning("%s", qUtf8Printable(component.errorString()));
+        return {};
+    }
+    window.setRenderTarget(QQuickRenderTarget::fromOpenGLTexture(frame.texture(), size));
+    window.contentItem()->setSize(size);
+    item->setParentItem(window.contentItem());
+    item->setSize(size);
+    for (int pass = 0; pass < 2; ++pass) {  // shadows are complete in the second one
+        control.polishItems();
+        control.beginFrame();
+        control.sync();
+        control.render();
+        control.endFrame();
+    }
+    context.makeCurrent(&surface);
+    const QImage image = frame.toImage(true);
+    item->setParentItem(nullptr);
+    control.invalidate();
+    return image;
+}
+
+}  // namespace
+
+bool SavePicture(const std::string& path, ViewScene& scene, int width, int height) {
+    QImage image = Draw(scene, QSize(width, height)).convertToFormat(QImage::Format_RGB888);
+    image.setDotsPerMeterX(3780);  // not the screen's
+    image.setDotsPerMeterY(3780);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (image.isNull() || !image.save(&buffer, "PNG")) {
+        ShowError("Error - The Picture Can't Be Made!");
+        return false;
+    }
+    const auto* const start = reinterpret_cast<const std::uint8_t*>(bytes.constData());
+    if (SaveWholeFile(path, FileKind::Other, {start, static_cast<std::size_t>(bytes.size())})) return true;
+    ShowError(FailureMessage("Error - The Picture Can't Be Written!", path, "No picture was written."));
+    return false;
+}
+
+}  // namespace boreforge

@@ -1,0 +1,13 @@
+// Draws one picture and saves it, without showing a window.
+#pragma once
+
+#include <string>
+
+#include "view/ViewScene.h"
+
+namespace boreforge {
+
+// False, with a message, when the picture can't be drawn or written; an old file is then as it was.
+[[nodiscard]] bool SavePicture(const std::string& path, ViewScene& scene, int width, int height);
+
+}  // namespace boreforge

@@ -1,0 +1,156 @@
+#include "view/TrackPath.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "shared/ObjectSurfaces.h"
+#include "tracing/mZR_TraceTrack.h"
+
+namespace boreforge {
+
+namespace {
+
+constexpr std::size_t kShortest = 8;  // points; shorter covered stretches and shorter gaps don't count
+
+Vec ColumnOf(const Matrix3D& matrix, int column) {
+    return {matrix[column], matrix[4 + column], matrix[8 + column]};
+}
+
+// The faces of an object, sorted into square cells seen from above.
+class FaceGrid {
+  public:
+    explicit FaceGrid(const Object3DS& object) : object_(object), bounds_(BoundsOf(object)) {
+        const double extent =
+            std::max(double(bounds_.High.x) - bounds_.Low.x, double(bounds_.High.z) - bounds_.Low.z);
+        cell_ = std::max(extent / kCells, 1e-3);
+        starts_.assign(kCells * kCells + 1, 0);
+        ForEachCell([this](std::size_t cell, std::uint32_t) { ++starts_[cell + 1]; });
+        for (std::size_t i = 1; i < starts_.size(); ++i)
+            starts_[i] += starts_[i - 1];
+        faces_.resize(starts_.back());
+        std::vector<std::size_t> next = starts_;
+        ForEachCell([&](std::size_t cell, std::uint32_t face) { faces_[next[cell]++] = face; });
+    }
+
+    // The lowest and the highest surface straight above or below a point; the first is above the second where
+    // there is none.
+    std::pair<double, double> SurfacesAt(const Vec& point) const {
+        double low = std::numeric_limits<double>::infinity(), high = -low;
+        if (point.x < bounds_.Low.x || point.x > bounds_.High.x || point.z < bounds_.Low.z ||
+            point.z > bounds_.High.z)
+            return {low, high};
+        const std::size_t cell = Along(point.z, bounds_.Low.z) * kCells + Along(point.x, bounds_.Low.x);
+        for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i) {
+            double height = 0;
+            if (!HeightOf(object_.Faces[faces_[i]], point, height)) continue;
+            low = std::min(low, height);
+            high = std::max(high, height);
+        }
+        return {low, high};
+    }
+
+  private:
+    static constexpr std::size_t kCells = 512;  // along each side
+
+    std::size_t Along(double at, double from) const {
+        return static_cast<std::size_t>(std::clamp((at - from) / cell_, 0.0, double(kCells - 1)));
+    }
+
+    template <class Work>
+    void ForEachCell(Work work) const {
+        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i) {
+            const ObjectFace& face = object_.Faces[i];
+            const Vector3D &a = object_.Points[face.a], &b = object_.Points[face.b],
+                           &c = object_.Points[face.c];
+            const std::size_t left = Along(std::min({a.x, b.x, c.x}), bounds_.Low.x),
+                              right = Along(std::max({a.x, b.x, c.x}), bounds_.Low.x),
+                              bottom = Along(std::min({a.z, b.z, c.z}), bounds_.Low.z),
+                              top = Along(std::max({a.z, b.z, c.z}), bounds_.Low.z);
+            for (std::size_t z = bottom; z <= top; ++z)
+                for (std::size_t x = left; x <= right; ++x)
+                    work(z * kCells + x, i);
+        }
+    }
+
+    bool HeightOf(const ObjectFace& face, const Vec& point, double& height) const {
+        const Vec a = ToVec(object_.Points[face.a]), b = ToVec(object_.Points[face.b]),
+                  c = ToVec(object_.Points[face.c]);
+        const auto area = [](const Vec& p, const Vec& q, const Vec& r) {
+            return (q.x - p.x) * (r.z - p.z) - (q.z - p.z) * (r.x - p.x);
+        };
+        const double whole = area(a, b, c);
+        if (whole == 0) return false;
+        const double ofA = area(point, b, c) / whole, ofB = area(a, point, c) / whole, ofC = 1 - ofA - ofB;
+        height = ofA * a.y + ofB * b.y + ofC * c.y;
+        return std::min({ofA, ofB, ofC}) >= 0;
+    }
+
+    const Object3DS& object_;
+    ObjectBounds bounds_;
+    double cell_ = 1;
+    std::vector<std::size_t> starts_;  // of each cell's faces, and the end of the last
+    std::vector<std::uint32_t> faces_;
+};
+
+// The first point of a path that isn't covered while the one before it is, or 0.
+std::size_t EndOfCover(const TrackPath& path) {
+    for (std::size_t i = 0; i < path.size(); ++i)
+        if (!path[i].Covered && path[i == 0 ? path.size() - 1 : i - 1].Covered) return i;
+    return 0;
+}
+
+// Something else may be above a few of the points: the median is the roof of the tunnel itself.
+double MedianRoof(const TrackPath& path, const CoveredStretch& stretch) {
+    std::vector<double> roofs;
+    for (std::size_t i = stretch.first; i < stretch.first + stretch.count; ++i)
+        if (path[i % path.size()].Covered) roofs.push_back(path[i % path.size()].Roof);
+    const auto middle = roofs.begin() + static_cast<std::ptrdiff_t>(roofs.size() / 2);
+    std::nth_element(roofs.begin(), middle, roofs.end());
+    return *middle;
+}
+
+}  // namespace
+
+TrackPath PathOfTrace() {
+    TrackPath path;
+    for (const TracedSegment& segment : TracedSegments)
+        for (const TraceSample& sample : segment.Samples) {
+            const Matrix3D& frame = sample.WorldMatrix;
+            path.push_back(
+                {ColumnOf(frame, 3), ColumnOf(frame, 0), ColumnOf(frame, 1), ColumnOf(frame, 2) * -1});
+        }
+    return path;
+}
+
+void FindCover(TrackPath& path, const Object3DS& object) {
+    if (object.Faces.empty()) return;
+    const FaceGrid grid(object);
+    for (PathPoint& point : path) {
+        const auto [low, high] = grid.SurfacesAt(point.Position);
+        point.Roof = high - point.Position.y;
+        point.Covered = point.Roof > 0 && low < point.Position.y;
+    }
+}
+
+std::vector<CoveredStretch> CoveredStretches(const TrackPath& path) {
+    std::vector<CoveredStretch> stretches;
+    const std::size_t start = EndOfCover(path);
+    std::size_t gap = kShortest;  // points since the last covered one
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        if (!path[(start + i) % path.size()].Covered) {
+            ++gap;
+            continue;
+        }
+        if (gap >= kShortest) stretches.push_back({start + i});
+        stretches.back().count = start + i + 1 - stretches.back().first;
+        gap = 0;
+    }
+    std::erase_if(stretches, [](const CoveredStretch& stretch) { return stretch.count < kShortest; });
+    for (CoveredStretch& stretch : stretches)
+        stretch.roof = MedianRoof(path, stretch);
+    return stretches;
+}
+
+}  // namespace boreforge

@@ -1,0 +1,37 @@
+// The track's path through an object, and where the object covers it.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "export3ds/Read3DSObject.h"
+#include "view/Vector.h"
+
+namespace boreforge {
+
+struct PathPoint {
+    Vec Position, Right, Up, Forward;
+    bool Covered = false;  // the object is above and below
+    double Roof = 0;       // from the point up to the object's highest surface above it, where covered
+};
+
+// A closed chain of points about half a unit apart; empty without a track.
+using TrackPath = std::vector<PathPoint>;
+
+// A covered part of the path, along the direction of travel. The path is closed: points after the last one
+// are counted on from the first.
+struct CoveredStretch {
+    std::size_t first = 0, count = 0;
+    double roof = 0;  // the median of the points' roofs
+};
+
+// The path of the track that was traced last.
+TrackPath PathOfTrace();
+
+// Sets what the object covers.
+void FindCover(TrackPath& path, const Object3DS& object);
+
+// The covered stretches in the order of the path.
+std::vector<CoveredStretch> CoveredStretches(const TrackPath& path);
+
+}  // namespace boreforge

@@ -1,0 +1,213 @@
+#include "view/ViewScene.h"
+
+#include <QMatrix3x3>
+
+#include <algorithm>
+
+namespace boreforge {
+
+namespace {
+
+QVector3D ToQt(const Vec& v) { return {float(v.x), float(v.y), float(v.z)}; }
+
+// The rotation of a camera, or a light, which look along negative z on their own.
+QQuaternion RotationOf(const CameraPose& pose) {
+    return QQuaternion::fromAxes(ToQt(pose.Right), ToQt(pose.Up), ToQt(pose.Forward * -1));
+}
+
+}  // namespace
+
+ViewScene::ViewScene() {
+    constexpr int kFrame = 16;  // milliseconds
+    rideTimer_.setInterval(kFrame);
+    connect(&rideTimer_, &QTimer::timeout, this, [this] {
+        ride_->Advance(double(rideClock_.restart()) / 1000, track_);
+        UpdateCamera();
+    });
+}
+
+bool ViewScene::OpenObject(const std::string& path) {
+    std::string reason;
+    const bool isFirst = shown_.Object.Faces.empty() || path != path_;
+    if (isFirst) path_ = path;
+    if (!ReadObject(path, shown_, reason)) {
+        Report(path, reason);
+        return false;
+    }
+    problem_.clear();
+    summary_ = QString::fromStdString(Summary(shown_));
+    ShowGeometry();
+    if (isFirst) Fit();
+    UpdateCamera();
+    emit textChanged();
+    return true;
+}
+
+void ViewScene::Reload() {
+    if (!path_.empty()) OpenObject(path_);
+}
+
+bool ViewScene::OpenTrackFile(const std::string& path) {
+    std::string reason;
+    if (!ReadPath(path, track_, reason)) {
+        Report(path, reason);
+        return false;
+    }
+    ride_.reset();
+    rideTimer_.stop();
+    ShowGeometry();
+    UpdateCamera();
+    return true;
+}
+
+void ViewScene::Report(const std::string& path, const std::string& reason) {
+    problem_ = QString::fromStdString(path + "\n" + reason);
+    emit textChanged();
+}
+
+void ViewScene::ShowGeometry() {
+    if (shown_.Object.Faces.empty()) return;
+    FindCover(track_, shown_.Object);
+    walls_.Show(shown_.Object);
+    rails_.Show(RailsOf(track_));
+    marks_.Show(MarksOf(track_));
+    const ObjectBounds bounds = BoundsOf(shown_.Object);
+    const Vec low = ToVec(bounds.Low), high = ToVec(bounds.High);
+    center_ = ToQt(Mix(low, high, 0.5));
+    radius_ = std::max(1.0f, float(Length(high - low) / 2));
+    groundHeight_ = bounds.Low.y;
+    for (const PathPoint& point : track_)
+        groundHeight_ = std::min(groundHeight_, float(point.Position.y) - 0.5f);
+    transparent_ = std::ranges::any_of(shown_.Object.Materials,
+                                       [](const ObjectMaterial& m) { return m.Transparency > 0; });
+    emit objectChanged();
+}
+
+bool ViewScene::LookFrom(ViewFrom view) {
+    std::string reason;
+    const std::optional<Aim> aim = AimFrom(view, shown_.Object, track_, lens_, reason);
+    if (!aim) {
+        Report(path_, reason);
+        return false;
+    }
+    fitted_ = false;
+    fixed_ = aim->Pose;
+    lens_ = aim->Lens;
+    orbit_ = OrbitCamera::From(aim->Pose, aim->Distance);
+    PlaceSun(aim->Pose);
+    UpdateCamera();
+    lamp_ = view == ViewFrom::Inside;
+    if (view != ViewFrom::Above) scaleBarPixels_ = 0;
+    emit cameraChanged();
+    return true;
+}
+
+void ViewScene::SetSize(int width, int height) {
+    lens_.Width = std::max(width, 1);
+    lens_.Height = std::max(height, 1);
+    fitted_ ? Fit() : UpdateCamera();
+}
+
+void ViewScene::Fit() {
+    LeaveRide();
+    fixed_.reset();
+    if (shown_.Object.Faces.empty()) return;
+    const Aim aim = AimAtWhole(shown_.Object, lens_);
+    lens_ = aim.Lens;
+    orbit_ = OrbitCamera::From(aim.Pose, aim.Distance);
+    PlaceSun(aim.Pose);
+    fitted_ = true;
+    UpdateCamera();
+}
+
+void ViewScene::Drag(double right, double down, bool pan) {
+    fitted_ = false;
+    fixed_.reset();
+    if (ride_)
+        ride_->TurnHead(right, down);
+    else if (pan)
+        orbit_.Pan(right, down, lens_);
+    else
+        orbit_.Turn(right, down);
+    UpdateCamera();
+}
+
+void ViewScene::Scroll(double steps) {
+    fitted_ = false;
+    fixed_.reset();
+    if (ride_)
+        ride_->ChangeSpeed(steps);
+    else
+        orbit_.Zoom(steps);
+    UpdateCamera();
+}
+
+void ViewScene::StartOrStopRide() {
+    if (track_.empty()) return;
+    fitted_ = false;
+    if (!ride_) ride_.emplace();
+    ride_->Moving = !ride_->Moving;
+    rideClock_.restart();
+    ride_->Moving ? rideTimer_.start() : rideTimer_.stop();
+    UpdateCamera();
+}
+
+void ViewScene::LeaveRide() {
+    ride_.reset();
+    rideTimer_.stop();
+    UpdateCamera();
+}
+
+void ViewScene::SetBackFaces(bool shown) {
+    backFaces_ = shown;
+    emit optionsChanged();
+}
+
+void ViewScene::SetHelp(bool shown) {
+    help_ = shown;
+    emit optionsChanged();
+}
+
+QString ViewScene::rideText() const {
+    if (!ride_) return {};
+    return QStringLiteral("%1 units a second%2")
+        .arg(ride_->Speed, 0, 'f', ride_->Speed < 10 ? 1 : 0)
+        .arg(ride_->Moving ? QString() : QStringLiteral(" (stopped: Space)"));
+}
+
+CameraPose ViewScene::Pose() const {
+    if (ride_) return ride_->Pose(track_);
+    return fixed_ ? *fixed_ : orbit_.Pose();
+}
+
+void ViewScene::UpdateCamera() {
+    constexpr double kRideAngle = 0.62;
+    const CameraPose pose = Pose();
+    CameraLens lens = lens_;
+    if (ride_) lens.HalfAngle = kRideAngle;
+    eye_ = ToQt(pose.Eye);
+    turn_ = RotationOf(pose);
+    fieldOfView_ = float(lens.VerticalDegrees());
+    lamp_ = ride_ && track_[static_cast<std::size_t>(ride_->Position) % track_.size()].Covered;
+    // As far as the object's nearest point may be, so that depths far away stay apart.
+    clipNear_ = std::max(0.05f, ((eye_ - center_).length() - radius_) / 2);
+    UpdateScaleBar();
+    emit cameraChanged();
+}
+
+void ViewScene::UpdateScaleBar() {
+    const double unit = lens_.PixelsPerUnit(orbit_.Distance);
+    const double length = RoundLength(0.2 * lens_.Width / unit);
+    scaleBarPixels_ = ride_ ? 0 : float(length * unit);
+    scaleBarText_ = QStringLiteral("%1 %2").arg(length).arg(length == 1 ? "unit" : "units");
+}
+
+// High, and from behind the viewer's left shoulder: what is seen is lit, and shadows fall to its right.
+void ViewScene::PlaceSun(const CameraPose& pose) {
+    const Vec level = Normalized(pose.Forward - kUp * pose.Forward.y);
+    const Vec right = Cross(level, kUp);
+    sun_ = RotationOf(LookAlong({}, level * 0.75 + right * 0.25 - kUp, level));
+    emit sunChanged();
+}
+
+}  // namespace boreforge

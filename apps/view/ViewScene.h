@@ -1,0 +1,118 @@
+// What the window shows, for its QML: the geometry, the camera, and the lines of text.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QQuaternion>
+#include <QString>
+#include <QTimer>
+#include <QVector3D>
+
+#include <optional>
+#include <string>
+
+#include "view/Camera.h"
+#include "view/Geometry.h"
+#include "view/ObjectFile.h"
+
+namespace boreforge {
+
+class ViewScene : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QQuick3DGeometry* walls READ walls CONSTANT)
+    Q_PROPERTY(QQuick3DGeometry* rails READ rails CONSTANT)
+    Q_PROPERTY(QQuick3DGeometry* marks READ marks CONSTANT)
+    Q_PROPERTY(QVector3D center MEMBER center_ NOTIFY objectChanged)
+    Q_PROPERTY(float radius MEMBER radius_ NOTIFY objectChanged)
+    Q_PROPERTY(float groundHeight MEMBER groundHeight_ NOTIFY objectChanged)
+    Q_PROPERTY(bool transparent MEMBER transparent_ NOTIFY objectChanged)
+    Q_PROPERTY(bool hasTrack READ hasTrack NOTIFY objectChanged)
+    Q_PROPERTY(QString summary MEMBER summary_ NOTIFY textChanged)
+    Q_PROPERTY(QString problem MEMBER problem_ NOTIFY textChanged)
+    Q_PROPERTY(QVector3D eye MEMBER eye_ NOTIFY cameraChanged)
+    Q_PROPERTY(QQuaternion turn MEMBER turn_ NOTIFY cameraChanged)
+    Q_PROPERTY(float fieldOfView MEMBER fieldOfView_ NOTIFY cameraChanged)
+    Q_PROPERTY(float clipNear MEMBER clipNear_ NOTIFY cameraChanged)
+    Q_PROPERTY(float scaleBarPixels MEMBER scaleBarPixels_ NOTIFY cameraChanged)
+    Q_PROPERTY(QString scaleBarText MEMBER scaleBarText_ NOTIFY cameraChanged)
+    Q_PROPERTY(QString rideText READ rideText NOTIFY cameraChanged)
+    Q_PROPERTY(bool lamp MEMBER lamp_ NOTIFY cameraChanged)
+    Q_PROPERTY(QQuaternion sun MEMBER sun_ NOTIFY sunChanged)
+    Q_PROPERTY(bool backFaces MEMBER backFaces_ NOTIFY optionsChanged)
+    Q_PROPERTY(bool help MEMBER help_ NOTIFY optionsChanged)
+
+  public:
+    ViewScene();
+
+    // Shows another object, or the same one again, for which the camera stays. False, with the problem shown,
+    // when it can't be read: what was shown before stays.
+    bool OpenObject(const std::string& path);
+    bool OpenTrackFile(const std::string& path);
+    // Reads the object again.
+    void Reload();
+    const std::string& ObjectPath() const { return path_; }
+
+    // For a picture. False, with the problem set, when there is no such view.
+    bool LookFrom(ViewFrom view);
+    void SetSize(int width, int height);
+
+    // What the user does.
+    void Fit();
+    void Drag(double right, double down, bool pan);
+    void Scroll(double steps);
+    void StartOrStopRide();
+    void LeaveRide();
+    void SetBackFaces(bool shown);
+    void SetHelp(bool shown);
+    bool backFaces() const { return backFaces_; }
+    bool help() const { return help_; }
+    bool IsRiding() const { return ride_.has_value(); }
+
+    QQuick3DGeometry* walls() { return &walls_; }
+    QQuick3DGeometry* rails() { return &rails_; }
+    QQuick3DGeometry* marks() { return &marks_; }
+    bool hasTrack() const { return !track_.empty(); }
+    QString rideText() const;
+    const QString& problem() const { return problem_; }
+    const QString& summary() const { return summary_; }
+    CameraPose Pose() const;
+
+  signals:
+    void objectChanged();
+    void textChanged();
+    void cameraChanged();
+    void sunChanged();
+    void optionsChanged();
+
+  private:
+    void ShowGeometry();
+    void UpdateCamera();
+    void PlaceSun(const CameraPose& pose);
+    void UpdateScaleBar();
+    void Report(const std::string& path, const std::string& reason);
+
+    std::string path_;
+    ShownObject shown_;
+    TrackPath track_;
+    WallGeometry walls_;
+    RibbonGeometry rails_, marks_;
+    QVector3D center_;
+    float radius_ = 1, groundHeight_ = 0;
+    bool transparent_ = false;
+    QString summary_, problem_;
+
+    OrbitCamera orbit_;
+    CameraLens lens_;
+    bool fitted_ = false;              // the user hasn't moved the camera: another size fits it again
+    std::optional<CameraPose> fixed_;  // of a picture
+    std::optional<Ride> ride_;
+    QTimer rideTimer_;
+    QElapsedTimer rideClock_;
+    QVector3D eye_;
+    QQuaternion turn_, sun_;
+    float fieldOfView_ = 35, clipNear_ = 0.1f, scaleBarPixels_ = 0;
+    QString scaleBarText_;
+    bool lamp_ = false, backFaces_ = true, help_ = false;
+};
+
+}  // namespace boreforge

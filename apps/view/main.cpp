@@ -1,0 +1,96 @@
+// boreforge-view: shows a finished object in a window, or saves a picture of it.
+#include <QApplication>
+#include <QSurfaceFormat>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/Message.h"
+#include "platform/Files.h"
+#include "platform/Signals.h"
+#include "version.h"
+#include "view/Options.h"
+#include "view/PictureFile.h"
+#include "view/ViewWindow.h"
+
+using namespace boreforge;
+
+namespace {
+
+// Qt's messages while it opens the display. Without one it reports each attempt and aborts; here it is one
+// line and a plain exit.
+void OnStartMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
+    if (type != QtFatalMsg) return;
+    std::fputs("boreforge-view: needs a display; without one, run it with: xvfb-run -a boreforge-view ...\n",
+               stderr);
+    std::_Exit(kFailed);
+}
+
+bool PictureIsApart(const ViewOptions& options) {
+    for (const std::string& input : {options.Object, options.Track}) {
+        if (input.empty() || !SameFile(options.Picture, input)) continue;
+        ShowError("Error - The Picture Would Replace " + input + "!");
+        return false;
+    }
+    return true;
+}
+
+bool OpenFiles(const ViewOptions& options, ViewScene& scene) {
+    return (options.Object.empty() || scene.OpenObject(options.Object)) &&
+           (options.Track.empty() || scene.OpenTrackFile(options.Track));
+}
+
+int MakePicture(const ViewOptions& options) {
+    ViewScene scene;
+    scene.SetSize(options.Width, options.Height);
+    if (!PictureIsApart(options)) return kFailed;
+    if (!OpenFiles(options, scene) || !scene.LookFrom(options.From)) {
+        ShowError("Error - There Is Nothing to Draw!\n\n" + scene.problem().toStdString());
+        return kFailed;
+    }
+    return SavePicture(options.Picture, scene, options.Width, options.Height) ? kDone : kFailed;
+}
+
+int ShowWindow(const ViewOptions& options) {
+    ViewScene scene;
+    OpenFiles(options, scene);  // what fails is shown in the window
+    ViewWindow window(scene);
+    window.resize(options.Width, options.Height);
+    window.show();
+    if (options.Object.empty()) window.AskForFile();
+    return QApplication::exec();
+}
+
+int Run(const ViewOptions& options, char* program) {
+    if (!options.Picture.empty() && options.Object.empty()) {
+        ShowError("Error - There Is Nothing to Draw!\n\n--save needs an object.");
+        return kWrongUsage;
+    }
+    RemoveUnfinishedOnSignals();
+    // OpenGL on every system, so that a saved picture and the window are drawn alike.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+    QSurfaceFormat format;
+    format.setDepthBufferSize(24);
+    format.setStencilBufferSize(8);
+    format.setVersion(3, 3);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    QSurfaceFormat::setDefaultFormat(format);
+    int count = 1;
+    char* arguments[] = {program, nullptr};
+    qInstallMessageHandler(OnStartMessage);
+    QApplication application(count, arguments);
+    qInstallMessageHandler(nullptr);
+    QApplication::setApplicationName("boreforge-view");
+    QApplication::setDesktopFileName("org.zephyrail.boreforge.view");
+    QApplication::setApplicationVersion(kVersion);
+    return options.Picture.empty() ? ShowWindow(options) : MakePicture(options);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    ViewOptions options;
+    CLI::App application("", "boreforge-view");
+    AddViewOptions(application, options);
+    return RunProgram(application, count, arguments, [&] { return Run(options, arguments[0]); });
+}

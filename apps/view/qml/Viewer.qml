@@ -1,0 +1,172 @@
+// The picture of the object and the lines of text over it.
+import QtQuick
+import QtQuick3D
+
+Item {
+    id: root
+    required property QtObject scene
+    readonly property real distance: scene.eye.minus(scene.center).length()
+    readonly property real haze: Math.max(8 * scene.radius + 200, 5 * distance)
+    property bool picture: false  // one to be saved, without texts
+
+    View3D {
+        id: view
+        anchors.fill: parent
+        camera: camera
+        environment: SceneEnvironment {
+            antialiasingMode: SceneEnvironment.MSAA
+            antialiasingQuality: SceneEnvironment.High
+            backgroundMode: SceneEnvironment.Color
+            clearColor: "#e6edf2"
+        }
+
+        PerspectiveCamera {
+            id: camera
+            position: root.scene.eye
+            rotation: root.scene.turn
+            fieldOfView: root.scene.fieldOfView
+            clipNear: root.scene.clipNear
+            clipFar: root.distance + 20 * root.scene.radius + 2000
+
+            PointLight {
+                visible: root.scene.lamp
+                color: "#fff3e0"
+                brightness: 3
+                constantFade: 1
+                linearFade: 0
+                quadraticFade: 25
+            }
+        }
+        DirectionalLight {
+            rotation: root.scene.sun
+            color: "#fff8ec"
+            brightness: 1.1
+            ambientColor: "#787e85"
+            castsShadow: true
+            shadowMapQuality: Light.ShadowMapQualityVeryHigh
+            shadowFactor: 96
+            shadowBias: 0
+        }
+
+        Model {  // the sky
+            source: "#Sphere"
+            position: root.scene.eye
+            scale: Qt.vector3d(1, 1, 1).times(camera.clipNear / 10)
+            castsShadows: false
+            materials: CustomMaterial {
+                shadingMode: CustomMaterial.Unshaded
+                cullMode: Material.NoCulling
+                vertexShader: "sky.vert"
+                fragmentShader: "sky.frag"
+            }
+        }
+        Model {  // the ground
+            source: "#Rectangle"
+            position: Qt.vector3d(root.scene.center.x, root.scene.groundHeight - 0.02, root.scene.center.z)
+            eulerRotation.x: -90
+            scale: Qt.vector3d(1, 1, 1).times(0.4 * root.scene.radius + 20)
+            castsShadows: false
+            materials: CustomMaterial {
+                property real haze: root.haze
+                vertexShader: "ground.vert"
+                fragmentShader: "ground.frag"
+            }
+        }
+        Model {  // the object
+            geometry: root.scene.walls
+            materials: CustomMaterial {
+                property real haze: root.haze
+                sourceBlend: root.scene.transparent ? CustomMaterial.SrcAlpha : CustomMaterial.NoBlend
+                destinationBlend: root.scene.transparent ? CustomMaterial.OneMinusSrcAlpha : CustomMaterial.NoBlend
+                vertexShader: "wall.vert"
+                fragmentShader: "wall.frag"
+            }
+        }
+        Model {  // the backs of its faces
+            geometry: root.scene.walls
+            visible: root.scene.backFaces
+            castsShadows: false
+            receivesShadows: false
+            materials: PrincipledMaterial {
+                lighting: PrincipledMaterial.NoLighting
+                baseColor: "red"
+                cullMode: Material.FrontFaceCulling
+            }
+        }
+        Model {
+            geometry: root.scene.rails
+            visible: root.scene.hasTrack
+            castsShadows: false
+            materials: RibbonMaterial { viewport_: Qt.size(view.width, view.height) }
+        }
+        Model {  // the rails again, to be seen faintly through the walls
+            geometry: root.scene.rails
+            visible: root.scene.hasTrack && !root.scene.lamp
+            castsShadows: false
+            materials: RibbonMaterial {
+                viewport_: Qt.size(view.width, view.height)
+                front: true
+                strength: 0.2
+            }
+        }
+        Model {  // tunnels that are too far away to be seen
+            geometry: root.scene.marks
+            visible: root.scene.hasTrack && !root.scene.lamp
+            castsShadows: false
+            materials: RibbonMaterial {
+                viewport_: Qt.size(view.width, view.height)
+                front: true
+                vanishes: true
+                thinnest: 2
+            }
+        }
+    }
+
+    Column {  // the scale
+        x: 16
+        y: root.height - height - 40
+        visible: root.scene.scaleBarPixels > 0
+        Text {
+            text: root.scene.scaleBarText
+            color: "#202020"
+            style: Text.Outline
+            styleColor: "#c0ffffff"
+        }
+        Rectangle {
+            width: root.scene.scaleBarPixels
+            height: 6
+            border.color: "#202020"
+            Rectangle {
+                width: parent.width / 2
+                height: parent.height
+                color: "#202020"
+            }
+        }
+    }
+
+    Bar {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+        visible: !root.picture
+        text: root.scene.summary + (root.scene.rideText ? "  ·  " + root.scene.rideText : "") + "  ·  F1: help"
+    }
+    Bar {
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        visible: root.scene.problem !== ""
+        text: root.scene.problem
+        isWarning: true
+    }
+    Bar {
+        anchors.centerIn: parent
+        visible: root.scene.help
+        text: "Drag: turn, or look around on a ride\n" +
+              "Shift and drag, or the right button: move\n" +
+              "Wheel, + and -: nearer and farther, or the speed of the ride\n" +
+              "Arrows: turn; with Shift, move; up and down on a ride: its speed\n" +
+              "Space: start and stop the ride along the track\n" +
+              "Esc: leave the ride\n" +
+              "F or Home: the whole object\n" +
+              "B: backs of faces in red, or not at all\n" +
+              "O: open a file\n" +
+              "F1: this help"
+    }
+}

@@ -1,0 +1,6 @@
+VARYING vec3 way;
+void MAIN() {
+    way = VERTEX;
+    POSITION = MODELVIEWPROJECTION_MATRIX * vec4(VERTEX, 1.0);
+    POSITION.z = POSITION.w * 0.999999;
+}

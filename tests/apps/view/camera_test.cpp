@@ -1,0 +1,152 @@
+// The viewer's cameras and paths, without a window.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "view/Camera.h"
+#include "view/Geometry.h"
+
+namespace boreforge {
+
+namespace {
+
+void ExpectNear(const Vec& actual, const Vec& expected, double tolerance = 1e-9) {
+    EXPECT_NEAR(actual.x, expected.x, tolerance);
+    EXPECT_NEAR(actual.y, expected.y, tolerance);
+    EXPECT_NEAR(actual.z, expected.z, tolerance);
+}
+
+// A box with its corners at these two points, its faces outwards.
+Object3DS Box(const Vector3D& low, const Vector3D& high) {
+    Object3DS box;
+    box.Materials.push_back({"m", {255, 51, 0}, 40});
+    for (int i = 0; i < 8; ++i)
+        box.Points.push_back({i & 1 ? high.x : low.x, i & 2 ? high.y : low.y, i & 4 ? high.z : low.z});
+    const std::uint32_t corners[][4] = {{0, 4, 6, 2}, {1, 3, 7, 5}, {0, 1, 5, 4},
+                                        {2, 6, 7, 3}, {0, 2, 3, 1}, {4, 5, 7, 6}};
+    for (const auto& c : corners) {
+        box.Faces.push_back({c[0], c[1], c[2]});
+        box.Faces.push_back({c[0], c[2], c[3]});
+    }
+    return box;
+}
+
+// A straight path along positive x, at height 12.
+TrackPath StraightPath(int count) {
+    TrackPath path;
+    for (int i = 0; i < count; ++i)
+        path.push_back({{double(i), 12, 30}, {0, 0, 1}, kUp, {1, 0, 0}});
+    return path;
+}
+
+// Where a point is in the picture, from -1 to 1 along each side.
+struct Place {
+    double x, y;
+};
+Place PlaceOf(const Aim& aim, const Vec& point) {
+    const Vec way = point - aim.Pose.Eye;
+    const double slope =
+        aim.Lens.HalfAngle * Dot(way, aim.Pose.Forward) / std::min(aim.Lens.Width, aim.Lens.Height);
+    return {Dot(way, aim.Pose.Right) / (slope * aim.Lens.Width),
+            Dot(way, aim.Pose.Up) / (slope * aim.Lens.Height)};
+}
+
+}  // namespace
+
+TEST(Orbit, TurningKeepsTheTargetAndTheDistance) {
+    OrbitCamera orbit{{5, 6, 7}, 20, 0.3, -0.4};
+    orbit.Turn(100, -50);
+    const CameraPose pose = orbit.Pose();
+    ExpectNear(pose.Eye + pose.Forward * 20, {5, 6, 7});
+    EXPECT_NEAR(orbit.Yaw, 0.9, 1e-9);
+}
+
+TEST(Orbit, StopsBeforeItTurnsOverTheTop) {
+    OrbitCamera orbit;
+    orbit.Turn(0, 1e6);
+    EXPECT_GT(orbit.Pose().Up.y, 0);
+}
+
+TEST(Orbit, PanningMovesTheTargetUnderTheMouse) {
+    const CameraLens lens{0.5, 800, 400};
+    OrbitCamera orbit{{5, 6, 7}, 20, 0, 0};  // looks along negative z; a pixel is 0.05 units at the target
+    orbit.Pan(100, 40, lens);
+    ExpectNear(orbit.Target, {0, 8, 7});
+}
+
+TEST(Orbit, ContinuesFromAPose) {
+    const CameraPose pose = LookAlong({1, 2, 3}, {3, -2, -6}, kUp);
+    const CameraPose same = OrbitCamera::From(pose, 14).Pose();
+    ExpectNear(same.Eye, pose.Eye);
+    ExpectNear(same.Forward, pose.Forward);
+}
+
+TEST(Aim, TheWholeObjectFillsThePicture) {
+    const Object3DS box = Box({100, 10, -50}, {180, 25, -20});
+    for (const CameraLens lens : {CameraLens{0.3, 800, 400}, CameraLens{0.3, 300, 900}}) {
+        const Aim aim = AimAtWhole(box, lens);
+        double farthest = 0;
+        for (const Vector3D& point : box.Points) {
+            const Place place = PlaceOf(aim, ToVec(point));
+            farthest = std::max({farthest, std::abs(place.x), std::abs(place.y)});
+        }
+        EXPECT_NEAR(farthest, 0.9, 0.01) << lens.Width;
+    }
+}
+
+TEST(Aim, FromInsideNeedsATunnel) {
+    const Object3DS box = Box({20, 10, 25}, {80, 15, 35});
+    std::string reason;
+    EXPECT_FALSE(AimFrom(ViewFrom::Inside, box, {}, {}, reason));
+    EXPECT_EQ(reason, "The view from inside needs the track (--track).");
+    EXPECT_FALSE(AimFrom(ViewFrom::Inside, box, StraightPath(100), {}, reason));
+    EXPECT_EQ(reason, "The track doesn't run through the object.");
+}
+
+TEST(Path, IsCoveredWhereTheObjectIsAboveAndBelow) {
+    TrackPath path = StraightPath(100);
+    FindCover(path, Box({20.5, 10, 25}, {60.5, 15, 35}));
+    const std::vector<CoveredStretch> stretches = CoveredStretches(path);
+    ASSERT_EQ(stretches.size(), 1u);
+    EXPECT_EQ(stretches[0].first % 100, 21u);
+    EXPECT_EQ(stretches[0].count, 40u);
+    EXPECT_NEAR(stretches[0].roof, 3, 1e-6);
+}
+
+TEST(RideTest, MovesAtItsSpeedAndComesAround) {
+    TrackPath path;  // a square of 40 units
+    for (const Vec& corner : {Vec{0, 0, 0}, Vec{10, 0, 0}, Vec{10, 0, 10}, Vec{0, 0, 10}})
+        path.push_back({corner, {0, 0, 1}, kUp, {1, 0, 0}});
+    Ride ride;
+    ride.Speed = 10;
+    ride.Advance(1.5, path);
+    EXPECT_EQ(ride.Position, 0) << "not started yet";
+    ride.Moving = true;
+    ride.Advance(1.5, path);
+    EXPECT_NEAR(ride.Position, 1.5, 1e-5);
+    ride.Advance(3, path);
+    EXPECT_NEAR(ride.Position, 0.5, 1e-5);
+    ExpectNear(ride.Pose(path).Eye, {5, 1.1, 0}, 1e-4);
+}
+
+TEST(Scale, IsRound) {
+    struct Case {
+        double longest, length;
+    };
+    for (const Case& c : {Case{1, 1}, {4.9, 2}, {9.9, 5}, {170, 100}, {0.3, 0.2}})
+        EXPECT_NEAR(RoundLength(c.longest), c.length, 1e-9) << c.longest;
+}
+
+TEST(Walls, CarryNormalColourAndEdges) {
+    Object3DS one = Box({1, 2, 3}, {5, 7, 9});
+    one.Faces = {{0, 4, 6}, {2, 2, 3}};  // the second has no area
+    const QByteArray bytes = WallVertices(one);
+    ASSERT_EQ(bytes.size(), 3 * 12 * 4);
+    const auto* const values = reinterpret_cast<const float*>(bytes.constData());
+    const std::vector<float> first(values, values + 12);
+    // The longest edge is from the first corner to the third, so the second corner is 0 from both others.
+    EXPECT_EQ(first, (std::vector<float>{1, 2, 3, -1, 0, 0, 1, 0.2f, 0, 0.6f, 0, 1}));
+}
+
+}  // namespace boreforge

@@ -1,0 +1,180 @@
+// The viewer's window and its pictures, on a screen, with real files.
+#include <QImage>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <cmath>
+#include <filesystem>
+
+#include "support/CommandTest.h"
+#include "view/ViewWindow.h"
+
+namespace boreforge {
+
+namespace {
+
+const std::string kBatch = "'" PROGRAMS "/boreforge-batch' '" PROJECT "/tracks/small-circuit.zrtrack' ";
+const std::string kView = "'" PROGRAMS "/boreforge-view' ";
+
+// Nothing else has the tunnel's colour, or that of the rails or of the backs of faces.
+bool IsTunnel(const QColor& c) { return c.red() > 1.3 * c.green() && c.blue() > 1.3 * c.green(); }
+bool IsRail(const QColor& c) {
+    return c.red() > 1.8 * c.green() && c.red() > 2.5 * c.blue() && c.green() > 20;
+}
+bool IsBack(const QColor& c) { return c.red() > 240 && c.green() < 20 && c.blue() < 20; }
+
+double ShareOf(const QImage& image, bool (*is)(const QColor&)) {
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            count += is(image.pixelColor(x, y)) ? 1 : 0;
+    return double(count) / image.width() / image.height();
+}
+
+// The object with each face turned around.
+Bytes TurnedInsideOut(Bytes file) {
+    for (std::size_t i = 0; i + 8 < file.size(); ++i) {
+        // The chunk of faces, with its length and count; the same bytes elsewhere have no such length.
+        if (file[i] != 0x20 || file[i + 1] != 0x41) continue;
+        const std::size_t length = file[i + 2] + 256u * file[i + 3] + 65536u * file[i + 4];
+        const std::size_t count = file[i + 6] + 256u * file[i + 7];
+        if (file[i + 5] != 0 || length < 8 + 8 * count || i + length > file.size()) continue;
+        for (std::size_t face = 0; face < count; ++face) {
+            std::swap(file[i + 8 + 8 * face], file[i + 10 + 8 * face]);
+            std::swap(file[i + 9 + 8 * face], file[i + 11 + 8 * face]);
+        }
+        i += 8 * count;
+    }
+    return file;
+}
+
+class ViewTest : public CommandTest {
+  protected:
+    void SetUp() override {
+        CommandTest::SetUp();
+        ASSERT_EQ(Run(kBatch + "o.3ds --color 255,0,255 --track-out t.zrtrack"), 0);
+    }
+};
+
+class ViewWindowTest : public ViewTest {
+  protected:
+    void SetUp() override {
+        ViewTest::SetUp();
+        ASSERT_TRUE(scene.OpenObject(In("o.3ds")));
+        window = std::make_unique<ViewWindow>(scene);
+        window->resize(640, 400);
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+    ViewScene scene;
+    std::unique_ptr<ViewWindow> window;
+};
+
+}  // namespace
+
+TEST_F(ViewTest, SavesTheTunnelAndTheTrackFromEachSide) {
+    struct Case {
+        const char* from;
+        double leastTunnel, mostTunnel, leastRails;  // shares of the picture
+    };
+    const Case cases[] = {
+        {"above", 0.01, 0.2, 0.0005}, {"side", 0.15, 0.6, 0.003}, {"inside", 0.8, 0.99, 0.01}};
+    for (const Case& c : cases) {
+        ASSERT_EQ(Run(kView + "o.3ds --track t.zrtrack --save p.png --size 320x180 --from " + c.from), 0)
+            << Text("err");
+        const QImage image(QString::fromStdString(In("p.png")));
+        ASSERT_EQ(image.size(), QSize(320, 180));
+        EXPECT_GT(ShareOf(image, IsTunnel), c.leastTunnel) << c.from;
+        EXPECT_LT(ShareOf(image, IsTunnel), c.mostTunnel) << c.from;
+        EXPECT_GT(ShareOf(image, IsRail), c.leastRails) << c.from;
+        EXPECT_EQ(ShareOf(image, IsBack), 0) << c.from;
+    }
+}
+
+TEST_F(ViewTest, ShowsWallsThatFaceTheWrongWayInRed) {
+    WriteBytes(In("o.3ds"), TurnedInsideOut(ReadBytes(In("o.3ds"))));
+    ASSERT_EQ(Run(kView + "o.3ds --save p.png --size 320x180"), 0) << Text("err");
+    EXPECT_GT(ShareOf(QImage(QString::fromStdString(In("p.png"))), IsBack), 0.03);
+    ViewScene scene;
+    ASSERT_TRUE(scene.OpenObject(In("o.3ds")));
+    EXPECT_TRUE(scene.summary().endsWith("walls face the wrong way")) << scene.summary().toStdString();
+}
+
+TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
+    const Bytes old = {'o', 'l', 'd'};
+    Bytes damaged = ReadBytes(In("o.3ds"));
+    damaged[5] = 127;
+    WriteBytes(In("d.3ds"), damaged);
+    WriteBytes(In("p.png"), old);
+    std::filesystem::copy_file(In("t.zrtrack"), In("track.png"));
+    struct Case {
+        const char* arguments;
+        int status;
+        const char* saying;
+    };
+    const Case cases[] = {
+        {"d.3ds --save p.png", 1, "doesn't fit"},
+        {"o.3ds --save p.png --from inside", 1, "needs the track"},
+        {"o.3ds --save p.png --track d.3ds", 1, "Invalid Track"},
+        {"o.3ds --save track.png", 1, "That File Is a Track!"},
+        {"o.3ds --save o.3ds", 2, "doesn't end in .png"},
+        {"o.3ds --save p.png --size 5x720", 2, "not '5x720'"},
+        {"--save p.png", 2, "needs an object"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Run(kView + c.arguments), c.status) << c.arguments;
+        EXPECT_NE(Text("err").find(c.saying), std::string::npos) << Text("err");
+        EXPECT_EQ(ReadBytes(In("p.png")), old) << c.arguments;
+    }
+}
+
+TEST_F(ViewTest, SaysHowToRunWithoutADisplay) {
+    EXPECT_EQ(Run("unset DISPLAY WAYLAND_DISPLAY; " + kView + "o.3ds --save p.png"), 1);
+    EXPECT_NE(Text("err").find("xvfb-run -a boreforge-view"), std::string::npos) << Text("err");
+}
+
+TEST_F(ViewWindowTest, DragTurnsAndWheelZooms) {
+    const CameraPose before = scene.Pose();
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, {300, 200});
+    QTest::mouseMove(window.get(), {400, 200});
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, {400, 200});
+    const CameraPose turned = scene.Pose();
+    EXPECT_LT(Dot(before.Forward, turned.Forward), 0.95);
+    QTest::keyClick(window.get(), Qt::Key_Plus);
+    EXPECT_GT(Dot(scene.Pose().Eye - turned.Eye, turned.Forward), 1);
+    QTest::keyClick(window.get(), Qt::Key_Home);
+    EXPECT_NEAR(Length(scene.Pose().Eye - before.Eye), 0, 1e-6);
+}
+
+TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
+    QMimeData dropped;
+    dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("t.zrtrack")))});
+    QDropEvent drop({100, 100}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(window.get(), &drop);
+    QTest::keyClick(window.get(), Qt::Key_Space);
+    const CameraPose start = scene.Pose();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }));
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(scene.IsRiding());
+}
+
+TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
+    scene.Drag(50, 20, false);
+    const CameraPose before = scene.Pose();
+    const QString summary = scene.summary();
+    ASSERT_EQ(Run(kBatch + "o.3ds --detail extreme --track-out t.zrtrack"), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.summary() != summary; }));
+    EXPECT_EQ(Length(scene.Pose().Eye - before.Eye), 0);
+}
+
+TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
+    const QString summary = scene.summary();
+    std::filesystem::rename(In("o.3ds"), In("away.3ds"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }));
+    EXPECT_EQ(scene.summary(), summary);
+    std::filesystem::rename(In("away.3ds"), In("o.3ds"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
+}
+
+}  // namespace boreforge
