@@ -15,7 +15,7 @@ namespace boreforge {
 namespace {
 
 constexpr std::size_t kHeaderLength = 6;  // of every chunk: id and length
-constexpr float kMaxCoordinate = 1e12f;   // units; larger ones would be useless in calculations
+constexpr float kMaxCoordinate = 1e12f;   // units; larger numbers are too coarse to compute with
 constexpr std::uint32_t kNoMaterial = 0xFFFFFFFF;
 
 struct Chunk;

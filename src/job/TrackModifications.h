@@ -14,7 +14,7 @@ void DimTunnelSegments(float dimFactor);
 void ClearTunnelFlags();
 
 // The name under which the track lists the object at `outputPath` (UTF-8): the part after the last "/" or
-// "\", in Windows-1252 like all text in a track. Nothing if a character isn't in Windows-1252.
+// "\", in Windows-1252 like all text in a track. Returns nullopt if a character isn't in Windows-1252.
 std::optional<std::string> ObjectNameInTrack(const std::string& outputPath);
 
 // Appends the object to the track's scenery with the identity matrix, since its vertices are in track space.

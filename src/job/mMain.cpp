@@ -47,7 +47,7 @@ std::int32_t CountTunnels() {
 }
 
 // True if the walls alone are more than the format can hold: 32-bit lengths, with 14 bytes for each face, and
-// kMaxMeshes objects. The counts tell, before any memory is filled.
+// kMaxMeshes objects. Computed from the counts, before any memory is filled.
 bool IsTooLarge(const TunnelJobSettings& settings) {
     constexpr std::int64_t kFaceBytes = 14, kWalls = 2, kMaxBytes = std::numeric_limits<std::int32_t>::max();
     const std::int64_t nodes = TunnelShape.NodeCount();
@@ -172,11 +172,11 @@ bool FitsFormat(const TunnelJobSettings& settings) {
     return !IsTooLarge(settings) || Refuse("The Tunnel Is Too Large for a 3DS File", kLessDetail);
 }
 
-// Everything up to the first byte that is written; the track is held, if at all, before memory is filled.
+// Everything before the first write. If `held` is given, locks the track before memory is filled.
 bool BuildObject(TunnelJobSettings& settings, HeldFile* held) {
     if (!TrackLoaded) return false;
     if (CountTunnels() == 0) {
-        BuildTunnels(settings);  // leaves the model with its materials alone
+        BuildTunnels(settings);  // leaves only the materials in the model
         ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
         return false;
     }
@@ -207,7 +207,7 @@ bool OpenTrack(const std::string& path) {
         return false;
     }
     TrackFilePath = path;
-    (void)TraceTrack();  // the job asks TrackTraced
+    (void)TraceTrack();  // the job checks TrackTraced
     return true;
 }
 

@@ -24,8 +24,8 @@ bool OpenTrack(const std::string& path);
 // is too large; and when a file can't be written.
 bool RunTunnelJob(TunnelJobSettings settings);
 
-// The two halves of the job that leave the track alone, in memory too. The first builds the tunnel in the
-// model store and writes nothing; false, with a message, when the job would refuse. The second writes the
+// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
+// the model store and writes nothing; false, with a message, if the job would refuse. The second writes the
 // object.
 bool BuildTunnelObject(TunnelJobSettings settings);
 bool WriteTunnelObject(const std::string& path);

@@ -18,7 +18,7 @@ struct Vector3D {
     friend bool operator==(const Vector3D&, const Vector3D&) = default;
 };
 
-// Out: b - a, the vector from a to b.
+// b - a, the vector from a to b.
 inline Vector3D VecSubtract(const Vector3D& a, const Vector3D& b) {
     return {b.x - a.x, b.y - a.y, b.z - a.z};
 }
@@ -31,11 +31,11 @@ inline double VecDistance(const Vector3D& a, const Vector3D& b) {
     return std::sqrt(dx * dx + dy * dy + dz * dz);
 }
 
-// Out: the angle of the point (x, y), from -pi to pi with pi itself included; 0 for (0, 0).
+// The angle of the point (x, y), from -pi to pi with pi itself included; 0 for (0, 0).
 double Atan2(double y, double x);
 
-// The point at t of the cubic Bezier curve from p0 to p1 with the control points c0 (beside p0) and c1
-// (beside p1): u^3 p0 + 3 t u^2 c0 + 3 t^2 u c1 + t^3 p1 with u = 1 - t. t is not limited to 0..1.
+// The point at t of the cubic Bezier curve from p0 to p1 with the control points c0 (next to p0) and c1 (next
+// to p1): u^3 p0 + 3 t u^2 c0 + 3 t^2 u c1 + t^3 p1 with u = 1 - t. t is not limited to 0..1.
 inline Vector3D BezierPoint(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1,
                             double t) {
     const double u = 1 - t;

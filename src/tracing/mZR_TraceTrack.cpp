@@ -9,7 +9,8 @@
 namespace boreforge {
 
 namespace {
-// Before the samples, which must not outlive it. Of a block, only what is touched takes memory.
+// Defined before the samples, so that it outlives them. Its blocks are large, but only pages that are touched
+// take memory.
 std::pmr::monotonic_buffer_resource traceMemory(std::size_t{1} << 25, HugePages());
 }  // namespace
 

@@ -1,7 +1,7 @@
 // The walk along the track's path: a chain of coordinate frames, one about every 0.5 units.
 //
 // A frame's columns are its local right, up and back in track space; the direction of travel is its local
-// negative z. A shape point (x, y, 0) thus lies x to the right of the path and y above it.
+// negative z. A shape point (x, y, 0) is therefore x to the right of the path and y above it.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct TraceSample {
     float PathLength = 0;  // length of path from the start of the piece
 };
 
-// Where the samples live; every trace starts it anew.
+// The memory of the samples; every trace frees all of it first.
 std::pmr::memory_resource* TraceMemory();
 
 struct TracedSegment {
