@@ -1,11 +1,11 @@
 #!/bin/sh
-# Holds the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
-# includes in src/, with no circle among them, and every link leads somewhere.
+# Checks the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
+# includes in src/, without a cycle, and every link leads to a file.
 #   documents.sh PROJECT
 set -eu
 cd "$1"
 
-# The module of each path: its folder, but for the parts of two folders.
+# The module of each path: its folder, except in two folders that have several.
 modules() {
     sed -E 's#^(src/)?tracing/(mMath3D|mMatrix3D)\..*#math#
         s#^(src/)?editor/(frmMain|ShapeCanvas|SnapBox|RowControls|ImageSurface|Icons|WindowKeys|WindowAccess)\..*#window#
@@ -24,12 +24,12 @@ drawn() {
         awk '{ for (i = 2; i <= NF; ++i) print $1, $i }' | sort -u
 }
 
-[ -n "$(drawn)" ] || { echo "There is no picture."; exit 1; }
+[ -n "$(drawn)" ] || { echo "The picture is missing."; exit 1; }
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 included >"$work/included"
 drawn >"$work/drawn"
-diff "$work/drawn" "$work/included" || { echo "Above, <: drawn alone, >: included alone."; exit 1; }
+diff "$work/drawn" "$work/included" || { echo "<: only in the picture, >: only in the includes."; exit 1; }
 tsort "$work/included" >"$work/order" || { echo "The modules above include each other."; exit 1; }
 echo "$(wc -l <"$work/drawn") arrows, as drawn."
 
@@ -38,4 +38,4 @@ for page in $(git ls-files '*.md'); do
         [ -e "$(dirname "$page")/$link" ] || echo "$page: $link"
     done
 done >"$work/dead"
-[ ! -s "$work/dead" ] || { echo "Links that lead nowhere:"; cat "$work/dead"; exit 1; }
+[ ! -s "$work/dead" ] || { echo "Dead links:"; cat "$work/dead"; exit 1; }

@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-TEST_F(BatchTest, MakesWhatTheJobMakes) {
+TEST_F(BatchTest, TheProgramMakesWhatTheJobMakes) {
     const std::string look = " --color 10,200,90 --transparency 7 --detail poor --double-sided --dim 30";
     ASSERT_EQ(Run("LC_ALL=de_DE.UTF-8 " + kBatch +
                   "t.zrtrack o.3ds --track-out ./new.zrtrack --shape s.zrbf" + look),

@@ -20,7 +20,7 @@ class CheckTest : public CommandTest {
     }
 };
 
-// Edges, volume and bounds were worked out by a script of its own from the file's bytes.
+// The expected figures come from a separate script that read the bytes of the file.
 TEST_F(CheckTest, FiguresAreThoseOfAnIndependentReader) {
     ASSERT_EQ(Make("'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds --shape '" PROJECT
                    "/elements/horseshoe.zrbf'"),
@@ -33,7 +33,7 @@ TEST_F(CheckTest, FiguresAreThoseOfAnIndependentReader) {
                  R"(15.974015]}, "materials": ["MATER000", "MATER001"], "volume": 1535.476167164)");
 }
 
-TEST_F(CheckTest, EachKindOfTunnelIsReportedAsWhatItIs) {
+TEST_F(CheckTest, EachKindOfTunnelHasItsOwnVerdict) {
     MakePresetShape(1);  // eight nodes
     ASSERT_TRUE(SaveTunnelShape(In("s.zrbf")));
     MirrorTunnelShape();
@@ -61,7 +61,7 @@ TEST_F(CheckTest, EachKindOfTunnelIsReportedAsWhatItIs) {
     }
 }
 
-TEST_F(CheckTest, DamageIsReportedWithItsByte) {
+TEST_F(CheckTest, DamageIsReportedWithItsPosition) {
     ASSERT_EQ(Make("'" PROJECT "/tracks/small-circuit.zrtrack' o.3ds"), 0);
     const Bytes whole = ReadBytes(In("o.3ds"));
     const auto word = [&](std::size_t at) { return whole[at] + std::size_t{256} * whole[at + 1]; };
@@ -82,6 +82,7 @@ TEST_F(CheckTest, DamageIsReportedWithItsByte) {
                  {points + 6, {1, 0}, points + 20, "length"},
                  {points + 10, {128, 127}, points + 8, "not finite"},
                  {points + 10, {128, 126}, points + 8, "too far away"},
+                 {faces - 54, {0x10}, faces - 48, "two lists of points"},
                  {faces, {0}, object + 15, "no list"},
                  {faces + 8, {255, 255}, faces + 8, "a vertex"},
                  {group, {0}, faces, "no material"},
@@ -98,7 +99,7 @@ TEST_F(CheckTest, DamageIsReportedWithItsByte) {
     }
 }
 
-TEST_F(CheckTest, WhatCannotBeCheckedHasItsReason) {
+TEST_F(CheckTest, AFileThatCantBeCheckedIsReportedWithTheReason) {
     WriteBytes(In("empty.3ds"), {'M', 'M', 6, 0, 0, 0});
     EXPECT_EQ(Check("empty.3ds"), 1);
     ExpectReport("Empty: there are no faces.");
@@ -129,7 +130,7 @@ TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {
     for (const auto& [name, faces, open, opposed, crowded, facing] : cases) {
         SCOPED_TRACE(name);
         Object3DS object;
-        // Point 4 is equal to point 0: what meets there is one surface.
+        // Point 4 is equal to point 0, so the faces that meet there are one surface.
         object.Points = {{7, 5, 3}, {8, 5, 3}, {7, 6, 3}, {7, 5, 4}, {7, 5, 3}, {9, 9, 9}};
         object.Faces.assign(faces.begin(), faces.end());
         object.Faces[0].a = 4;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <functional>
+#include <span>
 
 #include "editor/ShapeInput.h"
 #include "editor/ShapeView.h"
@@ -20,9 +21,19 @@ struct ShapeHistoryTest : CoreTest {
         ShapeView = {};
         EndShapeStep();
     }
-    void Press(float x, float y) { PressMouse(MouseButton::Left, x, -y, controls); }
-    void Drag(float x, float y) { MoveMouse(MouseState::Left, x, -y, controls); }
+    struct Position {
+        float x, y;
+    };
+    void Press(Position at) { PressMouse(MouseButton::Left, at.x, -at.y, controls); }
+    void Move(Position to) { MoveMouse(MouseState::Left, to.x, -to.y, controls); }
     void Release() { ReleaseMouse(MouseButton::Left, controls); }
+    // Presses the button at the first position, moves through the others and releases it at the last.
+    void Drag(std::initializer_list<Position> way) {
+        Press(*way.begin());
+        for (const Position& position : std::span(way).subspan(1))
+            Move(position);
+        Release();
+    }
     bool Undo() { return RunShapeTool(kToolUndo, controls); }
     bool Redo() { return RunShapeTool(kToolRedo, controls); }
     EditorControls controls;
@@ -35,8 +46,14 @@ TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
     const struct {
         const char* name;
         std::function<void()> change;
-    } cases[] = {{"adding and dragging away", [&] { Press(7, 7), Drag(8, 8), Drag(9, 9), Release(); }},
-                 {"dragging", [&] { Press(2, 3), Drag(4, 4), Drag(5, 5), Release(); }},
+    } cases[] = {{"adding and dragging away",
+                  [&] {
+                      Drag({{7, 7}, {8, 8}, {9, 9}});
+                  }},
+                 {"dragging",
+                  [&] {
+                      Drag({{2, 3}, {4, 4}, {5, 5}});
+                  }},
                  {"inserting", [&] { RunShapeTool(kToolInsert, controls); }},
                  {"deleting", [&] { RunShapeTool(kToolDelete, controls); }},
                  {"mirror", [&] { RunShapeTool(kToolMirror, controls); }},
@@ -78,12 +95,13 @@ TEST_F(ShapeHistoryTest, UndoAndRedoSelectNothingAndLeaveTheViewAlone) {
     }
 }
 
-TEST_F(ShapeHistoryTest, WhatChangesNothingIsNoStep) {
+TEST_F(ShapeHistoryTest, AnActionThatChangesNothingIsNoStep) {
     TunnelShape.InsideNodes[3] = {NAN, -0.0f, 0};
     ShapeHistory = {};
     EndShapeStep();
-    Press(2, 3), Drag(5, 5), Drag(2, 3), Release();
-    UsePreset(0, controls), Undo();  // the NaN is back
+    Drag({{2, 3}, {5, 5}, {2, 3}});
+    UsePreset(0, controls);
+    Undo();  // the NaN is back
     RunShapeTool(kToolZoomIn, controls);
     TunnelShape.InsideNodes[3].y = 0;
     EXPECT_FALSE(Undo());
@@ -97,13 +115,13 @@ TEST_F(ShapeHistoryTest, WhatChangesNothingIsNoStep) {
 TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
     RunShapeTool(kToolFlip, controls);
     const TunnelShapeState flipped = TunnelShape;
-    Press(7, 7);
+    Press({7, 7});
     controls.buttonDown = true;
     EXPECT_FALSE(Undo());
     PressMouse(MouseButton::Other, 0, 0, controls);
     RunShapeTool(kToolMirror, controls);
     ReleaseMouse(MouseButton::Other, controls);
-    Drag(9, 9);
+    Move({9, 9});
     EXPECT_FALSE(Redo());
     controls.buttonDown = false;
     Release();
@@ -111,7 +129,7 @@ TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
     EXPECT_EQ(TunnelShape.InsideNodes, flipped.InsideNodes);
 }
 
-TEST_F(ShapeHistoryTest, ARowOfArrowKeysIsOneStepUntilAnotherKeyClickOrTool) {
+TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
     constexpr int kUp = 38, kRight = 39, kOther = 0;
     const struct {
         const char* name;
@@ -120,8 +138,12 @@ TEST_F(ShapeHistoryTest, ARowOfArrowKeysIsOneStepUntilAnotherKeyClickOrTool) {
     } cases[] = {{"nothing", [] {}, 1},
                  {"a key elsewhere", [&] { PressKey({kOther}, false, controls); }, 2},
                  {"a choice", [&] { PressKey({.code = kRight, .control = true}, true, controls); }, 2},
-                 {"a click", [&] { Press(2.5f, 0), Release(); }, 2},
-                 {"a zoom", [&] { TurnWheel(120, controls), TurnWheel(-120, controls); }, 2},
+                 {"a click",
+                  [&] {
+                      Drag({{2.5f, 0}});
+                  },
+                  2},
+                 {"a zoom", [&] { TurnWheel(120, controls); }, 2},
                  {"a mirror", [&] { RunShapeTool(kToolMirror, controls); }, 3}};
     for (const auto& [name, between, steps] : cases) {
         MakePresetShape(0);
@@ -145,18 +167,16 @@ TEST_F(ShapeHistoryTest, ARowOfArrowKeysIsOneStepUntilAnotherKeyClickOrTool) {
 TEST_F(ShapeHistoryTest, ANewStepDropsWhatWasUndone) {
     RunShapeTool(kToolMirror, controls);
     Undo();
-    Press(7, 7), Release();
+    Drag({{7, 7}});
     EXPECT_FALSE(Redo());
     EXPECT_TRUE(Undo());
 }
 
-struct StepLimit {
-    std::size_t nodes;
-    int made, kept;
-};
-
-TEST_F(ShapeHistoryTest, AThousandStepsOr64MegabytesAreKeptButAtLeastOne) {
-    const StepLimit cases[] = {{1, 1100, 1000}, {26'000, 200, 102}, {3'000'000, 2, 1}};  // 24 bytes a node
+TEST_F(ShapeHistoryTest, TheLastThousandStepsAreKeptWithin64MegabytesButAtLeastOne) {
+    const struct {
+        std::size_t nodes;  // 24 bytes each
+        int made, kept;
+    } cases[] = {{1, 1100, 1000}, {26'000, 200, 102}, {3'000'000, 2, 1}};
     for (const auto& [nodes, made, kept] : cases) {
         TunnelShape.InsideNodes.assign(nodes, {});
         TunnelShape.OutsideNodes.assign(nodes, {});

@@ -17,8 +17,8 @@ namespace boreforge {
 
 using ExportTest = CoreTest;
 
-// The sharing rule as it reads: one scan of all stored vertices, the last match wins, and what was not found
-// is appended without a further look.
+// The rule for shared vertices, taken literally: one scan of all stored vertices, of which the last match
+// wins; what was not found is appended.
 struct Scan {
     std::vector<Vector3D> points;
     std::vector<float> coords;
@@ -40,7 +40,7 @@ struct Scan {
     }
 };
 
-TEST_F(ExportTest, VerticesAreSharedAsALiteralScanWould) {
+TEST_F(ExportTest, VerticesAreSharedAsByALiteralScan) {
     std::mt19937 random(7);
     const float inf = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
     const float odd[] = {0.0f, -0.0f, 1.0f, std::nextafter(1.0f, 2.0f), -1.0f, 1e-42f, inf, nan};
@@ -82,10 +82,10 @@ void AddTriangle(const Vector3D& a, const Vector3D& b, const Vector3D& c, bool t
     FlushObject();
 }
 
-TEST_F(ExportTest, OneTriangleByteForByte) {
+TEST_F(ExportTest, OneTriangleHasTheBytesOfTheFormatsTables) {
     EXPECT_EQ(Compute3DSLength(), 42);
     AddMaterial({0x60, 0x40, 0x20}, {0xC0, 0x80, 0x40}, {0xE6, 0x9A, 0x4D}, 25, 5, 40);
-    // 1, 2, 3 goes out as 1, -3, 2; a tie goes to the even sixth digit, and no zero has a sign.
+    // 1, 2, 3 is written as 1, -3, 2; a tie goes to the even sixth digit, and no zero has a sign.
     AddTriangle({1, 2, 3}, {-0.0f, 0.0078125f, 0}, {-1, 16, -30});
     WriteBytes(In("o.3ds"), Bytes(5000, 0xEE));
     ASSERT_TRUE(Save3DSFile(In("o.3ds")));
@@ -104,7 +104,7 @@ TEST_F(ExportTest, OneTriangleByteForByte) {
                       "0000803F 6F12833A 6F12833A 6F12833A 2041 2D000000 0100 0000 0100 0200 0700 "
                       "3041 13000000 'MATER000' 00 0100 0000 5041 0A000000 00000000"));
 
-    // Texture coordinates stand unrounded behind the points.
+    // Texture coordinates come after the points and are not rounded.
     AddTriangle({1, 2, 3}, {4e-7f, -4e-7f, 6e-7f}, {7, 8, 9}, true);
     ASSERT_TRUE(Save3DSFile(In("o.3ds")));
     file = ReadBytes(In("o.3ds"));
@@ -115,8 +115,7 @@ TEST_F(ExportTest, OneTriangleByteForByte) {
                       "4041 20000000 0300 0000803E 0000803F 0000003F 0000803F 0000803F 0000803F 6041"));
 }
 
-// Meshes whose faces agree stand on one array in memory; what one is given later, the others don't get.
-TEST_F(ExportTest, FacesThatMeshesShareStayTheirOwn) {
+TEST_F(ExportTest, AFaceAddedToOneMeshLeavesTheOthers) {
     const Vector3D corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
     const std::vector<MeshFace> faces{{0, 1, 2}, {2, 1, 3}, {3, 0, 1}};
     for (const int count : {2, 1, 2, 3, 1}) {
@@ -134,7 +133,17 @@ TEST_F(ExportTest, FacesThatMeshesShareStayTheirOwn) {
         EXPECT_TRUE(std::ranges::equal(Model3DS.Meshes[i].Faces, expected[i])) << i;
 }
 
-TEST_F(ExportTest, AFileThatCantBeWrittenWholeIsRemoved) {
+TEST_F(ExportTest, MoreMeshesThanTheFormatHoldsAreRefused) {
+    AddMaterial({}, {}, {}, 0, 0, 0);
+    for (int i = 0; i < kMaxMeshes; ++i)
+        AddMesh("MESH", 0);
+    EXPECT_TRUE(Save3DSFile(In("o.3ds")));
+    AddMesh("MESH", 0);
+    EXPECT_FALSE(Save3DSFile(In("o.3ds")));
+    EXPECT_EQ(lastFileFailure.problem, FileProblem::TooLarge);
+}
+
+TEST_F(ExportTest, AnObjectThatCantBeWrittenWholeIsRemoved) {
     AddMaterial({}, {}, {}, 0, 0, 0);
     for (int i = 0; i < 1700; ++i)  // more than the output buffer holds, so that two writes are needed
         AddTriangle({1, 2, 3}, {4, 5, 6}, {7, 8, 9});

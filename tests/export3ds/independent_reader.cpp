@@ -1,5 +1,5 @@
-// Reads our objects with a reader that isn't ours. A program of its own, so that the tests of the core link
-// nothing but the core.
+// Reads our objects with a reader that isn't ours. This is a program of its own, so that the tests of the
+// core link nothing but the core.
 #include <assimp/material.h>
 #include <assimp/scene.h>
 

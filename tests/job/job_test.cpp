@@ -33,11 +33,12 @@ class JobTest : public CoreTest {
     TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
 };
 
-TEST_F(JobTest, ObjectsStandInOrderWithCapsWhereTheFlagChanges) {
-    // Tunnels, and where caps stand.
-    const std::pair<const char*, std::vector<std::size_t>> cases[] = {
-        {"-T----", {1, 2}},    {"--TTT-", {2, 5}}, {"----TT", {4}},
-        {"TT---T", {0, 2, 5}}, {"TTTTTT", {0}},    {"T-T---", {0, 1, 2, 3}}};
+TEST_F(JobTest, WallsAndCapsComeInOrderWithCapsWhereTheFlagChanges) {
+    const struct {
+        const char* tunnels;
+        std::vector<std::size_t> caps;  // the segments at whose start they are
+    } cases[] = {{"-T----", {1, 2}},    {"--TTT-", {2, 5}}, {"----TT", {4}},
+                 {"TT---T", {0, 2, 5}}, {"TTTTTT", {0}},    {"T-T---", {0, 1, 2, 3}}};
     for (const auto& [tunnels, caps] : cases) {
         SCOPED_TRACE(tunnels);
         Open(tunnels);
@@ -56,7 +57,7 @@ TEST_F(JobTest, ObjectsStandInOrderWithCapsWhereTheFlagChanges) {
     }
 }
 
-TEST_F(JobTest, EachSwitchMakesItsOwnChangeOfTheTrack) {
+TEST_F(JobTest, EachOptionMakesItsOwnChangeOfTheTrack) {
     for (int bits = 0; bits < 8; ++bits) {
         Open("-TT---");
         TrackDocument expected = TrackFile;
@@ -76,30 +77,32 @@ TEST_F(JobTest, EachSwitchMakesItsOwnChangeOfTheTrack) {
         ASSERT_TRUE(WriteTrackFile(In("expected.zrtrack")));
         EXPECT_EQ(ReadBytes(track), ReadBytes(In("expected.zrtrack"))) << bits;
     }
+}
+
+TEST_F(JobTest, AnEmptyShapeStillMakesBothFiles) {
     Open("-T----");
-    ResetTunnelShape();  // an empty shape still writes both files
+    ResetTunnelShape();
     ASSERT_TRUE(RunTunnelJob(Settings()));
     EXPECT_EQ(ReadBytes(object).size(), 42 + 2 * 168);
+    EXPECT_EQ(TrackFile.SceneryObjects.size(), 1u);
     EXPECT_TRUE(Shown().empty());
 }
 
-TEST_F(JobTest, DimmingAtAHundredPercentGivesBlack) {
-    Open("-T----");
-    TunnelChoices choices;
-    choices.DimPercent = 100;
-    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
-    EXPECT_EQ(TrackFile.Segments[1].Color1, 0);
+TEST_F(JobTest, DimmingAtZeroPercentKeepsAColourAndAtAHundredMakesItBlack) {
+    const struct {
+        int percent;
+        PackedColor color;  // of 0x0180FF
+    } cases[] = {{0, 0x0180FF}, {100, 0}};
+    for (const auto& [percent, color] : cases) {
+        Open("-T----");
+        TunnelChoices choices;
+        choices.DimPercent = percent;
+        ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
+        EXPECT_EQ(TrackFile.Segments[1].Color1, color) << percent;
+    }
 }
 
-TEST_F(JobTest, DimmingAtZeroPercentKeepsTheColours) {
-    Open("-T----");
-    TunnelChoices choices;
-    choices.DimPercent = 0;
-    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
-    EXPECT_EQ(TrackFile.Segments[1].Color1, 0x0180FF);
-}
-
-TEST_F(JobTest, TheObjectsNameIsPutIntoTheTrackInWindows1252) {
+TEST_F(JobTest, TheTrackHoldsTheObjectsNameInWindows1252) {
     Open("-T----");
     ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("Tunn\u00E9l \u20AC\u0178.3ds"))));
     EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80\x9F.3ds");
@@ -116,7 +119,7 @@ TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyWhenItIsToBePutThere) {
     }
 }
 
-TEST_F(JobTest, ATrackWithoutTunnelsIsNoticedWhateverElseIsWrong) {
+TEST_F(JobTest, ATrackWithoutTunnelsIsReportedWhateverElseIsWrong) {
     const struct {
         const char* name;
         std::function<void(TunnelJobSettings&)> spoil;
@@ -140,7 +143,7 @@ TEST_F(JobTest, ATrackWithoutTunnelsIsNoticedWhateverElseIsWrong) {
     }
 }
 
-TEST_F(JobTest, MoreWallsThanAFileHoldsObjectsAreRefusedAhead) {
+TEST_F(JobTest, MoreWallsThanAFileCanHoldAreRefusedBeforeTheyAreBuilt) {
     constexpr std::size_t kTunnels = 16384;  // two walls each, one more than a file holds
     std::vector<TrackBezierNode> nodes;
     for (std::size_t i = 0; i < kTunnels; ++i)
@@ -154,11 +157,25 @@ TEST_F(JobTest, MoreWallsThanAFileHoldsObjectsAreRefusedAhead) {
     EXPECT_TRUE(Model3DS.Meshes.empty());
 }
 
-TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
+TEST_F(JobTest, BothSidesOfTheWallsCountForTheSizeOfTheObject) {
+    Open("-T----");
+    TunnelJobSettings settings = Settings();
+    settings.DoubleSided = true;
+    // Walls of one side, two faces of 14 bytes for each node of a ring, would just fit into 2 GB.
+    const std::int32_t rings = 1 + (TracedSegments[1].SampleCount() - 1) / settings.DetailStep;
+    TunnelShape.InsideNodes.resize(static_cast<std::size_t>(0x7FFFFFFF / (2 * 2 * 14 * rings)));
+    EXPECT_FALSE(RunTunnelJob(settings));
+    EXPECT_NE(Shown().back().find("Is Too Large"), std::string::npos) << Shown().back();
+}
+
+TEST_F(JobTest, AJobThatFailsLeavesTheTrackAndShowsTheReason) {
     const std::string other = In("other.zrtrack");
     TunnelJobSettings settings;
-    // Part of the message, whether something stays at the object's path, and what goes wrong.
-    const std::tuple<const char*, bool, std::function<void()>> cases[] = {
+    const struct {
+        const char* message;  // a part of it
+        bool objectExists;    // afterwards
+        std::function<void()> spoil;
+    } cases[] = {
         {"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
         {"Would Replace the Track", true, [&] { fs::create_symlink(track, object); }},
         {"Would Replace the Track", false, [&] { fs::create_symlink(TrackFilePath = other, object); }},
@@ -177,8 +194,8 @@ TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
              EXPECT_TRUE(OpenTrack(other));
          }},
         {"Invalid Track File!", false, [&] { EXPECT_FALSE(OpenTrack(In("no.zrtrack"))); }}};
-    for (const auto& [saying, objectStays, spoil] : cases) {
-        SCOPED_TRACE(saying);
+    for (const auto& [message, objectExists, spoil] : cases) {
+        SCOPED_TRACE(message);
         fs::remove(object);
         Open("-TT---");
         settings = Settings();
@@ -188,9 +205,9 @@ TEST_F(JobTest, WhatCantBeDoneIsSaidAndLeavesTheTrack) {
         EXPECT_FALSE(RunTunnelJob(settings));
         fileCalls = SystemFileCalls();
         ASSERT_EQ(Shown().size(), shown + 1);
-        EXPECT_NE(Shown().back().find(saying), std::string::npos) << Shown().back();
+        EXPECT_NE(Shown().back().find(message), std::string::npos) << Shown().back();
         EXPECT_EQ(ReadBytes(track), before);
-        EXPECT_EQ(fs::exists(object), objectStays);
+        EXPECT_EQ(fs::exists(object), objectExists);
     }
 }
 

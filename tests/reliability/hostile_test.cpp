@@ -1,5 +1,5 @@
-// Files from strangers: whatever their numbers say, the time and the memory they take are bounded by their
-// size, and each ends in a clear result.
+// Files from strangers: whatever their numbers say, the size of the file limits the time and the memory, and
+// each ends in a clear result.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -105,7 +105,7 @@ TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
     });
 }
 
-TEST_F(HostileTest, CoordinatesOfAnyKindEndInATunnelOrAMessage) {
+TEST_F(HostileTest, AnyCoordinatesEndInATunnelOrAMessage) {
     auto& nodes = TrackFile.BezierNodes;
     const auto scale = [&](float by) {
         for (TrackBezierNode& node : nodes)

@@ -21,7 +21,7 @@ using Microseconds = std::chrono::microseconds;
 
 class SuddenEndTest : public BatchTest {
   protected:
-    // With a terrain, so that writing the track takes its share of the time.
+    // With a terrain, so that writing the track takes a good part of the time.
     SuddenEndTest() {
         TrackFile.HasTerrain = kTrue;
         TrackFile.TerrainWidth = TrackFile.TerrainDepth = 600;
@@ -34,7 +34,7 @@ class SuddenEndTest : public BatchTest {
     std::string program_ = PROGRAMS "/boreforge-batch", track = In("t.zrtrack"), object = In("o.3ds");
     std::string option_ = "--shape", shape_ = In("s.zrbf");
 
-    // More rounds for a long campaign: as many times as many as BOREFORGE_CAMPAIGN says.
+    // More rounds for a long campaign: `usual` times the environment variable.
     static int Rounds(int usual) {
         const char* const factor = std::getenv("BOREFORGE_CAMPAIGN");
         return factor ? usual * std::atoi(factor) : usual;
@@ -119,18 +119,18 @@ TEST_F(EndedExportTest, AKillLeavesWholeFiles) {
     }
     std::printf("%d kills: %d left a hidden file, %d the new object with the old track, %d both new\n", kills,
                 temporaries, newObjects, newTracks);
-    EXPECT_GT(temporaries, 0) << "no kill fell into the writing";
+    EXPECT_GT(temporaries, 0) << "no kill came while a file was written";
     WriteBytes(track, track_);
     EXPECT_EQ(ExitStatus(Start()), 0) << "the next export works";
 }
 
-TEST_F(EndedExportTest, ASignalThatCanBeCaughtLeavesNothingUnfinished) {
+TEST_F(EndedExportTest, ATerminationSignalLeavesNoHiddenFile) {
     const int ends = Rounds(100);
     for (int end = 0; end < ends && !HasFailure(); ++end)
         EXPECT_EQ(EndAtRandom(SIGTERM).temporaries, 0u);
 }
 
-TEST_F(SuddenEndTest, TwoExportsOntoOneTrackNeverLoseAnEntryInSilence) {
+TEST_F(SuddenEndTest, TwoExportsOntoOneTrackNeverLoseAnEntryWithoutAnError) {
     const int rounds = Rounds(20);
     int refused = 0;
     for (int round = 0; round < rounds && !HasFailure(); ++round) {

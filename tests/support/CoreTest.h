@@ -12,7 +12,7 @@
 
 namespace boreforge {
 
-// Starts each test from the program's first state, with messages caught and an empty folder of its own.
+// Each test starts with the program's initial state, an empty folder of its own, and messages recorded.
 class CoreTest : public testing::Test {
   protected:
     CoreTest();
@@ -34,12 +34,12 @@ void WriteBytes(const std::string& path, const Bytes& bytes);
 // Stores a number big-endian.
 void Put32(Bytes& bytes, std::size_t at, std::uint32_t value);
 
-// A node of the path. `back` and `forth` lead from its position to ControlIn and ControlOut.
+// A node of the path. `back` and `forth` are the ways from its position to ControlIn and ControlOut.
 TrackBezierNode Node(const Vector3D& position, const Vector3D& back, const Vector3D& forth, float roll = 0,
                      bool rollFlag = false);
 // Makes TrackFile a track of these nodes and as many segments; a 'T' in `tunnels` marks a tunnel.
 void MakeTrack(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels = "");
-// Makes the shape one of so many nodes that its objects are larger than any buffer.
+// Makes a shape with so many nodes that its objects are larger than any buffer.
 void MakeLargeShape();
 // Six nodes far from the origin: curves, slopes, rolls to both sides, unequal handles.
 std::vector<TrackBezierNode> WindingCircuit();

@@ -1,13 +1,13 @@
-// The calls that reach the disk, one of which fails.
+// Makes one of the calls that reach the disk fail.
 #pragma once
 
 namespace boreforge {
 
-// Makes `fileCalls` the system's calls, of which the one after `which` others fails. Reads and writes do half
-// of what they are asked for, and every other one is interrupted first.
+// From now on the calls work as usual, except that the one after the next `which` calls fails. Reads and
+// writes do only half of what they are asked for, and every other one is interrupted first.
 void FailOneCall(int which);
 
-// True when as many calls were made since FailOneCall that the one to fail was among them.
+// True when the call that was to fail has been made.
 bool CallHasFailed();
 
 }  // namespace boreforge

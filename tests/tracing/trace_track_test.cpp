@@ -18,14 +18,14 @@ Vec Column(const Matrix3D& m, int c) { return {m[c], m[4 + c], m[8 + c]}; }
 double Length(const Vec& a) { return std::sqrt((a * a).sum()); }
 Vec Cross(const Vec& a, const Vec& b) { return a.cshift(1) * b.cshift(2) - a.cshift(2) * b.cshift(1); }
 
-// The curve of a piece, by repeated halving of lines and without any polynomial.
+// The curve of a piece by de Casteljau's construction, without any polynomial.
 struct Curve {
     Vec p0, c0, c1, p1;
     Vec At(double t) const {
         const auto on = [t](const Vec& a, const Vec& b) { return Vec((1 - t) * a + t * b); };
         return on(on(on(p0, c0), on(c0, c1)), on(on(c0, c1), on(c1, p1)));
     }
-    double Way(double from, double to) const {
+    double LengthBetween(double from, double to) const {
         double sum = 0;
         for (int i = 0; i < 300; ++i)
             sum += Length(At(from + (to - from) * (i + 1) / 300) - At(from + (to - from) * i / 300));
@@ -33,11 +33,11 @@ struct Curve {
     }
 };
 
-// A frame as vectors, turned without matrices or angles.
+// A frame as two vectors, turned without matrices.
 struct Frame {
     Vec right, up;
     void Face(const Vec& direction) {
-        const Vec side = Cross(direction, up);  // square to where up was
+        const Vec side = Cross(direction, up);
         right = side / Length(side);
         up = Cross(right, direction / Length(direction));
     }
@@ -55,14 +55,14 @@ struct Frame {
     }
 };
 
-// Reckons a traced segment again from its first frame on.
+// Computes a traced segment again from its first frame on and compares.
 void ExpectWalk(std::size_t i) {
     SCOPED_TRACE("segment " + std::to_string(i));
     const auto& nodes = TrackFile.BezierNodes;
     const TrackBezierNode& next = nodes[(i + 1) % TracedSegments.size()];
     const Curve curve{Of(nodes[i].Position), Of(nodes[i].ControlOut), Of(next.ControlIn), Of(next.Position)};
     const TracedSegment& traced = TracedSegments[i];
-    EXPECT_NEAR(traced.Length, curve.Way(0, 1), 1e-3 * traced.Length + 1e-6);
+    EXPECT_NEAR(traced.Length, curve.LengthBetween(0, 1), 1e-3 * traced.Length + 1e-6);
     const double step = 0.1 / traced.Length;
 
     const Matrix3D& start = traced.Samples[0].Orientation;
@@ -71,12 +71,12 @@ void ExpectWalk(std::size_t i) {
         const double t = traced.Samples[j].PathParam, before = traced.Samples[j - 1].PathParam;
         frames.push_back(frames.back());
         frames.back().Face(curve.At(t) - curve.At(t - step));
-        EXPECT_GE(curve.Way(before, t), 0.5 - 1e-3) << j;
-        EXPECT_LT(curve.Way(before, t - step), 0.5 + 1e-3) << j << ": not at the first chance";
-        EXPECT_NEAR(traced.Samples[j].PathLength, curve.Way(0, t), 3e-3) << j;
+        EXPECT_GE(curve.LengthBetween(before, t), 0.5 - 1e-3) << j;
+        EXPECT_LT(curve.LengthBetween(before, t - step), 0.5 + 1e-3) << j << ": a sample was due before";
+        EXPECT_NEAR(traced.Samples[j].PathLength, curve.LengthBetween(0, t), 3e-3) << j;
     }
-    EXPECT_FALSE(step < 1 && curve.Way(traced.Samples.back().PathParam, 1 - step) > 0.5 + 1e-3)
-        << "ends early";
+    const double rest = step < 1 ? curve.LengthBetween(traced.Samples.back().PathParam, 1 - step) : 0;
+    EXPECT_LE(rest, 0.5 + 1e-3) << "room for another sample";
     const double parts = static_cast<double>(frames.size()) - 1;
     const TrackBezierNode& node = nodes[(i + 1) % nodes.size()];
     const double roll = parts > 0 ? frames.back().RollFor(node) / parts : 0;
@@ -106,7 +106,9 @@ void ExpectTrace() {
 
 TEST(MathTest, Atan2HasAFixedValueOnEachAxisAndInEachQuadrant) {
     const double pi = 3.14159265358979;
-    const double cases[][3] = {
+    const struct {
+        double y, x, angle;
+    } cases[] = {
         {0, 0, 0},        {0, 5, 0},      {0, -5, pi},      {-0.0, -5, pi},      {2, 0, pi / 2},
         {-2, 0, -pi / 2}, {1, 1, pi / 4}, {-1, 1, -pi / 4}, {1, -1, 3 * pi / 4}, {-1, -1, -3 * pi / 4}};
     for (const auto& [y, x, angle] : cases)
@@ -127,14 +129,14 @@ TEST(MathTest, ProductsAreRoundedBeforeTheyAreAdded) {
     EXPECT_EQ(distance(from, to), expected);
 }
 
-TEST_F(TraceTrackTest, FramesFollowAnIndependentReckoning) {
+TEST_F(TraceTrackTest, FramesAreThoseOfAnIndependentComputation) {
     MakeTrack({Node({5, 60, -8}, {0, 0, 6}, {0, 9, -14}, 0, true),  // a corkscrew
                Node({25, 72, -40}, {-8, 2, 11}, {13, -3, -6}, 2.5f, true),
                Node({52, 55, -60}, {-10, 9, 3}, {4, -12, 8}, -1.7f),
                Node({30, 49, -20}, {12, 1, -9}, {-9, -1, 9}, -4, true),
                Node({0, 52, 15}, {9, 0, -3}, {-6, 0, 0}, 3)});
     ExpectTrace();
-    // With more nodes than segments the last piece still ends at node 0, but rolls by the node behind it.
+    // With more nodes than segments the last piece still ends at node 0, but rolls by the node after it.
     TrackFile.Segments.resize(3);
     ExpectTrace();
     MakeTrack({Node({90, 18, -70}, {0, 0, 6}, {0, 0, -7}, 0, true),  // a loop
@@ -144,27 +146,59 @@ TEST_F(TraceTrackTest, FramesFollowAnIndependentReckoning) {
     ExpectTrace();
 }
 
-TEST_F(TraceTrackTest, OnAStraightARollIsATurnOnTopOrOneOfTwoWaysToABank) {
-    // The bank before, Roll, RollFlag, and the turn.
-    const std::tuple<float, float, bool, double> cases[] = {
-        {0.5f, -3.5f, true, -3.5}, {0.5f, 0.5f, false, 0},     {1.0f, -0.25f, false, -1.25},
-        {-1.0f, 0.5f, false, 1.5}, {3.1f, -3.1f, false, -6.2}, {-3.1f, 3.1f, false, 6.2 - 6.28318530717958}};
+TEST_F(TraceTrackTest, OnAStraightARollIsARelativeTurnOrTheShorterWayToABank) {
+    const struct {
+        float bankBefore, roll;
+        bool rollFlag;
+        double turn;
+    } cases[] = {{0.5f, -3.5f, true, -3.5},    {0.5f, 0.5f, false, 0},
+                 {1.0f, -0.25f, false, -1.25}, {-1.0f, 0.5f, false, 1.5},
+                 {3.1f, -3.1f, false, -6.2},   {-3.1f, 3.1f, false, 6.2 - 6.28318530717958}};
     const Vector3D back{-2, 0, 0}, forth{4, 0, 0};
-    for (const auto& [before, roll, onTop, turn] : cases) {
-        MakeTrack({Node({50, 7, 20}, back, forth, 9, true), Node({60, 7, 20}, back, forth, before, true),
-                   Node({70, 7, 20}, back, forth, roll, onTop)});
+    for (const auto& [bankBefore, roll, rollFlag, turn] : cases) {
+        MakeTrack({Node({50, 7, 20}, back, forth, 9, true), Node({60, 7, 20}, back, forth, bankBefore, true),
+                   Node({70, 7, 20}, back, forth, roll, rollFlag)});
         ASSERT_TRUE(TraceTrack());
         const auto& samples = TracedSegments[1].Samples;
         for (std::size_t j = 0; j < samples.size(); ++j) {
             const double part = static_cast<double>(j) / static_cast<double>(samples.size() - 1);
-            const Vec right = {0, std::sin(before + turn * part), std::cos(before + turn * part)};
+            const Vec right = {0, std::sin(bankBefore + turn * part), std::cos(bankBefore + turn * part)};
             EXPECT_LT(Length(Column(samples[j].Orientation, 0) - right), 1e-4) << turn << " at " << j;
             EXPECT_LT(Length(Column(samples[j].Orientation, 2) - Vec{-1, 0, 0}), 1e-4) << j;
         }
     }
 }
 
-TEST_F(TraceTrackTest, ShortAndEmptyPiecesKeepTheChain) {
+// A straight of two pieces: the first rolls its end to about `bank`, the second is as the last node says.
+// Returns the second one's samples.
+const auto& TraceStraight(float bank, float roll, Truth rollFlag) {
+    const Vector3D back{-2, 0, 0}, forth{4, 0, 0};
+    MakeTrack({Node({50, 7, 20}, back, forth), Node({60, 7, 20}, back, forth, bank, true),
+               Node({70, 7, 20}, back, forth, roll, rollFlag)});
+    EXPECT_TRUE(TraceTrack());
+    return TracedSegments[1].Samples;
+}
+
+TEST_F(TraceTrackTest, APieceThatAlreadyHasItsBankIsNotRolled) {
+    const float bank = TraceStraight(0.5f, 0, kTrue).back().Bank;
+    ASSERT_NE(bank, 0);
+    EXPECT_EQ(TraceStraight(0.5f, bank, kFalse).back().Bank, 0);
+}
+
+TEST_F(TraceTrackTest, OfTwoEquallyLongWaysToABankTheNegativeOneIsTaken) {
+    for (float before = -1; before < 1; before += 0.01f) {
+        const float bank = TraceStraight(before, 0, kTrue).back().Bank;
+        const auto roll = static_cast<float>(bank + std::acos(-1.0));
+        const auto direct = static_cast<float>(double(roll) - bank);
+        const auto around = static_cast<float>(roll - (bank + 6.28318530717958));
+        if (direct != -around) continue;  // half a turn isn't a 32-bit number
+        EXPECT_LT(TraceStraight(before, roll, kFalse)[1].Bank, bank);
+        return;
+    }
+    FAIL() << "no bank has two equally long ways";
+}
+
+TEST_F(TraceTrackTest, ShortAndEmptyPiecesPassTheFrameOn) {
     const Vector3D back{0, 0, 2}, forth{0, 0, -4};
     MakeTrack({Node({50, 7, 20}, back, forth), Node({50, 7, 10}, back, {}, 0.7f, true),
                Node({50, 7, 9.8f}, {0, 0, 0.05f}, {}, 1), Node({50, 7, 9.8f}, {}, forth, 0.4f, true),

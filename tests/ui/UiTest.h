@@ -1,5 +1,5 @@
-// What the tests of the windows start from: the main window with the box, on a canvas of 792 by 534 pixels
-// with the origin at (396, 267), and dialogs that the test answers in the user's place.
+// What the tests of the windows share: the main window with the box, on a canvas of 792 by 534 pixels with
+// the origin at (396, 267), and dialogs that the test answers instead of the user.
 #pragma once
 
 #include <QApplication>

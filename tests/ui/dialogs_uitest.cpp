@@ -1,11 +1,9 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTreeView>
 
 #include <utility>
 
@@ -109,17 +107,6 @@ TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
     EXPECT_TRUE(question.contains("tube.3ds already exists"));
 }
 
-TEST_F(FileDialogTest, ATypedNameWinsOverARowThatIsStillSelected) {
-    WriteBytes(In("old.3ds"), {1});
-    const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
-        OnModal<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
-        Type(dialog, "new");
-        SelectTheFile(dialog);
-        PressReturn(dialog);
-    });
-    EXPECT_EQ(chosen, In("new.3ds"));
-}
-
 TEST_F(FileDialogTest, ATypedNameWithADoubleQuoteIsRefused) {
     const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
         Type(dialog, "my\"tube");
@@ -140,26 +127,6 @@ TEST_F(FileDialogTest, AListedNameWithADoubleQuoteIsTakenAsItIs) {
         Get<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Save)->click();
     });
     EXPECT_EQ(chosen, In("my\"tube.3ds"));
-}
-
-TEST_F(FileDialogTest, ASaveDialogSaysSaveIn) {
-    SaveAfter([](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.labelText(QFileDialog::LookIn), "Save in:");
-        dialog.reject();
-    });
-}
-
-TEST_F(FileDialogTest, ItOpensWideEnoughForLongNames) {
-    WriteBytes(In(std::string(30, 'w') + ".3ds"), {1});
-    SaveAfter([](QFileDialog& dialog) {
-        const auto& table = Get<QTreeView>(dialog, "treeView");
-        const int narrow = table.viewport()->width();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return table.viewport()->width() > narrow; }));
-        EXPECT_LE(table.header()->length(), table.viewport()->width());
-        const QModelIndex name = table.model()->index(0, 0, table.rootIndex());
-        EXPECT_LE(table.fontMetrics().horizontalAdvance(name.data().toString()), table.columnWidth(0));
-        dialog.reject();
-    });
 }
 
 TEST_F(UiTest, AColorDialogGetsTheFlagsOfItsArguments) {

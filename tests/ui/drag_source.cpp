@@ -1,6 +1,5 @@
 // A window from which a file can be dragged: drag_source FILE. Prints "taken" as soon as the window under the
-// mouse would take it. Ends when the target has finished with the file, with 0 if it copied
-// it.
+// mouse would take it. Ends when the target has finished with the file: with 0 if it copied it.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>

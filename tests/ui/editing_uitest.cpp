@@ -40,7 +40,7 @@ TEST_F(UiTest, UndoKeysWorkWhereverTheFocusIsAndStayOutOfTheSnapBox) {
     }
 }
 
-TEST_F(UiTest, TheWheelZoomsTheCanvasAndFocusesItUnlessAButtonIsDown) {
+TEST_F(UiTest, TheWheelZoomsAndFocusesTheCanvasUnlessAButtonIsDown) {
     const struct {
         const char* under;
         QPoint turn;
@@ -75,7 +75,7 @@ static void Drop(QWidget& on, const QMimeData& dragged) {
     QApplication::sendEvent(&on, &drop);
 }
 
-TEST_F(UiTest, OneShapeOrTrackIsTakenWhereverItHoversAndNothingElse) {
+TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
     for (const char* const name : {"a.zrbf", "B.ZRBF", "c.zrtrack", "d.txt", "zrbf"})
         WriteBytes(In(name), {});
     QDir().mkdir(QString::fromStdString(In("folder.zrbf")));
@@ -105,7 +105,7 @@ TEST_F(UiTest, OneShapeOrTrackIsTakenWhereverItHoversAndNothingElse) {
     EXPECT_FALSE(IsTaken(window, shape)) << "the window waits for a dialog";
 }
 
-TEST_F(UiTest, WhatIsDroppedOpensAfterTheDropAsWithItsTool) {
+TEST_F(UiTest, ADroppedFileOpensAfterTheDropAsWithItsTool) {
     QMimeData dragged;
     dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("s.zrbf")))});
     WriteBytes(In("s.zrbf"), FromHex("'ZRBF' 00000000"));
@@ -181,7 +181,7 @@ TEST_F(UiTest, ArrowKeysEditWhileTheCanvasHasTheFocus) {
     EXPECT_EQ(Focus(), "pbShape");
 }
 
-TEST_F(UiTest, AClickAnywhereEndsARowOfArrowKeys) {
+TEST_F(UiTest, AClickAnywhereEndsARunOfArrowKeys) {
     TunnelShape.SelectedNode = 1;
     Key(Qt::Key_Up);
     QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},

@@ -16,7 +16,7 @@ struct Screen {
 };
 static constexpr Screen kScreens[] = {{1.25, 1}, {1.5, 2}, {1.75, 2}, {2, 2}, {2.5, 3}, {3, 3}};
 
-// Where a colour starts and ends along a row of the image, each time.
+// A run of pixels of one colour in a row of the image.
 struct Span {
     int first, last;
 };

@@ -1,9 +1,5 @@
 #include <QAccessible>
-#include <QGroupBox>
-#include <QPushButton>
 #include <QScreen>
-
-#include <set>
 
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"
@@ -37,39 +33,11 @@ TEST_F(UiTest, SpaceOnTheSwatchChoosesItsColor) {
     EXPECT_EQ(dialog.Choices().Color, 0x123456);
 }
 
-TEST_F(UiTest, TheSwatchAsksForAnyColorInAnUnfoldedDialog) {
+TEST_F(UiTest, TheSwatchAsksForAnyColorInADialogWithAllItsParts) {
     frmTunnelSettings dialog(&window);
     Click(dialog, "lblTColor");
     EXPECT_EQ(askedColor.Flags, kStartFromColor | kAnyColor | kFullOpen);
     EXPECT_EQ(askedColor.Owner, &dialog);
-}
-
-TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
-    const QPalette before = QApplication::palette();
-    for (const Qt::GlobalColor desktop : {Qt::white, Qt::black}) {
-        QApplication::setPalette(QPalette(desktop));
-        frmTunnelSettings dialog(&window);
-        Show(dialog);
-        for (const char* const name : {"lblTColor", "hsTrans", "hsDimPercent"}) {
-            QWidget& control = Get(dialog, name);
-            Get(dialog, "btnCancel").setFocus();
-            const QImage without = control.grab().toImage();
-            control.setFocus();
-            const QImage image = control.grab().toImage();
-            EXPECT_NE(image, without) << name;
-            std::set<QRgb> colors;
-            for (int x = 0; x < image.width(); ++x)
-                colors.insert(image.pixel(x, 0));
-            EXPECT_EQ(colors, (std::set<QRgb>{0xFF000000, 0xFFFFFFFF})) << name;
-        }
-    }
-    QApplication::setPalette(before);
-}
-
-TEST_F(UiTest, ScreenReadersGetEachFramesCaption) {
-    frmTunnelSettings dialog(&window);
-    for (auto* const frame : dialog.findChildren<QGroupBox*>())
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(frame)->text(QAccessible::Name), frame->title());
 }
 
 TEST_F(UiTest, ScreenReadersGetTheListsNameAndValue) {
@@ -89,32 +57,6 @@ TEST_F(UiTest, ScreenReadersCanPressTheSwatch) {
     EXPECT_EQ(dialog.Choices().Color, 0x123456);
 }
 
-TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
-    frmTunnelSettings dialog(&window);
-    std::set<std::pair<int, int>> sizesAndWidths;
-    for (auto* const control : dialog.findChildren<QWidget*>()) {
-        const QString text = control->property("text").toString() + control->property("title").toString();
-        if (text.isEmpty() && control->objectName() != "cmbDetail") continue;
-        sizesAndWidths.insert({control->font().pixelSize(), control->font().stretch()});
-        const bool wraps = control->property("wordWrap").toBool();
-        const QRect room(0, 0, control->width(), 1000);
-        const QRect needed = control->fontMetrics().boundingRect(room, wraps ? Qt::TextWordWrap : 0, text);
-        EXPECT_LE(needed.width(), control->width()) << text.toStdString();
-    }
-    EXPECT_EQ(sizesAndWidths.size(), 1u);
-}
-
-TEST_F(UiTest, AWrappedTextIsNarrowedUntilItFits) {
-    QLabel label;
-    const QString text = "These words would take four lines, but there is room for three lines only.";
-    const QSize room(QFontMetrics(label.font()).horizontalAdvance(text) / 3,
-                     3 * label.fontMetrics().height());
-    FitTexts({{&label, text, room, true}});
-    const QRect needed = label.fontMetrics().boundingRect(QRect(QPoint(), room), Qt::TextWordWrap, text);
-    EXPECT_LT(label.font().stretch(), 100);
-    EXPECT_LE(needed.height(), room.height());
-}
-
 TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
     struct Case {
         QSize inside;
@@ -124,7 +66,7 @@ TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
     const QRect screen(100, 50, 1000, 800);
     const QMargins frame(5, 25, 5, 5);
     const Case cases[] = {
-        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // all of the frame is 200 by 200
+        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // with its frame it is 200 by 200
         {{190, 170}, {50, 0, 100, 100}, {100, 50}},        // beyond the upper left corner
         {{190, 170}, {1050, 800, 100, 100}, {900, 650}},   // beyond the lower right one
         {{190, 170}, {5000, -5000, 100, 100}, {900, 50}},  // far away
@@ -132,24 +74,6 @@ TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
     };
     for (const Case& each : cases)
         EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
-}
-
-TEST_F(UiTest, AFrameThatIsKnownOnlyWhenShownIsCentredAllTheSame) {
-    const QRect area(100, 100, 400, 400);
-    QWidget plain;
-    plain.resize(101, 101);
-    CentreFrame(&plain, area, window.screen()->availableGeometry());
-    Show(plain);
-    plain.grab();  // a paint at the latest
-    EXPECT_NE(plain.frameGeometry(), plain.geometry());
-    EXPECT_EQ(plain.frameGeometry().center(), area.center());
-}
-
-TEST_F(UiTest, TheSettingsOpenInTheMiddleOfTheirOwner) {
-    window.setGeometry(100, 50, 600, 500);
-    frmTunnelSettings dialog(&window);
-    Show(dialog);
-    EXPECT_EQ(dialog.frameGeometry().center(), window.frameGeometry().center());
 }
 
 TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
@@ -204,15 +128,6 @@ TEST_F(ExportTest, MakeAsksForTheObjectsFile) {
     EXPECT_EQ(Listing(), std::vector<std::string>{"t.zrtrack"});
 }
 
-TEST_F(ExportTest, MakeWritesAWholeObject) {
-    MakeAs(In("tube.3ds"));
-    const Bytes object = ReadBytes(In("tube.3ds"));
-    ASSERT_GT(object.size(), 1000u);
-    EXPECT_EQ(object[0], 0x4D);
-    EXPECT_EQ(object[1], 0x4D);
-    EXPECT_EQ(object[2] + 256u * object[3] + 65536u * object[4], object.size());
-}
-
 TEST_F(ExportTest, MakeChangesTheTrackAsTheDefaultsSay) {
     MakeAs(In("tube.3ds"));
     ASSERT_TRUE(ReadTrackFile(In("t.zrtrack")));
@@ -251,6 +166,7 @@ static std::string Described(const TunnelChoices& choices) {
 static constexpr char kDefaults[] =
     "color c0c0c0, transparency 0, detail 2, dim 1 50, two sides 0, clear 1, place 1";
 
+// Sets every control to something else than its default.
 static void ChangeEverything(frmTunnelSettings& dialog) {
     Get<QScrollBar>(dialog, "hsTrans").setValue(40);
     Get<QScrollBar>(dialog, "hsDimPercent").setValue(10);

@@ -6,12 +6,12 @@ work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 trap 'exit 1' HUP INT TERM
 
-# Tries a command until it succeeds; gives up when the program (before its start, the screen) has ended, or after minutes.
+# Repeats a command until it succeeds. Gives up after minutes, or when the program (at first, the screen) has ended.
 try() {
     tries=0
     until "$@" >"$work/found" 2>&1; do
         tries=$((tries + 1))
-        if [ $tries -ge 5000 ] || ! kill -0 "${program:-$screen}"; then echo "In vain: $*"; exit 1; fi
+        if [ $tries -ge 5000 ] || ! kill -0 "${program:-$screen}"; then echo "Gave up: $*"; exit 1; fi
         sleep 0.02
     done
 }
@@ -23,13 +23,13 @@ use() {
 }
 click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
 # Types a path into a dialog and presses Return until all windows of a title are closed: a list of completions
-# may take a Return for itself, and what is open after the dialog does nothing on one.
+# may take the first Return. The windows that are left ignore the key.
 answer() {
     xdotool type "$1"
     try sh -c "! xdotool search --onlyvisible --name '$2' || { xdotool key Return; sleep 0.2; false; }"
 }
-# Drags a file from another program to a place in the main window, which copies it. That program isn't kept waiting
-# by a dialog that opens then.
+# Drags a file from another program to a place in the main window, which copies it. The other program doesn't have
+# to wait for a dialog that opens then.
 drop() {
     env -i DISPLAY="$DISPLAY" HOME="$work/home" QT_QPA_PLATFORM=xcb "$drag_source" "$1" >"$work/taken" &
     source=$!
@@ -63,9 +63,9 @@ main=$window
 # SIGHUP and SIGTERM are caught, so that an unfinished file is removed. (A shell ignores SIGINT for its jobs.)
 caught=$(sed -n 's/^SigCgt:\t//p' "/proc/$program/status")
 [ $((0x$caught & 0x4001)) -eq $((0x4001)) ]
-# Keyboards on which a digit key types "_" (fr, the key of the 8) or Shift and one types "=" (de, the 0): neither
-# zooms. The plus key of de does, once in, and the pad's minus out again, and so does the wheel, unless a button is
-# down; else the clicks below miss.
+# Digit keys don't zoom, even if they type "_" (8 on fr) or "=" (Shift and 0 on de). The plus key of de zooms in and
+# the keypad's minus out again, and the wheel zooms unless a button is down. If any of this fails, the clicks below
+# miss.
 setxkbmap fr
 xdotool key 17
 setxkbmap de

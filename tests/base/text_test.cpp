@@ -1,0 +1,40 @@
+#include "base/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace boreforge {
+
+TEST(TextTest, OnlyWellFormedUtf8IsTakenAsACharacter) {
+    const struct {
+        const char* name;
+        std::string_view text;
+        char32_t character;
+    } cases[] = {{"one byte", "A\x80", U'A'},
+                 {"two bytes", "\xC2\x80", 0x80},
+                 {"two bytes for what fits one", "\xC1\xBF", kNoCharacter},
+                 {"three bytes for what fits two", "\xE0\x9F\xBF", kNoCharacter},
+                 {"before the surrogates", "\xED\x9F\xBF", 0xD7FF},
+                 {"the first surrogate", "\xED\xA0\x80", kNoCharacter},
+                 {"the last surrogate", "\xED\xBF\xBF", kNoCharacter},
+                 {"four bytes", "\xF0\x90\x80\x80", 0x10000},
+                 {"the last character", "\xF4\x8F\xBF\xBF", 0x10FFFF},
+                 {"beyond it", "\xF4\x90\x80\x80", kNoCharacter},
+                 {"cut short", "\xE2\x82", kNoCharacter},
+                 {"no second byte", "\xC3(", kNoCharacter}};
+    for (const auto& [name, text, character] : cases) {
+        std::string_view rest = text;
+        EXPECT_EQ(TakeCharacter(rest), character) << name;
+    }
+}
+
+TEST(TextTest, Windows1252HasLatin1AndItsOwnCharactersOnly) {
+    const struct {
+        std::string_view text;
+        std::optional<std::string> bytes;
+    } cases[] = {{"\u00A0\u00FF", "\xA0\xFF"}, {"\u20AC\u0178", "\x80\x9F"}, {"\u0081", "\x81"},
+                 {"\u0080", std::nullopt},     {"\u0100", std::nullopt},     {"\xFF", std::nullopt}};
+    for (const auto& [text, bytes] : cases)
+        EXPECT_EQ(ToWindows1252(text), bytes) << text;
+}
+
+}  // namespace boreforge
