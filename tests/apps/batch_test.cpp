@@ -31,8 +31,8 @@ TEST_F(BatchTest, TheProgramMakesWhatTheJobMakes) {
 TEST_F(BatchTest, OptionsAreTakenInEveryUsualForm) {
     const struct {
         const char *one, *other;  // mean the same
-    } cases[] = {{"--detail=HIGH --color '#0AC85a'", "--detail high --color 10,200,90"},
-                 {"--dim 10 --dim 30", "--dim 30"},
+    } cases[] = {{"--detail=HIGH --color '#0AFF00'", "--detail high --color 10,255,0"},
+                 {"--dim 10 --dim 100", "--dim 100"},
                  {"--preset=Rounded", "--preset rounded"},
                  {"--no-dim --no-dim", "--no-dim"}};
     for (const auto& [one, other] : cases) {
@@ -205,6 +205,11 @@ TEST_F(BatchTest, WarnsOfShapesThatAreProbablyWrong) {
          {{3, -2, 0}, {3, 2, 0}, {-3, 4, 0}, {-3, -2, 0}},
          "",
          "The contours cross each other.\n"},
+        {"a spike that touches the tip of a notch",
+         {{2, -1, 0}, {2, 1, 0}, {3, 1, 0}, {2.5f, 1, 0}, {2, 3, 0}, {-2, 3, 0}, {-2, -1, 0}},
+         {{3, -2, 0}, {3, 1, 0}, {5, -2, 0}, {5, 4, 0}, {1, 4, 0}, {-3, 4, 0}, {-3, -2, 0}},
+         "",
+         ""},
         {"a node on the other contour", {{3, 1, 0}, inside[1], inside[2], inside[3]}, outside, "", ""},
         {"infinite",
          {inside[0], inside[1], {std::numeric_limits<float>::infinity(), 0, 0}, inside[3]},

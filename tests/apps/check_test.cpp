@@ -1,4 +1,6 @@
 // Runs the checking program as a user's script would.
+#include <cmath>
+
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "shared/ObjectSurfaces.h"
@@ -126,6 +128,7 @@ TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {
                  {"one face lacking", {x, y, z}, 3, 0, 0, Facing::NotJudged},
                  {"a face without area", {x, y, z, slope, {1, 1, 2}}, 0, 0, 0, Facing::Outwards},
                  {"a face twice", {x, y, z, slope, x}, 0, 0, 3, Facing::Outwards},
+                 {"a face three times", {x, y, z, slope, x, x}, 0, 0, 3, Facing::NotJudged},
                  {"a fin", {x, y, z, slope, {1, 2, 5}}, 2, 0, 1, Facing::NotJudged}};
     for (const auto& [name, faces, open, opposed, crowded, facing] : cases) {
         SCOPED_TRACE(name);
@@ -140,7 +143,24 @@ TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {
         EXPECT_EQ(surfaces[0].OpposedEdges, opposed);
         EXPECT_EQ(surfaces[0].CrowdedEdges, crowded);
         EXPECT_EQ(surfaces[0].Faces, facing);
+        EXPECT_FALSE(surfaces[0].IsDoubleSided());
     }
+}
+
+TEST(ObjectSurfaces, AFlatSurfaceFacesNowhereDespiteRounding) {
+    // A tetrahedron whose corners are in one plane; the coordinates are exact.
+    const auto corner = [](int u, int v) {
+        const auto coordinate = [](int count) { return std::ldexp(static_cast<float>(count), -20); };
+        return Vector3D{coordinate(7123457 + 1234567 * u - 345679 * v), coordinate(345678 * u + 987653 * v),
+                        coordinate(-765431 * u + 456789 * v)};
+    };
+    Object3DS object;
+    object.Points = {corner(0, 0), corner(1, 0), corner(0, 1), corner(1, 1)};
+    object.Faces = {{0, 1, 2}, {0, 3, 1}, {0, 2, 3}, {1, 3, 2}};
+    const auto surfaces = FindSurfaces(object);
+    ASSERT_EQ(surfaces.size(), 1u);
+    EXPECT_NE(surfaces[0].Volume, 0) << "this surface can't tell";
+    EXPECT_EQ(surfaces[0].Faces, Facing::NotJudged);
 }
 
 }  // namespace boreforge

@@ -162,13 +162,6 @@ TEST_F(ShapeInputTest, TheZoomAndThePanKeepToTheirLimits) {
     }
 }
 
-TEST_F(ShapeInputTest, NewLeavesTheViewAlone) {
-    ShapeView = {3000, 0, 7, 8};
-    EXPECT_TRUE(RunShapeTool(kToolNew, controls));
-    EXPECT_EQ(ShapeView.PanX, 3000);
-    EXPECT_EQ(ShapeView.ViewOriginX, 7);
-}
-
 TEST_F(ShapeInputTest, EachWholeNotchOfTheWheelIsOneStepOfTheZoomTools) {
     const struct {
         std::vector<int> turns;  // a notch is 120

@@ -96,11 +96,6 @@ TEST_F(ShapeFileTest, ASaveWritesEachNodesInsideAndOutsidePoint) {
     EXPECT_EQ(ReadBytes(path_), FromHex("'ZRBF' 00000000"));
 }
 
-TEST_F(ShapeFileTest, ASaveIntoNoFolderFails) {
-    EXPECT_FALSE(SaveTunnelShape(""));
-    EXPECT_FALSE(SaveTunnelShape(In("absent/s.zrbf")));
-}
-
 TEST_F(ShapeFileTest, ALoadTakesTheNodesAndTheDefaultZoom) {
     const std::string shape = Shape();
     Bytes longer = WithStart("'zrBf'");

@@ -426,13 +426,29 @@ TEST_F(AccessListTest, TheListIsSetBeforeThePermissionsOpenTheFile) {
     EXPECT_EQ(calls, "list mode ");
 }
 
-TEST_F(AccessListTest, AListThatAFileInheritsFromItsFolderIsRemoved) {
+TEST_F(AccessListTest, AListThatAReplacedFileInheritsFromItsFolderIsRemoved) {
     fs::create_directory(In("d"));
     WriteOld("d/f", 0600);
     ASSERT_TRUE(Set("d", "system.posix_acl_default", List()));
     EXPECT_TRUE(Save("d/f"));
     EXPECT_TRUE(Attribute("d/f", "system.posix_acl_access").empty());
     EXPECT_EQ(ModeOf(In("d/f")), 0600u);
+}
+
+TEST_F(AccessListTest, ReadingAFileTellsOfItsList) {
+    Bytes content;
+    FileState state;
+    EXPECT_TRUE(ReadWholeFile(In("f"), content, "", &state));
+    EXPECT_TRUE(state.hasAccessList);
+}
+
+TEST_F(AccessListTest, AListThatANewFileInheritsFromItsFolderIsRemoved) {
+    fs::create_directory(In("d"));
+    ASSERT_TRUE(Set("d", "system.posix_acl_default", List()));
+    FileState track;
+    track.info.mode = 0600;
+    EXPECT_TRUE(SaveWholeFile(In("d/f"), FileKind::Track, kNew, nullptr, &track));
+    EXPECT_TRUE(Attribute("d/f", "system.posix_acl_access").empty());
 }
 
 TEST_F(AccessListTest, UserAttributesAreKept) {

@@ -120,19 +120,13 @@ TEST_F(HostileTest, AnyCoordinatesEndInATunnelOrAMessage) {
     } cases[] = {{"NaN", kNoPath, [&] { nodes[2].Position.x = std::numeric_limits<float>::quiet_NaN(); }},
                  {"an infinite one", kNoPath, [&] { nodes[1].ControlIn.y = kInfinity; }},
                  {"an infinite roll", kNoPath, [&] { nodes[3].Roll = -kInfinity; }},
-                 {"1e30", kNoPath, [&] { nodes[4].Position.z = 1e30f; }},
                  {"all large", kNoPath, [&] { scale(1e30f); }},
                  {"a long piece", kNoPath, [&] { nodes[0].Position.x = 3e6f; }},
-                 {"1e-30", kMade,
-                  [&] {
-                      nodes[4].Position = {1e-30f, 1e-30f, 1e-30f};
-                  }},
                  {"all small", kMade, [&] { scale(1e-30f); }},
                  {"one point", kMade, [&] { scale(0); }},
                  {"a large roll", kMade, [&] { nodes[3].Roll = 1e30f; }},
                  {"a shape with NaN", kMade, [] { TunnelShape.InsideNodes[0].x = kInfinity - kInfinity; }},
                  {"a vast shape", kMade, [] { TunnelShape.OutsideNodes[0].y = 3e38f; }},
-                 {"a small vast shape", kMade, [&] { scale(1e-30f), TunnelShape.OutsideNodes[0].y = 3e38f; }},
                  {"a vast terrain", kRefused, [] {
                       TrackFile.HasTerrain = kTrue;
                       TrackFile.TerrainWidth = TrackFile.TerrainDepth = 0x7FFFFFFF;

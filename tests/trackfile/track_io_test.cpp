@@ -189,10 +189,4 @@ TEST_F(TrackIOTest, ASaveAddsTheExtensionAndReplacesALongerFile) {
     EXPECT_EQ(ReadBytes(In("track.zrt")), KnownFile());
 }
 
-TEST_F(TrackIOTest, ASaveToAFolderOrIntoNoFolderFails) {
-    std::filesystem::create_directory(In("folder.zrtrack"));
-    EXPECT_FALSE(WriteTrackFile(In("folder.zrtrack")));
-    EXPECT_FALSE(WriteTrackFile(In("absent/t.zrtrack")));
-}
-
 }  // namespace boreforge

@@ -1,7 +1,6 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -75,13 +74,6 @@ struct FileDialogTest : UiTest {
     static void PressReturn(const QFileDialog& dialog) {
         QTest::keyClick(&Get(dialog, "fileNameEdit"), Qt::Key_Return);
     }
-    // Waits until the list has its one file and selects that.
-    static void SelectTheFile(const QFileDialog& dialog) {
-        auto& list = Get<QListView>(dialog, "listView");
-        const auto loaded = [&] { return list.model()->rowCount(list.rootIndex()) == 1; };
-        ASSERT_TRUE(QTest::qWaitFor(loaded));
-        list.setCurrentIndex(list.model()->index(0, 0, list.rootIndex()));
-    }
 };
 
 TEST_F(FileDialogTest, ATypedNameGetsTheExtension) {
@@ -116,17 +108,6 @@ TEST_F(FileDialogTest, ATypedNameWithADoubleQuoteIsRefused) {
         dialog.reject();
     });
     EXPECT_EQ(chosen, "");
-}
-
-TEST_F(FileDialogTest, AListedNameWithADoubleQuoteIsTakenAsItIs) {
-    WriteBytes(In("my\"tube.3ds"), {1});
-    const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
-        OnModal<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
-        Get(dialog, "listView").setFocus();
-        SelectTheFile(dialog);
-        Get<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Save)->click();
-    });
-    EXPECT_EQ(chosen, In("my\"tube.3ds"));
 }
 
 TEST_F(UiTest, AColorDialogGetsTheFlagsOfItsArguments) {

@@ -25,17 +25,19 @@ TEST_F(UiTest, UndoKeysWorkWhereverTheFocusIsAndStayOutOfTheSnapBox) {
         box.setText("");
         Key('1');
         Key(Qt::Key_Z, kCtrl);
+        EXPECT_EQ(box.text(), "1") << "there was nothing to undo in the shape";
         Key(redoKey, redoModifiers);
-        EXPECT_EQ(Focus() + box.text(), "txtSnap1") << "there was nothing to undo";
+        EXPECT_EQ(Focus(), "txtSnap");
         Key(Qt::Key_F);
         box.setFocus();
         Key(Qt::Key_Z, kCtrl);
         EXPECT_EQ(TunnelShape.InsideNodes[0].y, -1);
-        EXPECT_EQ(Focus() + box.text(), "pbShape1");
+        EXPECT_EQ(Focus(), "pbShape");
         box.setFocus();
         Key(redoKey, redoModifiers);
         EXPECT_EQ(TunnelShape.InsideNodes[0].y, 1);
-        EXPECT_EQ(Focus() + box.text(), "pbShape1");
+        EXPECT_EQ(Focus(), "pbShape");
+        EXPECT_EQ(box.text(), "1");
         Key(Qt::Key_Z, kCtrl);
     }
 }
@@ -142,15 +144,6 @@ TEST_F(UiTest, ADragIsUndoneAsAWholeAndNotBeforeItsRelease) {
     QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, At(-3.3, 0.7));
     Key(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(TunnelShape.NodeCount(), 4);
-    Click(window, "btnPreShapes(1)");
-    file = In("wrong.zrbf");
-    WriteBytes(file, FromHex("'ZRBE' 00000000"));
-    Click(window, "btnShapeTools(3)");
-    EXPECT_EQ(TunnelShape.NodeCount(), 0);
-    for (const int nodes : {8, 4}) {
-        Key(Qt::Key_Z, Qt::ControlModifier);
-        EXPECT_EQ(TunnelShape.NodeCount(), nodes);
-    }
 }
 
 TEST_F(UiTest, ArrowKeysEditWhileTheCanvasHasTheFocus) {

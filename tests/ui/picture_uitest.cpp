@@ -47,19 +47,3 @@ TEST(Picture, ThinLinesAreEquallyThickWhereverTheyAre) {
         EXPECT_EQ(thicknesses, std::set{screen.thickness}) << screen.density;
     }
 }
-
-TEST(Picture, ALineMeetsTheMiddleOfItsDot) {
-    for (const Screen& screen : kScreens)
-        for (const float at : {20.f, 20.3f, 20.5f, 21.7f}) {
-            QImage image;
-            ImageSurface surface(image, QSize(60, 60), screen.density);
-            surface.Clear();
-            surface.SetPenWidth(15);
-            surface.Dot({at, 20}, {255, 0, 0});
-            surface.SetPenWidth(1);
-            surface.Line({at, 40}, {at, 50}, {0, 255, 0});
-            const Span dot = SpansOf(image, qRound(20 * screen.density), Qt::red).at(0);
-            const Span line = SpansOf(image, qRound(45 * screen.density), Qt::green).at(0);
-            EXPECT_EQ(dot.first + dot.last, line.first + line.last) << screen.density << ' ' << at;
-        }
-}

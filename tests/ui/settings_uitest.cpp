@@ -57,25 +57,6 @@ TEST_F(UiTest, ScreenReadersCanPressTheSwatch) {
     EXPECT_EQ(dialog.Choices().Color, 0x123456);
 }
 
-TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
-    struct Case {
-        QSize inside;
-        QRect area;
-        QPoint corner;
-    };
-    const QRect screen(100, 50, 1000, 800);
-    const QMargins frame(5, 25, 5, 5);
-    const Case cases[] = {
-        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // with its frame it is 200 by 200
-        {{190, 170}, {50, 0, 100, 100}, {100, 50}},        // beyond the upper left corner
-        {{190, 170}, {1050, 800, 100, 100}, {900, 650}},   // beyond the lower right one
-        {{190, 170}, {5000, -5000, 100, 100}, {900, 50}},  // far away
-        {{1990, 1970}, screen, {100, 50}},                 // larger than the screen
-    };
-    for (const Case& each : cases)
-        EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
-}
-
 TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
     const QRect screen = window.screen()->availableGeometry();
     for (const QRect place : {QRect(-700, -500, 792, 566), QRect(screen.bottomRight(), QSize(300, 300)),
