@@ -88,6 +88,16 @@ TEST_F(JobTest, AnEmptyShapeStillMakesBothFiles) {
     EXPECT_TRUE(Shown().empty());
 }
 
+TEST_F(JobTest, BothMaterialsHaveTheShineOfATunnel) {
+    Open("-T----");
+    ASSERT_TRUE(RunTunnelJob(Settings()));
+    ASSERT_EQ(Model3DS.Materials.size(), 2u);
+    for (const Material3DS& material : Model3DS.Materials) {
+        EXPECT_EQ(material.Shininess, 25);
+        EXPECT_EQ(material.ShininessStrength, 5);
+    }
+}
+
 TEST_F(JobTest, DimmingAtZeroPercentKeepsAColourAndAtAHundredMakesItBlack) {
     const struct {
         int percent;
@@ -104,7 +114,7 @@ TEST_F(JobTest, DimmingAtZeroPercentKeepsAColourAndAtAHundredMakesItBlack) {
 
 TEST_F(JobTest, TheTrackHoldsTheObjectsNameInWindows1252) {
     Open("-T----");
-    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("Tunn\u00E9l \u20AC\u0178.3ds"))));
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("C:\\Tunn\u00E9l \u20AC\u0178.3ds"))));
     EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80\x9F.3ds");
 }
 
