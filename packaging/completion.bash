@@ -1,4 +1,4 @@
-# Bash completion for the programs without a window. The choices come from the program's own --help: options,
+# Bash completion for the programs with options. The choices come from the program's own --help: options,
 # possible values, extensions of files.
 
 # Prints each argument or option of a help text with its value, as in "--shape FILE.zrbf".
@@ -43,4 +43,4 @@ _boreforge() {
     esac
 }
 
-complete -F _boreforge boreforge-batch boreforge-check boreforge-picture
+complete -F _boreforge boreforge-batch boreforge-check boreforge-view

@@ -3,8 +3,10 @@ set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
 
 if(CPACK_GENERATOR STREQUAL "DEB")
     set(documents ${root}/usr/${CPACK_BOREFORGE_DOCUMENTS})
-    file(RENAME ${documents}/CHANGELOG.md ${documents}/changelog)
-    file(GLOB texts ${root}/usr/share/man/man1/* ${documents}/changelog*)
+    if(EXISTS ${documents}/CHANGELOG.md)
+        file(RENAME ${documents}/CHANGELOG.md ${documents}/changelog)
+    endif()
+    file(GLOB texts ${root}/usr/share/man/man1/* ${root}/usr/share/doc/*/changelog*)
     execute_process(COMMAND gzip -9n ${texts} COMMAND_ERROR_IS_FATAL ANY)
 else()
     # An archive to unpack anywhere has everything at its top.

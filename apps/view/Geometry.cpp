@@ -25,8 +25,7 @@ struct RibbonVertex {
     QVector4D color;
 };
 
-constexpr QVector3D kRailColor{0.93f, 0.30f, 0.10f}, kTieColor{0.34f, 0.29f, 0.27f},
-    kMarkColor{0.10f, 0.28f, 0.62f};
+constexpr QVector3D kRailColor{0.93f, 0.30f, 0.10f}, kTieColor{0.34f, 0.29f, 0.27f};
 
 QVector3D ToQt(const Vec& v) { return {float(v.x), float(v.y), float(v.z)}; }
 
@@ -92,13 +91,14 @@ std::vector<Ribbon> RailsOf(const TrackPath& path) {
     return ribbons;
 }
 
-std::vector<Ribbon> MarksOf(const TrackPath& path) {
+std::vector<Ribbon> MarksOf(const TrackPath& path, const ObjectMaterial& wall) {
     std::vector<Ribbon> ribbons;
     for (const CoveredStretch& stretch : CoveredStretches(path))
         for (std::size_t i = stretch.first; i + 1 < stretch.first + stretch.count; ++i) {
             const PathPoint& here = path[i % path.size()];
             const PathPoint& next = path[(i + 1) % path.size()];
-            ribbons.push_back({here.Position, next.Position, here.Right * stretch.roof, kMarkColor});
+            ribbons.push_back(
+                {here.Position, next.Position, here.Right * stretch.roof, ColorOf(wall).toVector3D()});
         }
     return ribbons;
 }

@@ -26,8 +26,8 @@ QByteArray WallVertices(const Object3DS& object);
 // Two rails and their ties; the rails' tops are at the height of the path.
 std::vector<Ribbon> RailsOf(const TrackPath& path);
 
-// A line along each covered stretch, to be seen from far away.
-std::vector<Ribbon> MarksOf(const TrackPath& path);
+// A band in the walls' colour along each covered stretch, to be seen from so far that the walls can't be.
+std::vector<Ribbon> MarksOf(const TrackPath& path, const ObjectMaterial& wall);
 
 class WallGeometry : public QQuick3DGeometry {
   public:

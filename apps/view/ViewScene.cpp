@@ -70,7 +70,7 @@ void ViewScene::ShowGeometry() {
     FindCover(track_, shown_.Object);
     walls_.Show(shown_.Object);
     rails_.Show(RailsOf(track_));
-    marks_.Show(MarksOf(track_));
+    marks_.Show(MarksOf(track_, shown_.Object.Materials.at(shown_.Object.Faces[0].Material)));
     const ObjectBounds bounds = BoundsOf(shown_.Object);
     const Vec low = ToVec(bounds.Low), high = ToVec(bounds.High);
     center_ = ToQt(Mix(low, high, 0.5));

@@ -41,8 +41,8 @@ expect "folder;" boreforge-batch track.zrtrack --output-folder ""
 expect "track.zrtrack;folder;" boreforge-batch --output-folder folder track.zrtrack ""
 expect "--json;" boreforge-check --j
 expect "a b.3ds;folder;" boreforge-check --json ""
-if [ -x "$programs/boreforge-picture" ]; then
-    expect "above;side;inside;" boreforge-picture --view ""
-    expect "a b.3ds;folder;" boreforge-picture ""
+if [ -x "$programs/boreforge-view" ]; then
+    expect "above;side;inside;" boreforge-view --from ""
+    expect "a b.3ds;folder;" boreforge-view ""
 fi
 exit $failed

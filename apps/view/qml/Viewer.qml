@@ -117,7 +117,7 @@ Item {
                 viewport_: Qt.size(view.width, view.height)
                 front: true
                 vanishes: true
-                thinnest: 2
+                thinnest: 2.5
             }
         }
     }
