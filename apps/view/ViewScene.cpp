@@ -37,7 +37,10 @@ bool ViewScene::OpenObject(const std::string& path) {
     problem_.clear();
     summary_ = QString::fromStdString(Summary(shown_));
     ShowGeometry();
-    if (isFirst) Fit();
+    if (isFirst) {
+        SetBackFaces(!transparent_);  // they would show through the walls
+        Fit();
+    }
     UpdateCamera();
     emit textChanged();
     return true;

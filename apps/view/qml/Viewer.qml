@@ -76,7 +76,7 @@ Item {
             geometry: root.scene.walls
             materials: CustomMaterial {
                 property real haze: root.haze
-                sourceBlend: root.scene.transparent ? CustomMaterial.SrcAlpha : CustomMaterial.NoBlend
+                sourceBlend: root.scene.transparent ? CustomMaterial.One : CustomMaterial.NoBlend
                 destinationBlend: root.scene.transparent ? CustomMaterial.OneMinusSrcAlpha : CustomMaterial.NoBlend
                 vertexShader: "wall.vert"
                 fragmentShader: "wall.frag"

@@ -12,5 +12,7 @@ void MAIN() {
 }
 void POST_PROCESS() {
     float share = distance(place, CAMERA_POSITION) / haze;
-    COLOR_SUM = vec4(mix(vec3(0.81, 0.865, 0.9), DIFFUSE.rgb + SPECULAR, 1.0 / (1.0 + share * share)), DIFFUSE.a);
+    vec3 hazy = mix(vec3(0.81, 0.865, 0.9), DIFFUSE.rgb + SPECULAR, 1.0 / (1.0 + share * share));
+    // Multiplied by the alpha already, and by what the screen's curve makes of it.
+    COLOR_SUM = vec4(hazy * pow(color.a, 2.2), color.a);
 }
