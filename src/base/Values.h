@@ -41,10 +41,24 @@ constexpr void SplitColor(PackedColor color, std::int32_t& red, std::int32_t& gr
 // Rounds to the nearest whole number, a tie to the even one: 0.5 becomes 0, 1.5 and 2.5 become 2.
 inline double RoundToEven(double value) { return std::nearbyint(value); }
 
-// A colour channel times a factor of at least 0, rounded to nearest (ties to even) and limited to 255.
-inline std::uint8_t ScaleChannel(std::int32_t channel, double factor) {
-    const double scaled = RoundToEven(channel * factor);
-    return static_cast<std::uint8_t>(scaled > 255 ? 255 : scaled);
+inline ColorRGB ToColorRGB(PackedColor color) {
+    std::int32_t red = 0, green = 0, blue = 0;
+    SplitColor(color, red, green, blue);
+    return {static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
+            static_cast<std::uint8_t>(blue)};
+}
+
+constexpr PackedColor ToPackedColor(const ColorRGB& color) {
+    return PackColor(color.red, color.green, color.blue);
+}
+
+// Each channel times a factor of at least 0, rounded to nearest (ties to even) and limited to 255.
+inline ColorRGB ScaleColor(const ColorRGB& color, double factor) {
+    const auto scale = [factor](std::uint8_t channel) {
+        const double scaled = RoundToEven(channel * factor);
+        return static_cast<std::uint8_t>(scaled > 255 ? 255 : scaled);
+    };
+    return {scale(color.red), scale(color.green), scale(color.blue)};
 }
 
 // Change the case of ASCII letters only: tags and extensions need no more, and the result must not depend on

@@ -10,11 +10,7 @@ namespace boreforge {
 
 inline QColor ToQColor(const ColorRGB& color) { return QColor(color.red, color.green, color.blue); }
 
-inline QColor ToQColor(PackedColor color) {
-    std::int32_t red = 0, green = 0, blue = 0;
-    SplitColor(color, red, green, blue);
-    return QColor(red, green, blue);
-}
+inline QColor ToQColor(PackedColor color) { return ToQColor(ToColorRGB(color)); }
 
 // The alpha channel is dropped.
 inline PackedColor ToPackedColor(const QColor& color) {

@@ -22,8 +22,6 @@ namespace {
 constexpr double kHitRange = 0.3;  // shape units in x and y, at any zoom
 constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point by if snapping is off
 
-enum KeyCode { kEscape = 27, kLeft = 37, kUp = 38, kRight = 39, kDown = 40, kKeyY = 89, kKeyZ = 90 };
-
 bool IsHit(const Vector3D& point, const Vector3D& position) {
     return std::fabs(double(position.x) - point.x) < kHitRange &&
            std::fabs(double(position.y) - point.y) < kHitRange;
@@ -146,7 +144,7 @@ bool SelectAlongContour(bool forward, ShownNodes shown) {
 
 bool SelectByKey(int code, ShownNodes shown) {
     const std::int32_t node = TunnelShape.SelectedNode;
-    if (code == kLeft || code == kRight) return SelectAlongContour(code == kRight, shown);
+    if (code == kKeyLeft || code == kKeyRight) return SelectAlongContour(code == kKeyRight, shown);
     return node >= 0 && SelectPoint(node, !TunnelShape.SelectedIsOutside, shown);
 }
 
@@ -154,7 +152,7 @@ bool MoveByKey(int code, const EditorControls& controls) {
     if (TunnelShape.SelectedNode < 0) return false;
     const float interval = ActiveInterval(controls);
     const double step = interval > 0 ? interval : kFreeStep;
-    const int right = (code == kRight) - (code == kLeft), up = (code == kUp) - (code == kDown);
+    const int right = (code == kKeyRight) - (code == kKeyLeft), up = (code == kKeyUp) - (code == kKeyDown);
     const Vector3D from = SelectedPoint();
     MoveSelectedPoint({static_cast<float>(from.x + right * step), static_cast<float>(from.y + up * step), 0});
     return true;
@@ -264,21 +262,21 @@ bool OpenShapeFile(const std::string& path, const EditorControls& controls) {
 
 int ToolOfKey(const KeyPress& key) {
     switch (key.code) {
-        case 73:
+        case kKeyI:
             return kToolInsert;
-        case 46:
+        case kKeyDelete:
             return kToolDelete;
-        case 107:
-        case 187:
+        case kKeyPadPlus:
+        case kKeyPlus:
             return kToolZoomIn;
-        case 109:
-        case 189:
+        case kKeyPadMinus:
+        case kKeyMinus:
             return kToolZoomOut;
-        case 111:
+        case kKeyPadSlash:
             return kToolZoomReset;
-        case 77:
+        case kKeyM:
             return kToolMirror;
-        case 70:
+        case kKeyF:
             return kToolFlip;
         default:
             return ToolOfShortcut(key);
@@ -287,12 +285,12 @@ int ToolOfKey(const KeyPress& key) {
 
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls) {
     const bool acts = onCanvas && !key.alt && !controls.buttonDown;
-    const bool arrow = key.code >= kLeft && key.code <= kDown;
+    const bool arrow = key.code >= kKeyLeft && key.code <= kKeyDown;
     if (acts && arrow && !key.control) return MoveByKey(key.code, controls);
     EndStep(controls);
     if (!acts) return false;
     if (arrow) return SelectByKey(key.code, controls.shown);
-    if (key.code != kEscape || TunnelShape.SelectedNode < 0) return false;
+    if (key.code != kKeyEscape || TunnelShape.SelectedNode < 0) return false;
     TunnelShape.SelectedNode = -1;
     return true;
 }

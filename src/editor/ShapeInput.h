@@ -88,10 +88,31 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 void UsePreset(std::int16_t preset, const EditorControls& controls);
 bool OpenShapeFile(const std::string& path, const EditorControls& controls);
 
-// Key codes: 27 Escape, 37 Left, 38 Up, 39 Right, 40 Down, 46 Delete, 70 F, 73 I, 77 M, 89 Y, 90 Z, 107 and
-// 187 plus, 109 and 189 minus, 111 the slash of the numeric pad; other slashes have no tool.
+// The platform-independent codes of the keys that the editor uses. A slash has a tool only on the numeric
+// pad.
+enum KeyCode : int {
+    kKeyOther = 0,
+    kKeyEscape = 27,
+    kKeyLeft = 37,
+    kKeyUp = 38,
+    kKeyRight = 39,
+    kKeyDown = 40,
+    kKeyDelete = 46,
+    kKeyF = 70,
+    kKeyI = 73,
+    kKeyM = 77,
+    kKeyY = 89,
+    kKeyZ = 90,
+    kKeyPadPlus = 107,
+    kKeyPadMinus = 109,
+    kKeyPadSlash = 111,
+    kKeyPlus = 187,
+    kKeyMinus = 189,
+    kKeySlash = 191,
+};
+
 struct KeyPress {
-    int code = 0;  // 0: any other key
+    int code = kKeyOther;
     bool shift = false, control = false;
     bool alt = false;  // or Super, the desktop's menu key
 };

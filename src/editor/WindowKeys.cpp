@@ -36,47 +36,47 @@ bool IsSignKey(const QKeyEvent& event) {
     return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// The editor's code of a key, whatever modifiers are held; 0 for a key that the editor doesn't use.
+// The editor's code of a key, whatever modifiers are held.
 int KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
     const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
     switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
         case Qt::Key_Escape:
-            return 27;
+            return kKeyEscape;
         case Qt::Key_Left:
-            return 37;
+            return kKeyLeft;
         case Qt::Key_Up:
-            return 38;
+            return kKeyUp;
         case Qt::Key_Right:
-            return 39;
+            return kKeyRight;
         case Qt::Key_Down:
-            return 40;
+            return kKeyDown;
         case Qt::Key_Delete:
-            return 46;
+            return kKeyDelete;
         case Qt::Key_F:
-            return 70;
+            return kKeyF;
         case Qt::Key_I:
-            return 73;
+            return kKeyI;
         case Qt::Key_M:
-            return 77;
+            return kKeyM;
         case Qt::Key_Y:
-            return 89;
+            return kKeyY;
         case Qt::Key_Z:
-            return 90;
+            return kKeyZ;
         case Qt::Key_Plus:
-            if (keypad) return 107;
-            return IsSignKey(event) ? 187 : 0;
+            if (keypad) return kKeyPadPlus;
+            return IsSignKey(event) ? kKeyPlus : kKeyOther;
         case Qt::Key_Equal:
-            return !keypad && IsSignKey(event) ? 187 : 0;
+            return !keypad && IsSignKey(event) ? kKeyPlus : kKeyOther;
         case Qt::Key_Minus:
-            if (keypad) return 109;
-            return IsSignKey(event) ? 189 : 0;
+            if (keypad) return kKeyPadMinus;
+            return IsSignKey(event) ? kKeyMinus : kKeyOther;
         case Qt::Key_Underscore:
-            return IsSignKey(event) ? 189 : 0;
+            return IsSignKey(event) ? kKeyMinus : kKeyOther;
         case Qt::Key_Slash:
-            return keypad ? 111 : 191;
+            return keypad ? kKeyPadSlash : kKeySlash;
         default:
-            return 0;
+            return kKeyOther;
     }
 }
 

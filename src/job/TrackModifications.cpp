@@ -11,9 +11,7 @@ namespace boreforge {
 namespace {
 
 PackedColor Dimmed(PackedColor color, float factor) {
-    std::int32_t red = 0, green = 0, blue = 0;
-    SplitColor(color, red, green, blue);
-    return PackColor(ScaleChannel(red, factor), ScaleChannel(green, factor), ScaleChannel(blue, factor));
+    return ToPackedColor(ScaleColor(ToColorRGB(color), factor));
 }
 
 }  // namespace

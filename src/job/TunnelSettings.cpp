@@ -18,16 +18,12 @@ float DimFactorOf(std::int32_t percent) {
 }  // namespace
 
 TunnelJobSettings DeriveJobSettings(const TunnelChoices& choices, const std::string& outputPath) {
-    std::int32_t red = 0, green = 0, blue = 0;
-    SplitColor(choices.Color, red, green, blue);
-    const auto scaled = [&](double factor) {
-        return ColorRGB{ScaleChannel(red, factor), ScaleChannel(green, factor), ScaleChannel(blue, factor)};
-    };
+    const ColorRGB color = ToColorRGB(choices.Color);
     TunnelJobSettings settings;
     settings.OutputPath = outputPath;
-    settings.BaseColor = scaled(1);
-    settings.HalfColor = scaled(0.5);
-    settings.BrightColor = scaled(1.2);
+    settings.BaseColor = color;
+    settings.HalfColor = ScaleColor(color, 0.5);
+    settings.BrightColor = ScaleColor(color, 1.2);
     settings.DimColors = choices.DimColors;
     settings.RemoveTunnels = choices.RemoveTunnels;
     settings.PlaceObject = choices.PlaceObject;

@@ -82,9 +82,7 @@ void CapTunnels(std::int16_t material, bool doubleSided) {
 }
 
 // The inside of a tunnel is the same colour at half brightness.
-void Darken(ColorRGB& color) {
-    color = {ScaleChannel(color.red, 0.5), ScaleChannel(color.green, 0.5), ScaleChannel(color.blue, 0.5)};
-}
+void Darken(ColorRGB& color) { color = ScaleColor(color, 0.5); }
 
 // Fills the model, in the order that the objects will have in the file.
 void BuildTunnels(TunnelJobSettings& settings) {
