@@ -7,7 +7,7 @@ _boreforge_values() {
 }
 
 _boreforge() {
-    local current=${COMP_WORDS[COMP_CWORD]} help values positionals value="" given=0 word i
+    local current=${COMP_WORDS[COMP_CWORD]} help values positionals value="" given=0 word i extension
     COMPREPLY=()
     help=$("$1" --help 2>/dev/null) || return
     values=$(_boreforge_values "$help")
@@ -35,7 +35,8 @@ _boreforge() {
         *.*.* | *,* | "") ;;  # a number or a colour
         *.*)
             compopt -o filenames
-            mapfile -t COMPREPLY < <(compgen -f -X "!*.${value#*.}" -- "$current"; compgen -d -- "$current") ;;
+            extension=$(sed 's/[a-z]/[&\u&]/g' <<<"${value#*.}")  # in either case
+            mapfile -t COMPREPLY < <(compgen -f -X "!*.$extension" -- "$current"; compgen -d -- "$current") ;;
         FOLDER)
             compopt -o filenames
             mapfile -t COMPREPLY < <(compgen -d -- "$current") ;;

@@ -7,6 +7,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace boreforge {
 
 namespace {
@@ -83,7 +85,14 @@ Swatch::Swatch(QWidget* parent) : QLabel(parent) {
 }
 
 void Swatch::keyPressEvent(QKeyEvent* event) {
-    event->key() == Qt::Key_Space && !event->isAutoRepeat() ? Pressed() : QLabel::keyPressEvent(event);
+    if (event->key() != Qt::Key_Space) return QLabel::keyPressEvent(event);
+    if (!event->isAutoRepeat()) spaceDown_ = true;
+}
+
+// Like a button, on the release: the dialog would take the repeated presses of a key that is still down.
+void Swatch::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) return QLabel::keyReleaseEvent(event);
+    if (!event->isAutoRepeat() && std::exchange(spaceDown_, false)) Pressed();
 }
 
 void Swatch::mousePressEvent(QMouseEvent*) {}

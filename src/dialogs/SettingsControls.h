@@ -18,9 +18,13 @@ class Swatch : public QLabel {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    bool spaceDown_ = false;
 };
 
 // A scroll bar for 0 to 100 percent. Left and Up subtract 1, Right and Down add 1, Page Up and Page Down

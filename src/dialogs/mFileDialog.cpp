@@ -88,7 +88,10 @@ FileDialog::FileDialog(const FileDialogArguments& record, AcceptMode acceptMode)
     list_ = findChild<QListView*>("listView");
     table_ = findChild<QTreeView*>("treeView");
     connect(findChild<QFileSystemModel*>(), &QFileSystemModel::directoryLoaded, this,
-            [this] { FitColumns(); });
+            [this](const QString& loaded) {
+                // Qt first loads the folder that was visited last.
+                if (loaded == directory().absolutePath()) FitColumns();
+            });
     SetStart(record);
 }
 

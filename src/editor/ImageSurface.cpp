@@ -91,8 +91,24 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
     if (!ClipInterval(start.x(), delta.x(), -kMargin, Width() * density_ + kMargin, t0, t1) ||
         !ClipInterval(start.y(), delta.y(), -kMargin, Height() * density_ + kMargin, t0, t1))
         return;
-    painter_.setPen(QPen(ToQColor(color), LineThickness(penWidth_), Qt::SolidLine, Qt::SquareCap));
-    painter_.drawLine(start + t0 * delta, start + t1 * delta);
+    DrawStrands(start + t0 * delta, start + t1 * delta, color);
+}
+
+// A thick line as thin ones side by side: QPainter's own would vary in thickness along a slope. A thin line
+// can't, so at one device pixel per logical one nothing changes.
+void ImageSurface::DrawStrands(QPointF from, QPointF to, const ColorRGB& color) {
+    const int thickness = LineThickness(penWidth_);
+    const int strands = density_ == 1 ? 1 : thickness;
+    painter_.setPen(QPen(ToQColor(color), density_ == 1 ? thickness : 1, Qt::SolidLine, Qt::SquareCap));
+    const QPointF delta = to - from;
+    const bool flat = std::fabs(delta.x()) > std::fabs(delta.y());
+    const double half = (strands - 1) / 2.0;  // the ends reach as far as the line is thick
+    const double length = flat ? std::fabs(delta.x()) : std::fabs(delta.y());
+    const QPointF reach = length > 0 ? delta * (half / length) : QPointF();
+    for (int i = 0; i < strands; ++i) {
+        const QPointF aside = flat ? QPointF(0, i - half) : QPointF(i - half, 0);
+        painter_.drawLine(from - reach + aside, to + reach + aside);
+    }
 }
 
 }  // namespace boreforge

@@ -33,6 +33,8 @@ class ImageSurface {
     void Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color);
 
   private:
+    void DrawStrands(QPointF from, QPointF to, const ColorRGB& color);
+
     // A drawn dot, kept because a shape has hundreds of equal ones.
     struct DotStamp {
         int width;

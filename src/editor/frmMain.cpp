@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QScreen>
+#include <QSysInfo>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
@@ -100,8 +101,7 @@ RowButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& or
 enum class FileType { Shape, Track, Other };
 
 FileType TypeOf(const QString& path) {
-    const QFileInfo file(path);
-    const QString extension = file.isFile() ? file.suffix().toLower() : QString();
+    const QString extension = QFileInfo(path).suffix().toLower();
     if (extension == "zrbf") return FileType::Shape;
     return extension == "zrtrack" ? FileType::Track : FileType::Other;
 }
@@ -109,8 +109,13 @@ FileType TypeOf(const QString& path) {
 // The path of the dragged file; empty unless exactly one file is dragged and it is a shape or a track.
 QString DraggedFile(const QMimeData& dragged) {
     const QList<QUrl> urls = dragged.urls();
-    const QString path = urls.size() == 1 ? urls.first().toLocalFile() : QString();
-    return TypeOf(path) == FileType::Other ? QString() : path;
+    if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
+    // Some file managers name the machine, as the drag and drop protocol of X11 asks them to.
+    const QString host = urls.first().host();
+    const bool isHere =
+        host.isEmpty() || host == "localhost" || host == QSysInfo::machineHostName().toLower();
+    const QString path = isHere ? urls.first().path(QUrl::FullyDecoded) : QString();
+    return QFileInfo(path).isFile() && TypeOf(path) != FileType::Other ? path : QString();
 }
 
 FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
@@ -280,8 +285,10 @@ void frmMain::resizeEvent(QResizeEvent*) {
 
 // Qt delivers drags to a window even while a modal dialog blocks it.
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (QApplication::activeModalWidget() || DraggedFile(*event->mimeData()).isEmpty())
+    const bool mayCopy = event->possibleActions() & (Qt::CopyAction | Qt::LinkAction);
+    if (QApplication::activeModalWidget() || !mayCopy || DraggedFile(*event->mimeData()).isEmpty())
         return event->ignore();
+    dragged_ = DraggedFile(*event->mimeData());
     event->setDropAction(Qt::CopyAction);  // after a move the file manager might remove the file
     event->accept();
 }
@@ -290,12 +297,13 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 void frmMain::dropEvent(QDropEvent* event) {
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    QTimer::singleShot(0, this, [this, path = DraggedFile(*event->mimeData())] {
+    QTimer::singleShot(0, this, [this, path = dragged_] {
         if (!QApplication::activeModalWidget()) Guarded([&] { OpenDropped(path); });
     });
 }
 
 void frmMain::OpenDropped(const QString& path) {
+    EndShapeStep();  // a drop ends a series of arrow keys
     const FileType type = TypeOf(path);
     if (type == FileType::Shape) OpenShapeAt(path);
     if (type == FileType::Track) MakeObjectForTrackAt(path);
