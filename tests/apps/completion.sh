@@ -11,7 +11,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 mkdir folder
-touch track.zrtrack shape.zrbf "a b.3ds" notes.txt
+touch track.zrtrack OLD.ZRTRACK shape.zrbf "a b.3ds" notes.txt
 
 failed=0
 # expect WORDS PROGRAM [WORD...]: the last word is the one under the cursor.
@@ -31,14 +31,14 @@ expect "high;" boreforge-batch --detail h
 expect "high;" boreforge-batch --detail = h
 expect "box;rounded;" boreforge-batch --preset ""
 expect "shape.zrbf;folder;" boreforge-batch --shape ""
-expect "track.zrtrack;folder;" boreforge-batch ""
-expect "track.zrtrack;folder;" boreforge-batch --no-dim --dim 50 ""
+expect "OLD.ZRTRACK;track.zrtrack;folder;" boreforge-batch ""
+expect "OLD.ZRTRACK;track.zrtrack;folder;" boreforge-batch --no-dim --dim 50 ""
 expect "a b.3ds;folder;" boreforge-batch --color 1,2,3 track.zrtrack ""
 expect "track.zrtrack;" boreforge-batch --track-out t
 expect ";" boreforge-batch --color ""
 expect ";" boreforge-batch track.zrtrack tube.3ds ""
 expect "folder;" boreforge-batch track.zrtrack --output-folder ""
-expect "track.zrtrack;folder;" boreforge-batch --output-folder folder track.zrtrack ""
+expect "OLD.ZRTRACK;track.zrtrack;folder;" boreforge-batch --output-folder folder track.zrtrack ""
 expect "--json;" boreforge-check --j
 expect "a b.3ds;folder;" boreforge-check --json ""
 if [ -x "$programs/boreforge-view" ]; then
