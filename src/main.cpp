@@ -2,13 +2,13 @@
 #include <QApplication>
 #include <QSettings>
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
 #include "dialogs/MessageBoxes.h"
 #include "editor/frmMain.h"
+#include "platform/Process.h"
 #include "platform/Signals.h"
 #include "version.h"
 
@@ -49,7 +49,7 @@ int main(int count, char** arguments) {
     for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
-    std::signal(SIGXFSZ, SIG_IGN);  // exceeding the file size limit fails the write, not the program
+    const boreforge::ProcessSetup setup;
     boreforge::RemoveUnfinishedOnSignals();
     qInstallMessageHandler(OnStartMessage);
     QApplication application(count, arguments);  // removes Qt's own options from the arguments

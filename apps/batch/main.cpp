@@ -12,6 +12,7 @@
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 

@@ -1,14 +1,17 @@
 #include "shared/CommandLine.h"
 
+#include <algorithm>
 #include <charconv>
-#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <new>
+#include <utility>
+#include <vector>
 
 #include "base/Message.h"
 #include "base/Text.h"
 #include "base/Values.h"
+#include "platform/Process.h"
 #include "platform/Signals.h"
 #include "version.h"
 
@@ -16,12 +19,14 @@ namespace boreforge {
 
 int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
     SetMessageHook([](const std::string& text, const std::string&, MessageIcon) { PrintError(text); });
-    std::signal(SIGXFSZ, SIG_IGN);  // exceeding the file size limit fails the write, not the program
+    const ProcessSetup setup;
     RemoveUnfinishedOnSignals();
     const std::string name = application.get_name();
     application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
     try {
-        application.parse(count, arguments);
+        std::vector<std::string> texts = ProgramArguments(count, arguments);
+        std::ranges::reverse(texts);  // as CLI11 takes them
+        application.parse(std::move(texts));
     } catch (const CLI::Success& request) {
         return application.exit(request);  // prints the help or the version
     } catch (const CLI::ParseError& error) {

@@ -10,6 +10,7 @@
 #include "export3ds/mSave3DSObject.h"
 #include "job/TrackModifications.h"
 #include "platform/OutputFile.h"
+#include "platform/Paths.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
@@ -160,7 +161,7 @@ bool HoldTrack(HeldFile& held) {
     return false;
 }
 
-bool SaveTrack(const HeldFile& held) {
+bool SaveTrack(HeldFile& held) {
     if (WriteTrackFile(TrackFilePath, held.IsHeld() ? &held : nullptr)) return true;
     ShowTrackFailure("The 3DS object was written; the track was not saved.");
     return false;

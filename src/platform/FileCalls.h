@@ -30,6 +30,9 @@ enum class OpenFor {
     Folder,    // to name the files in it
 };
 
+// The longest path in bytes. Windows has 32,767 UTF-16 units.
+inline constexpr std::size_t kMaxPath = std::size_t{3} << 15;
+
 // Each returns -1 and sets errno when it fails, as the POSIX calls do. Paths and names are UTF-8.
 struct FileCalls {
     // Follows links. Doesn't wait for the other end of a pipe.
@@ -44,7 +47,8 @@ struct FileCalls {
 
     std::int64_t (*read)(int file, void* bytes, std::size_t count);
     std::int64_t (*write)(int file, const void* bytes, std::size_t count);
-    // Reserves space for a file of `length` bytes without changing its length.
+    // Reserves space for a file of `length` bytes without changing its length. Fails only if there is no such
+    // space.
     int (*reserve)(int file, std::int64_t length);
     int (*rewind)(int file);
     int (*truncate)(int file, std::int64_t length);
@@ -67,6 +71,8 @@ struct FileCalls {
     int (*close)(int file);
     // Replaces `to` if it exists.
     int (*renameIn)(int folder, const char* from, const char* to);
+    // Whether renameIn can replace a file that is open.
+    bool replacesOpenFiles;
     int (*removeIn)(int folder, const char* name);
 };
 

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -128,17 +127,6 @@ bool WaitForLock(int file) {
     return true;
 }
 
-// Where the links at `path` lead; nothing need be there. Empty if they go in a circle.
-std::filesystem::path FollowLinks(std::filesystem::path path) {
-    for (int hop = 0; hop < 40; ++hop) {
-        std::error_code notALink;
-        const std::filesystem::path target = std::filesystem::read_symlink(path, notALink);
-        if (notALink) return path;
-        path = path.parent_path() / target;
-    }
-    return {};
-}
-
 bool InspectPath(const std::string& path, FileInfo& info) {
     const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
     return file && fileCalls.inspect(file.Get(), &info) == 0;
@@ -171,25 +159,6 @@ bool WriteFully(int file, const void* bytes, std::size_t count) {
         count -= static_cast<std::size_t>(written);
     }
     return true;
-}
-
-bool FileExists(const std::string& path) {
-    std::error_code failure;
-    const auto status = std::filesystem::status(path, failure);
-    return !failure && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
-}
-
-bool SameFile(const std::string& one, const std::string& other) {
-    namespace fs = std::filesystem;
-    std::error_code failure;
-    const bool oneExists = fs::exists(one, failure), otherExists = fs::exists(other, failure);
-    if (oneExists && otherExists) return fs::equivalent(one, other, failure);
-    if (oneExists || otherExists) return false;
-    const fs::path a = FollowLinks(one), b = FollowLinks(other);
-    const auto folder = [](const fs::path& path) {
-        return path.has_parent_path() ? path.parent_path() : ".";
-    };
-    return !a.empty() && a.filename() == b.filename() && fs::equivalent(folder(a), folder(b), failure);
 }
 
 bool ReadWholeFile(const std::string& path, Bytes& content, std::string_view beginning, FileState* state) {

@@ -14,13 +14,6 @@
 
 namespace boreforge {
 
-// True if there is something other than a folder at `path`. Follows links.
-bool FileExists(const std::string& path);
-
-// True if both paths lead to the same file, also through links. Two paths without a file are the same if a
-// file created at one would be found at the other.
-bool SameFile(const std::string& one, const std::string& other);
-
 // A file as it was when it was read.
 struct FileState {
     FileInfo info;
@@ -51,6 +44,8 @@ class HeldFile {
     [[nodiscard]] bool Hold(const std::string& path, const FileState& asRead);
 
     bool IsHeld() const { return bool(file_); }
+
+    void Release() { file_ = OpenFile(); }
 
     // True when the open file `target`, which is to be replaced, is the held one and still as it was read.
     [[nodiscard]] bool IsUnchanged(int target) const;

@@ -1,13 +1,12 @@
 #include "platform/OutputFile.h"
 
-#include <limits.h>
-
 #include <cerrno>
 #include <random>
 #include <string_view>
 
 #include "base/Values.h"
 #include "platform/FileRights.h"
+#include "platform/Paths.h"
 #include "platform/Signals.h"
 
 namespace boreforge {
@@ -15,17 +14,6 @@ namespace boreforge {
 namespace {
 
 constexpr unsigned kPrivate = 0600, kUsual = 0666, kSticky = 01000;
-
-// A path split into folder and name.
-struct Place {
-    std::string folder, name;
-};
-
-Place PlaceOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return {".", path};
-    return {path.substr(0, slash + 1), path.substr(slash + 1)};
-}
 
 bool IsLink(const Place& place) {
     const OpenFile folder(fileCalls.open(place.folder.c_str(), OpenFor::Folder));
@@ -107,10 +95,11 @@ bool OutputFile::OpenPlaceholder(const std::string& path) {
 }
 
 bool OutputFile::FindRealPlace() {
-    char real[PATH_MAX];
-    const std::int64_t size = fileCalls.realPath(target_.Get(), real, sizeof real);
+    std::string real(kMaxPath, '\0');
+    const std::int64_t size = fileCalls.realPath(target_.Get(), real.data(), real.size());
     if (size < 0) return FailBySystem();
-    const Place place = PlaceOf(std::string(real, static_cast<std::size_t>(size)));
+    real.resize(static_cast<std::size_t>(size));
+    const Place place = PlaceOf(real);
     name_ = place.name;
     folder_ = OpenFile(fileCalls.open(place.folder.c_str(), OpenFor::Folder));
     return folder_ || FailBySystem();
@@ -168,9 +157,7 @@ bool OutputFile::KeepRights() {
 
 // Reserving space shows a full disk at once and keeps the file in one piece.
 bool OutputFile::Reserve(std::int64_t length) {
-    if (length <= 0 || fileCalls.reserve(file_.Get(), length) == 0) return true;
-    const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
-    return !full || FailBySystem();
+    return length <= 0 || fileCalls.reserve(file_.Get(), length) == 0 || FailBySystem();
 }
 
 void OutputFile::Write(std::span<const std::uint8_t> bytes) {
@@ -185,7 +172,7 @@ void OutputFile::Flush() {
     used_ = 0;
 }
 
-bool OutputFile::Finish(const HeldFile* held) {
+bool OutputFile::Finish(HeldFile* held) {
     Flush();
     if (good_ && temporary_.empty() && fileCalls.truncate(file_.Get(), written_) != 0) good_ = FailBySystem();
     if (good_ && fileCalls.flush(file_.Get()) != 0) good_ = FailBySystem();
@@ -197,13 +184,17 @@ bool OutputFile::Finish(const HeldFile* held) {
     return good;
 }
 
-bool OutputFile::PutInPlace(const HeldFile* held) {
+bool OutputFile::PutInPlace(HeldFile* held) {
     if (temporary_.empty()) return true;
     if (!IsTargetUnchanged()) return false;
     if (held && !target_) return Fail(FileProblem::Changed);
     if (held && !held->IsUnchanged(target_.Get())) return false;
     {
         const BlockedSignals blocked;
+        if (!fileCalls.replacesOpenFiles) {
+            target_ = OpenFile();
+            if (held) held->Release();
+        }
         if (fileCalls.renameIn(folder_.Get(), temporary_.c_str(), name_.c_str()) != 0) return FailBySystem();
         temporary_.clear();
         madeTarget_ = false;
@@ -252,7 +243,7 @@ void OutputFile::Discard() {
 }
 
 bool SaveWholeFile(const std::string& path, FileKind kind, std::span<const std::uint8_t> content,
-                   const HeldFile* held, const FileState* like) {
+                   HeldFile* held, const FileState* like) {
     OutputFile file;
     if (!file.Create(path, kind, static_cast<std::int64_t>(content.size()), like)) return false;
     file.Write(content);

@@ -49,7 +49,7 @@ class OutputFile {
 
     // Replaces the old file. With `held`, that file must not have changed since it was read. False, with the
     // reason in lastFileFailure, if this or any write since Create failed; the old file is then unchanged.
-    [[nodiscard]] bool Finish(const HeldFile* held = nullptr);
+    [[nodiscard]] bool Finish(HeldFile* held = nullptr);
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 18;
 
@@ -62,7 +62,7 @@ class OutputFile {
     bool MayRename() const;
     bool KeepRights();
     bool Reserve(std::int64_t length);
-    bool PutInPlace(const HeldFile* held);
+    bool PutInPlace(HeldFile* held);
     bool IsTargetUnchanged() const;
     bool FlushFolder() const;
     void Flush();
@@ -84,7 +84,7 @@ class OutputFile {
 
 // Replaces or creates the file at `path`. Fails as OutputFile does; the old file is then unchanged.
 [[nodiscard]] bool SaveWholeFile(const std::string& path, FileKind kind,
-                                 std::span<const std::uint8_t> content, const HeldFile* held = nullptr,
+                                 std::span<const std::uint8_t> content, HeldFile* held = nullptr,
                                  const FileState* like = nullptr);
 
 // False if there is a track or a shape at `path` that a file of this kind must not replace; the problem is

@@ -1,13 +1,13 @@
 // Removes an unfinished file when a signal ends the program.
 #pragma once
 
-#include <csignal>
 #include <string>
 
 namespace boreforge {
 
 // Call this from the main thread, the one that writes files. From now on SIGINT, SIGTERM and SIGHUP, except
-// those that are ignored already, remove the file being written before they end the program.
+// those that are ignored already, remove the file being written before they end the program. On Windows these
+// are Ctrl+C, Ctrl+Break, and the closing of the console.
 void RemoveUnfinishedOnSignals();
 
 // Blocks those signals while a file and the record of it are created or removed together.
@@ -19,7 +19,7 @@ class BlockedSignals {
     ~BlockedSignals();
 
   private:
-    sigset_t before_;
+    unsigned blocked_ = 0;  // a bit for each signal that was not blocked before
 };
 
 // Set and forget the files that such a signal removes: `name` in an open folder. A placeholder is removed

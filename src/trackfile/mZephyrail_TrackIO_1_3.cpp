@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/OutputFile.h"
+#include "platform/Paths.h"
 #include "trackfile/HeaderChunks.h"
 #include "trackfile/PathChunks.h"
 #include "trackfile/SceneryChunks.h"
@@ -131,7 +132,7 @@ bool LoadTrack(const std::string& path) {
 }
 
 // Needs the Size fields that ComputeChunkSizes sets.
-bool SaveTrack(const std::string& path, const HeldFile* held) {
+bool SaveTrack(const std::string& path, HeldFile* held) {
     TrackBytes.clear();
     TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
     WriteCursor at{TrackBytes};
@@ -155,7 +156,7 @@ bool ReadTrackFile(const std::string& path) {
     return true;
 }
 
-bool WriteTrackFile(const std::string& path, const HeldFile* held) {
+bool WriteTrackFile(const std::string& path, HeldFile* held) {
     if (!ComputeChunkSizes()) return Fail(FileProblem::TooLarge);
     const bool saved = IfMemorySuffices([&] { return SaveTrack(path, held); });
     TrackBytes.resize(1);

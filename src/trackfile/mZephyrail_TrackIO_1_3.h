@@ -27,7 +27,7 @@ extern TrackFileOnDisk TrackOnDisk;
 // the file must not have changed since it was read. A new file gets no permission that the track's own file
 // lacks. False if the file can't be written whole: an existing file is then unchanged, and the reason is in
 // lastFileFailure. Also sets the Size and Children fields of TrackFile.
-[[nodiscard]] bool WriteTrackFile(const std::string& path, const HeldFile* held = nullptr);
+[[nodiscard]] bool WriteTrackFile(const std::string& path, HeldFile* held = nullptr);
 
 // Where WriteTrackFile writes: `path` itself, or with ".zrtrack" appended.
 std::string TrackSavePath(const std::string& path);

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "platform/OutputFile.h"
+#include "platform/Paths.h"
 #include "support/CoreTest.h"
 
 namespace boreforge {

@@ -1,5 +1,6 @@
 #include "platform/OutputFile.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -76,10 +77,24 @@ TEST_F(OutputFileTest, AFullDiskIsNoticedBeforeAnythingIsWritten) {
     EXPECT_TRUE(Listing().empty());
 }
 
-TEST_F(OutputFileTest, ADiskThatCantReserveSpaceIsStillWrittenTo) {
-    fileCalls.reserve = [](int, std::int64_t) {
-        errno = EOPNOTSUPP;
-        return -1;
+TEST_F(OutputFileTest, ReservingWhereTheSystemCantIsNoFailure) {
+    const OpenFile device(fileCalls.open("/dev/null", OpenFor::ReadingAndWriting));
+    EXPECT_EQ(fileCalls.reserve(device.Get(), 1000), 0);
+}
+
+TEST_F(OutputFileTest, AFileIsClosedFirstWhereAnOpenOneCantBeReplaced) {
+    WriteOld("f");
+    static int oldFile;
+    oldFile = -1;
+    fileCalls.replacesOpenFiles = false;
+    fileCalls.open = [](const char* path, OpenFor purpose) {
+        const int file = SystemFileCalls().open(path, purpose);
+        if (purpose == OpenFor::ReadingAndWriting) oldFile = file;
+        return file;
+    };
+    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+        EXPECT_EQ(::fcntl(oldFile, F_GETFD), -1);
+        return SystemFileCalls().renameIn(folder, from, to);
     };
     EXPECT_TRUE(Save("f"));
 }

@@ -6,6 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstddef>
+#include <iterator>
+
 namespace boreforge {
 
 namespace {
@@ -19,6 +23,15 @@ struct UnfinishedFile {
 
 UnfinishedFile temporary, placeholder;
 pthread_t mainThread;
+
+// Those of the caught signals whose bit is set.
+sigset_t SignalSet(unsigned bits) {
+    sigset_t set;
+    ::sigemptyset(&set);
+    for (std::size_t i = 0; i < std::size(kCaughtSignals); ++i)
+        if (bits >> i & 1) ::sigaddset(&set, kCaughtSignals[i]);
+    return set;
+}
 
 // True when nobody has written anything to the file yet.
 bool IsEmpty(const UnfinishedFile& file) {
@@ -53,14 +66,17 @@ void RemoveUnfinishedOnSignals() {
 }
 
 BlockedSignals::BlockedSignals() {
-    sigset_t caught;
-    ::sigemptyset(&caught);
-    for (const int signal : kCaughtSignals)
-        ::sigaddset(&caught, signal);
-    ::pthread_sigmask(SIG_BLOCK, &caught, &before_);
+    sigset_t before;
+    const sigset_t caught = SignalSet(~0u);
+    ::pthread_sigmask(SIG_BLOCK, &caught, &before);
+    for (std::size_t i = 0; i < std::size(kCaughtSignals); ++i)
+        if (!::sigismember(&before, kCaughtSignals[i])) blocked_ |= 1u << i;
 }
 
-BlockedSignals::~BlockedSignals() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+BlockedSignals::~BlockedSignals() {
+    const sigset_t blocked = SignalSet(blocked_);
+    ::pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
+}
 
 void NoteUnfinished(int folder, const std::string& name) { Note(temporary, folder, name); }
 
