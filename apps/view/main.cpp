@@ -7,6 +7,7 @@
 
 #include "base/Message.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/Signals.h"
 #include "version.h"
 #include "view/Options.h"
