@@ -22,6 +22,7 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
     const ProcessSetup setup;
     RemoveUnfinishedOnSignals();
     const std::string name = application.get_name();
+    application.allow_windows_style_options(false);  // a path may start with "/" on every system
     application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
     try {
         std::vector<std::string> texts = ProgramArguments(count, arguments);

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
+#include <map>
 
 #include "platform/FileRights_windows.h"
 #include "platform/SystemFiles_windows.h"
@@ -106,12 +106,20 @@ int NumberOf(HANDLE handle) {
     return file;
 }
 
+// The paths by which the files were opened that are open now.
+std::map<int, std::wstring>& OpenPaths() {
+    static std::map<int, std::wstring> paths;
+    return paths;
+}
+
 int Open(const char* path, OpenFor purpose) {
     // To copy rights from and to it.
     constexpr DWORD kWriting = GENERIC_READ | GENERIC_WRITE | WRITE_DAC;
     const std::wstring systemPath = ToSystemPath(path);
     const auto patiently = [&](DWORD access, DWORD creation) {
-        return NumberOf(Patiently([&] { return OpenPath(systemPath, access, creation); }));
+        const int file = NumberOf(Patiently([&] { return OpenPath(systemPath, access, creation); }));
+        if (file >= 0) OpenPaths()[file] = systemPath;
+        return file;
     };
     switch (purpose) {
         case OpenFor::Reading:
@@ -168,7 +176,7 @@ int InspectIn(int folder, const char* name, FileInfo* info) {
 }
 
 std::int64_t RealPath(int file, char* path, std::size_t size) {
-    const std::string real = ToUtf8(PathOf(HandleOf(file)));
+    const std::string real = ToUtf8(PathOf(file));
     if (real.empty() || real.size() > size) return FailWith(ERROR_FILENAME_EXCED_RANGE);
     return static_cast<std::int64_t>(real.copy(path, size));
 }
@@ -218,16 +226,17 @@ int RenameIn(int folder, const char* from, const char* to) {
 
 HANDLE HandleOf(int file) { return reinterpret_cast<HANDLE>(::_get_osfhandle(file)); }
 
-std::wstring PathOf(HANDLE file) {
+std::wstring PathOf(int file) {
     std::wstring path(kMaxPath / 3, L'\0');
-    const DWORD length =
-        ::GetFinalPathNameByHandleW(file, path.data(), static_cast<DWORD>(path.size()), VOLUME_NAME_DOS);
-    path.resize(length < path.size() ? length : 0);
+    const DWORD length = ::GetFinalPathNameByHandleW(HandleOf(file), path.data(),
+                                                     static_cast<DWORD>(path.size()), VOLUME_NAME_DOS);
+    if (length == 0 || length >= path.size()) return OpenPaths()[file];
+    path.resize(length);
     return path;
 }
 
 std::wstring PathIn(int folder, const std::string& name) {
-    std::wstring path = PathOf(HandleOf(folder));
+    std::wstring path = PathOf(folder);
     if (!path.ends_with(L'\\')) path += L'\\';
     return path + ToWide(name);
 }
@@ -259,7 +268,10 @@ FileCalls SystemFileCalls() {
     calls.lock = Lock;
     calls.flush = [](int file) { return Result(::FlushFileBuffers(HandleOf(file))); };
     calls.flushFolder = [](int) { return 0; };  // renameIn returns when the folder is on the disk
-    calls.close = [](int file) { return ::_close(file); };
+    calls.close = [](int file) {
+        OpenPaths().erase(file);
+        return ::_close(file);
+    };
     calls.renameIn = RenameIn;
     calls.replacesOpenFiles = false;
     calls.removeIn = [](int folder, const char* name) {

@@ -38,6 +38,7 @@ std::string FailureText() {
         case FileProblem::Damaged:
             return lastFileFailure.place;
         case FileProblem::System:
+            if (lastFileFailure.code == EBUSY) return "Another program is using it.";
             return std::generic_category().message(lastFileFailure.code) + ".";
         case FileProblem::NotRegular:
             return "It is not a regular file.";

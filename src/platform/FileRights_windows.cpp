@@ -25,7 +25,9 @@ constexpr SECURITY_INFORMATION kOwnerAndList = OWNER_SECURITY_INFORMATION | DACL
 
 constexpr DWORD kSimpleFlags =
     FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
-constexpr DWORD kKeptFlags = kSimpleFlags | FILE_ATTRIBUTE_COMPRESSED | FILE_ATTRIBUTE_ENCRYPTED;
+// The last of them can't be set and so refuses the save.
+constexpr DWORD kKeptFlags =
+    kSimpleFlags | FILE_ATTRIBUTE_COMPRESSED | FILE_ATTRIBUTE_ENCRYPTED | FILE_ATTRIBUTE_READONLY;
 
 int Refuse() {
     errno = EPERM;

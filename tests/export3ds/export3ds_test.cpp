@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -150,7 +148,7 @@ TEST_F(ExportTest, AnObjectThatCantBeWrittenWholeIsRemoved) {
     static int writesLeft;
     writesLeft = 1;
     fileCalls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
-        return writesLeft-- > 0 ? ::write(file, bytes, count) : -1;
+        return writesLeft-- > 0 ? SystemFileCalls().write(file, bytes, count) : -1;
     };
     EXPECT_FALSE(Save3DSFile(In("o.3ds")));
     EXPECT_EQ(writesLeft, -1);

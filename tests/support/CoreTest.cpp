@@ -1,8 +1,8 @@
 #include "support/CoreTest.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <set>
 
 #include "base/Message.h"
@@ -18,8 +18,11 @@
 namespace boreforge {
 
 CoreTest::CoreTest() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "boreforge-test-XXXXXX").string();
-    folder_ = ::mkdtemp(pattern.data());
+    std::random_device random;
+    do
+        folder_ =
+            std::filesystem::temp_directory_path().string() + "/boreforge-test-" + std::to_string(random());
+    while (!std::filesystem::create_directory(folder_));
     shown_.clear();
     SetMessageHook([](const std::string& text, const std::string& title, MessageIcon icon) {
         shown_.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
@@ -45,7 +48,7 @@ CoreTest::~CoreTest() {
 std::vector<std::string> CoreTest::Listing() const {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder_))
-        names.insert(entry.path().filename());
+        names.insert(entry.path().filename().string());
     return {names.begin(), names.end()};
 }
 

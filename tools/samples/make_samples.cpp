@@ -37,7 +37,7 @@ bool MakeFolder(const std::filesystem::path& folder) {
     std::error_code failure;
     std::filesystem::create_directories(folder, failure);
     if (failure)
-        std::fprintf(stderr, "make_samples: can't make the folder %s: %s\n", folder.c_str(),
+        std::fprintf(stderr, "make_samples: can't make the folder %s: %s\n", folder.string().c_str(),
                      failure.message().c_str());
     return !failure;
 }
