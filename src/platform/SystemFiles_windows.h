@@ -9,8 +9,8 @@ namespace boreforge {
 
 HANDLE HandleOf(int file);
 
-// Its absolute path without links, in the form that ToSystemPath returns. Where the system doesn't know it, as
-// on some virtual drives, the path by which it was opened.
+// Its absolute path without links, in the form that ToSystemPath returns. Where the system doesn't know it,
+// as on some virtual drives, the path by which it was opened.
 std::wstring PathOf(int file);
 
 // The path of a name in an open folder.
