@@ -186,23 +186,23 @@ TEST_F(JobTest, AJobThatFailsLeavesTheTrackAndShowsTheReason) {
         const char* message;  // a part of it
         bool objectExists;    // afterwards
         std::function<void()> spoil;
-    } cases[] = {
-        {"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
-        {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
-        {"the track was not saved.", true,
-         [] {
-             fileCalls.renameIn = [](int folder, const char* from, const char* to) {
-                 return std::string(to).ends_with(".zrtrack") ? -1
-                                                              : SystemFileCalls().renameIn(folder, from, to);
-             };
-         }},
-        {"Can't Be Followed", false,
-         [&] {
-             MakeTrack({Node({1, 2, 3}, {}, {})}, "T");
-             EXPECT_TRUE(WriteTrackFile(other));
-             EXPECT_TRUE(OpenTrack(other));
-         }},
-        {"Invalid Track File!", false, [&] { EXPECT_FALSE(OpenTrack(In("no.zrtrack"))); }}};
+    } cases[] = {{"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
+                 {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
+                 {"the track was not saved.", true,
+                  [] {
+                      fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+                          return std::string(to).ends_with(".zrtrack")
+                                     ? -1
+                                     : SystemFileCalls().renameIn(folder, from, to);
+                      };
+                  }},
+                 {"Can't Be Followed", false,
+                  [&] {
+                      MakeTrack({Node({1, 2, 3}, {}, {})}, "T");
+                      EXPECT_TRUE(WriteTrackFile(other));
+                      EXPECT_TRUE(OpenTrack(other));
+                  }},
+                 {"Invalid Track File!", false, [&] { EXPECT_FALSE(OpenTrack(In("no.zrtrack"))); }}};
     for (const auto& [message, objectExists, spoil] : cases) {
         SCOPED_TRACE(message);
         fs::remove(object);
