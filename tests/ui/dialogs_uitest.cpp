@@ -1,8 +1,11 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTreeView>
 
 #include <utility>
 
@@ -73,6 +76,13 @@ struct FileDialogTest : UiTest {
     }
     static void PressReturn(const QFileDialog& dialog) {
         QTest::keyClick(&Get(dialog, "fileNameEdit"), Qt::Key_Return);
+    }
+    // Waits until the list has its one file and selects that.
+    static void SelectTheFile(const QFileDialog& dialog) {
+        auto& list = Get<QListView>(dialog, "listView");
+        const auto loaded = [&] { return list.model()->rowCount(list.rootIndex()) == 1; };
+        ASSERT_TRUE(QTest::qWaitFor(loaded));
+        list.setCurrentIndex(list.model()->index(0, 0, list.rootIndex()));
     }
 };
 
@@ -227,4 +237,35 @@ TEST_F(UiTest, AShapeFileWithAWrongStartLeavesThePictureUntilTheNextRedraw) {
 TEST_F(UiTest, AnActionThatRunsOutOfMemoryIsReported) {
     Guarded([] { throw std::bad_alloc(); });
     EXPECT_EQ(Shown(), std::vector<std::string>{"(!) Error!\nError - Not Enough Memory!"});
+}
+
+TEST_F(FileDialogTest, ATypedNameWinsOverARowThatIsStillSelected) {
+    WriteBytes(In("old.3ds"), {1});
+    const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
+        OnModal<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+        Type(dialog, "new");
+        SelectTheFile(dialog);
+        PressReturn(dialog);
+    });
+    EXPECT_EQ(chosen, In("new.3ds"));
+}
+
+TEST_F(FileDialogTest, ASaveDialogSaysSaveIn) {
+    SaveAfter([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.labelText(QFileDialog::LookIn), "Save in:");
+        dialog.reject();
+    });
+}
+
+TEST_F(FileDialogTest, ItOpensWideEnoughForLongNames) {
+    WriteBytes(In(std::string(30, 'w') + ".3ds"), {1});
+    SaveAfter([](QFileDialog& dialog) {
+        const auto& table = Get<QTreeView>(dialog, "treeView");
+        const int narrow = table.viewport()->width();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return table.viewport()->width() > narrow; }));
+        EXPECT_LE(table.header()->length(), table.viewport()->width());
+        const QModelIndex name = table.model()->index(0, 0, table.rootIndex());
+        EXPECT_LE(table.fontMetrics().horizontalAdvance(name.data().toString()), table.columnWidth(0));
+        dialog.reject();
+    });
 }

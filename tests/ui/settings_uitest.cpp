@@ -1,7 +1,12 @@
 #include <QAccessible>
+#include <QGroupBox>
 #include <QScreen>
 
+#include <set>
+#include <utility>
+
 #include "UiTest.h"
+#include "dialogs/ControlTable.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
@@ -212,4 +217,66 @@ TEST_F(ExportTest, ReturnAndEscapeDoNothing) {
         EXPECT_EQ(asked.DialogTitle, "Open Track File...");
         dialog.close();
     });
+}
+
+TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
+    const QPalette before = QApplication::palette();
+    for (const Qt::GlobalColor desktop : {Qt::white, Qt::black}) {
+        QApplication::setPalette(QPalette(desktop));
+        frmTunnelSettings dialog(&window);
+        Show(dialog);
+        for (const char* const name : {"lblTColor", "hsTrans", "hsDimPercent"}) {
+            QWidget& control = Get(dialog, name);
+            Get(dialog, "btnCancel").setFocus();
+            const QImage without = control.grab().toImage();
+            control.setFocus();
+            const QImage image = control.grab().toImage();
+            EXPECT_NE(image, without) << name;
+            std::set<QRgb> colors;
+            for (int x = 0; x < image.width(); ++x)
+                colors.insert(image.pixel(x, 0));
+            EXPECT_EQ(colors, (std::set<QRgb>{0xFF000000, 0xFFFFFFFF})) << name;
+        }
+    }
+    QApplication::setPalette(before);
+}
+
+TEST_F(UiTest, ScreenReadersGetEachFramesCaption) {
+    frmTunnelSettings dialog(&window);
+    for (auto* const frame : dialog.findChildren<QGroupBox*>())
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(frame)->text(QAccessible::Name), frame->title());
+}
+
+TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
+    frmTunnelSettings dialog(&window);
+    std::set<std::pair<int, int>> sizesAndWidths;
+    for (auto* const control : dialog.findChildren<QWidget*>()) {
+        const QString text = control->property("text").toString() + control->property("title").toString();
+        if (text.isEmpty() && control->objectName() != "cmbDetail") continue;
+        sizesAndWidths.insert({control->font().pixelSize(), control->font().stretch()});
+        const bool wraps = control->property("wordWrap").toBool();
+        const QRect room(0, 0, control->width(), 1000);
+        const QRect needed = control->fontMetrics().boundingRect(room, wraps ? Qt::TextWordWrap : 0, text);
+        EXPECT_LE(needed.width(), control->width()) << text.toStdString();
+    }
+    EXPECT_EQ(sizesAndWidths.size(), 1u);
+}
+
+TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
+    struct Case {
+        QSize inside;
+        QRect area;
+        QPoint corner;
+    };
+    const QRect screen(100, 50, 1000, 800);
+    const QMargins frame(5, 25, 5, 5);
+    const Case cases[] = {
+        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // all of the frame is 200 by 200
+        {{190, 170}, {50, 0, 100, 100}, {100, 50}},        // beyond the upper left corner
+        {{190, 170}, {1050, 800, 100, 100}, {900, 650}},   // beyond the lower right one
+        {{190, 170}, {5000, -5000, 100, 100}, {900, 50}},  // far away
+        {{1990, 1970}, screen, {100, 50}},                 // larger than the screen
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
 }

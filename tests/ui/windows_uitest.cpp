@@ -330,3 +330,21 @@ int main(int count, char** arguments) {
     const QApplication application(count, arguments);
     return RUN_ALL_TESTS();
 }
+
+TEST_F(UiTest, TheSnapBoxKeepsItsSelectionWhenItsMenuClosesOrTheWindowComesBack) {
+    auto& box = Get<QLineEdit>(window, "txtSnap");
+    const struct {
+        Qt::FocusReason reason;
+        const char* selected;
+    } cases[] = {{Qt::TabFocusReason, "0.5"},
+                 {Qt::ShortcutFocusReason, "0.5"},
+                 {Qt::OtherFocusReason, "0.5"},
+                 {Qt::PopupFocusReason, "0"},
+                 {Qt::ActiveWindowFocusReason, "0"}};
+    for (const auto& [reason, selected] : cases) {
+        box.setSelection(0, 1);
+        QFocusEvent focus(QEvent::FocusIn, reason);
+        QApplication::sendEvent(&box, &focus);
+        EXPECT_EQ(box.selectedText().toStdString(), selected) << reason;
+    }
+}
