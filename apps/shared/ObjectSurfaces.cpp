@@ -218,7 +218,7 @@ class SurfaceFinder {
     double VolumeBelow(std::size_t face, const Vector3D& apex) const {
         struct {
             double x, y, z;
-        } v[3];
+        } v[3] = {};
         for (std::size_t i = 0; i < 3; ++i) {
             const Vector3D& p = object_.Points[Corners(face)[i]];
             v[i] = {double{p.x} - apex.x, double{p.y} - apex.y, double{p.z} - apex.z};

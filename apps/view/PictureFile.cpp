@@ -57,7 +57,7 @@ QImage Draw(ViewScene& scene, QSize size) {
         control.endFrame();
     }
     context.makeCurrent(&surface);
-    const QImage image = frame.toImage(true);
+    QImage image = frame.toImage(true);
     item->setParentItem(nullptr);
     control.invalidate();
     return image;

@@ -105,7 +105,7 @@ class Reader {
             if (chunk.id == M3D_VERSION) chunk.content.Finish(4);
             if (chunk.id == MDATA) ReadMeshData(chunk.content);
         }
-        if (coordinate_) throw *coordinate_;
+        if (coordinate_) throw ObjectDamage(*coordinate_);
     }
 
   private:

@@ -67,7 +67,7 @@ struct WallPart {
     std::size_t nodes = 0;                 // points in a ring
     bool outward = false, inward = false;  // which way the faces face
     std::size_t first = 0;                 // the part's first face, counted in the wall
-    friend auto operator<=>(const WallPart&, const WallPart&) = default;
+    friend auto operator<=>(const WallPart&, const WallPart&) = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // The faces of a part without equal points, shared by all walls with such a part. Vertex i is point Points[i]

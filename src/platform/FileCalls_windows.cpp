@@ -81,12 +81,12 @@ int Result(BOOL good) { return good ? 0 : FailWith(::GetLastError()); }
 template <class Call>
 auto Patiently(const Call& call, bool deniedMayPass = false) {
     for (DWORD waited = 0;; waited += kWait) {
-        const auto result = call();
+        auto result = call();
         if (result) return result;
         const DWORD error = ::GetLastError();
         const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_USER_MAPPED_FILE ||
                           (deniedMayPass && error == ERROR_ACCESS_DENIED);
-        if (!held || waited >= kMaxWait) return result;
+        if (!held || waited >= kMaxWait) return decltype(result){};
         ::Sleep(kWait);
     }
 }

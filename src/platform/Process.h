@@ -13,7 +13,7 @@ class ProcessSetup {
     ProcessSetup();
     ProcessSetup(const ProcessSetup&) = delete;
     ProcessSetup& operator=(const ProcessSetup&) = delete;
-    ~ProcessSetup();
+    ~ProcessSetup();  // NOLINT(performance-trivially-destructible): it is not trivial on every system
 };
 
 // The arguments after the program's name, in UTF-8 on every system.

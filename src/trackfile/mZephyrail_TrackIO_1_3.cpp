@@ -179,6 +179,7 @@ bool ComputeChunkSizes() {
         std::int32_t count = 0;
     };
     std::array<Chunks, kChunkTree.size() + 1> counted;  // at each depth, the children of the next parent
+    // NOLINTNEXTLINE(modernize-loop-convert): clang 14 can't compile a reversed view
     for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
         if (!IsWritten(*kind)) continue;
         const Chunks children = std::exchange(counted[kind->depth + 1], {});
