@@ -31,7 +31,8 @@ answer() {
 # Drags a file from another program to a place in the main window, which copies it. The other program doesn't have
 # to wait for a dialog that opens then.
 drop() {
-    env -i DISPLAY="$DISPLAY" HOME="$work/home" QT_QPA_PLATFORM=xcb "$drag_source" "$1" >"$work/taken" &
+    env -i DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" DBUS_SESSION_BUS_ADDRESS=disabled: \
+        QT_QPA_PLATFORM=xcb "$drag_source" "$1" >"$work/taken" &
     source=$!
     try xdotool search --onlyvisible --name "^Drag source"
     xdotool mousemove 50 50 mousedown 1 mousemove --window "$main" "$2" "$3"
