@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Values.h"
+
 namespace boreforge {
 
 TEST(TextTest, OnlyWellFormedUtf8IsTakenAsACharacter) {
@@ -35,6 +37,12 @@ TEST(TextTest, Windows1252HasLatin1AndItsOwnCharactersOnly) {
                  {"\u0080", std::nullopt},     {"\u0100", std::nullopt},     {"\xFF", std::nullopt}};
     for (const auto& [text, bytes] : cases)
         EXPECT_EQ(ToWindows1252(text), bytes) << text;
+}
+
+// Tracks hold names without folders, also of paths that were typed on another system.
+TEST(TextTest, ABaseNameFollowsTheLastSeparatorOfEitherKind) {
+    for (const char* const path : {"o.3ds", "tunnels/o.3ds", "C:\\tunnels\\o.3ds", "a\\b/o.3ds"})
+        EXPECT_EQ(BaseName(path), "o.3ds") << path;
 }
 
 }  // namespace boreforge
