@@ -1,6 +1,6 @@
 #!/bin/sh
 # Checks the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
-# includes in src/, without a cycle, and every link leads to a file.
+# includes in src/, without a cycle, the viewer's keys are the same everywhere, and every link leads to a file.
 #   documents.sh PROJECT
 set -eu
 cd "$1"
@@ -32,6 +32,15 @@ drawn >"$work/drawn"
 diff "$work/drawn" "$work/included" || { echo "<: only in the picture, >: only in the includes."; exit 1; }
 tsort "$work/included" >"$work/order" || { echo "The modules above include each other."; exit 1; }
 echo "$(wc -l <"$work/drawn") arrows, as drawn."
+
+# The viewer's keys and what they do: in its help, in the manual page, in the guide.
+sed -n 's/^    {"\(.*\)", "\(.*\)"},$/\1: \2/p' apps/view/Keys.h >"$work/help"
+[ -s "$work/help" ] || { echo "The viewer's keys are missing."; exit 1; }
+sed -n '/^\.SH KEYS/,/^\.SH ENV/{s/^\.B \(.*\)/\1: /;/^\./d;s/\.$//;s/\\//g;p}' docs/boreforge-view.1 |
+    sed 'N;s/\n//' >"$work/manual"
+sed -n '/^| keys and mouse/,/^$/s/^| \(.*\) | \(.*\) |$/\1: \2/p' docs/guide.md | tail -n +2 >"$work/guide"
+diff "$work/help" "$work/manual"
+diff "$work/help" "$work/guide"
 
 for page in $(git ls-files '*.md'); do
     grep -oE '\]\([^)#:]+' "$page" | cut -c 3- | while read -r link; do

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "view/Keys.h"
+
 namespace boreforge {
 
 namespace {
@@ -74,16 +76,28 @@ void ViewScene::ShowGeometry() {
     walls_.Show(shown_.Object);
     rails_.Show(RailsOf(track_));
     marks_.Show(MarksOf(track_, shown_.Object.Materials.at(shown_.Object.Faces[0].Material)));
-    const ObjectBounds bounds = BoundsOf(shown_.Object);
-    const Vec low = ToVec(bounds.Low), high = ToVec(bounds.High);
-    center_ = ToQt(Mix(low, high, 0.5));
-    radius_ = std::max(1.0f, float(Length(high - low) / 2));
-    groundHeight_ = bounds.Low.y;
-    for (const PathPoint& point : track_)
-        groundHeight_ = std::min(groundHeight_, float(point.Position.y) - 0.5f);
+    PlaceGround();
     transparent_ = std::ranges::any_of(shown_.Object.Materials,
                                        [](const ObjectMaterial& m) { return m.Transparency > 0; });
     emit objectChanged();
+}
+
+// Under the object and the track, which a ride follows far away from the object.
+void ViewScene::PlaceGround() {
+    constexpr float kUnderTrack = 0.5f;
+    const ObjectBounds bounds = BoundsOf(shown_.Object);
+    QVector3D low = ToQt(ToVec(bounds.Low)), high = ToQt(ToVec(bounds.High));
+    groundHeight_ = low.y();
+    for (const PathPoint& point : track_) {
+        const QVector3D place = ToQt(point.Position);
+        groundHeight_ = std::min(groundHeight_, place.y() - kUnderTrack);
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = std::min(low[axis], place[axis]);
+            high[axis] = std::max(high[axis], place[axis]);
+        }
+    }
+    center_ = (low + high) / 2;
+    radius_ = std::max(1.0f, (high - low).length() / 2);
 }
 
 bool ViewScene::LookFrom(ViewFrom view) {
@@ -178,6 +192,20 @@ QString ViewScene::rideText() const {
         .arg(ride_->Moving ? QString() : QStringLiteral(" (stopped: Space)"));
 }
 
+QString ViewScene::helpKeys() const {
+    QStringList lines;
+    for (const KeyHelp& row : kKeyHelp)
+        lines += row.keys;
+    return lines.join('\n');
+}
+
+QString ViewScene::helpEffects() const {
+    QStringList lines;
+    for (const KeyHelp& row : kKeyHelp)
+        lines += row.effect;
+    return lines.join('\n');
+}
+
 CameraPose ViewScene::Pose() const {
     if (ride_) return ride_->Pose(track_);
     return fixed_ ? *fixed_ : orbit_.Pose();
@@ -192,7 +220,7 @@ void ViewScene::UpdateCamera() {
     turn_ = RotationOf(pose);
     fieldOfView_ = float(lens.VerticalDegrees());
     lamp_ = ride_ && track_[static_cast<std::size_t>(ride_->Position) % track_.size()].Covered;
-    // As far as the object's nearest point may be, so that depths far away stay apart.
+    // As far as the nearest point of object and track may be, so that depths far away stay apart.
     clipNear_ = std::max(0.05f, ((eye_ - center_).length() - radius_) / 2);
     UpdateScaleBar();
     emit cameraChanged();

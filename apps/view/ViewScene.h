@@ -40,6 +40,8 @@ class ViewScene : public QObject {
     Q_PROPERTY(QQuaternion sun MEMBER sun_ NOTIFY sunChanged)
     Q_PROPERTY(bool backFaces MEMBER backFaces_ NOTIFY optionsChanged)
     Q_PROPERTY(bool help MEMBER help_ NOTIFY optionsChanged)
+    Q_PROPERTY(QString helpKeys READ helpKeys CONSTANT)
+    Q_PROPERTY(QString helpEffects READ helpEffects CONSTANT)
 
   public:
     ViewScene();
@@ -73,6 +75,8 @@ class ViewScene : public QObject {
     QQuick3DGeometry* marks() { return &marks_; }
     bool hasTrack() const { return !track_.empty(); }
     QString rideText() const;
+    QString helpKeys() const;     // a line for each row of kKeyHelp
+    QString helpEffects() const;  // the same
     const QString& problem() const { return problem_; }
     const QString& summary() const { return summary_; }
     CameraPose Pose() const;
@@ -86,6 +90,7 @@ class ViewScene : public QObject {
 
   private:
     void ShowGeometry();
+    void PlaceGround();
     void UpdateCamera();
     void PlaceSun(const CameraPose& pose);
     void UpdateScaleBar();
@@ -96,7 +101,7 @@ class ViewScene : public QObject {
     TrackPath track_;
     WallGeometry walls_;
     RibbonGeometry rails_, marks_;
-    QVector3D center_;
+    QVector3D center_;  // of the sphere around object and track
     float radius_ = 1, groundHeight_ = 0;
     bool transparent_ = false;
     QString summary_, problem_;

@@ -155,18 +155,32 @@ Item {
         text: root.scene.problem
         isWarning: true
     }
-    Bar {
+    Rectangle {  // the keys
         anchors.centerIn: parent
+        width: help.width + 32
+        height: help.height + 24
+        scale: Math.min(1, root.width / width, root.height / height)
         visible: root.scene.help
-        text: "Drag: turn, or look around on a ride\n" +
-              "Shift and drag, or the right button: move\n" +
-              "Wheel, + and -: nearer and farther, or the speed of the ride\n" +
-              "Arrows: turn; with Shift, move; up and down on a ride: its speed\n" +
-              "Space: start and stop the ride along the track\n" +
-              "Esc: leave the ride\n" +
-              "F or Home: the whole object\n" +
-              "B: backs of faces in red, or not at all\n" +
-              "O: open a file\n" +
-              "F1: this help"
+        color: palette.window
+        opacity: 0.95
+        radius: 6
+
+        SystemPalette { id: palette }
+        Row {
+            id: help
+            anchors.centerIn: parent
+            spacing: 24
+            Text {
+                text: root.scene.helpKeys
+                color: palette.windowText
+                font.bold: true
+                lineHeight: 1.3
+            }
+            Text {
+                text: root.scene.helpEffects
+                color: palette.windowText
+                lineHeight: 1.3
+            }
+        }
     }
 }

@@ -22,6 +22,7 @@ bool IsTunnel(const QColor& c) { return c.red() > 1.3 * c.green() && c.blue() > 
 bool IsRail(const QColor& c) {
     return c.red() > 1.8 * c.green() && c.red() > 2.5 * c.blue() && c.green() > 20;
 }
+bool IsText(const QColor& c) { return c.lightness() < 60; }
 bool IsBack(const QColor& c) { return c.red() > 240 && c.green() < 20 && c.blue() < 20; }
 
 double ShareOf(const QImage& image, bool (*is)(const QColor&)) {
@@ -155,8 +156,15 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     QTest::keyClick(window.get(), Qt::Key_Space);
     const CameraPose start = scene.Pose();
     EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }));
+    EXPECT_GT(ShareOf(window->grabWindow(), IsRail), 0.01) << "the tunnel is far away, the rails are near";
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(scene.IsRiding());
+}
+
+TEST_F(ViewWindowTest, F1ShowsTheKeys) {
+    EXPECT_LT(ShareOf(window->grabWindow(), IsText), 0.01);
+    QTest::keyClick(window.get(), Qt::Key_F1);
+    EXPECT_GT(ShareOf(window->grabWindow(), IsText), 0.01);
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
