@@ -30,16 +30,16 @@ ViewScene::ViewScene() {
 
 bool ViewScene::OpenObject(const std::string& path) {
     std::string reason;
-    const bool isFirst = shown_.Object.Faces.empty() || path != path_;
-    if (isFirst) path_ = path;
+    path_ = path;
     if (!ReadObject(path, shown_, reason)) {
-        Report(path, reason);
+        Report(objectProblem_, path, reason);
         return false;
     }
-    problem_.clear();
+    objectProblem_.clear();
     summary_ = QString::fromStdString(Summary(shown_));
     ShowGeometry();
-    if (isFirst) {
+    if (path != shownPath_) {
+        shownPath_ = path;
         SetBackFaces(!transparent_);  // they would show through the walls
         Fit();
     }
@@ -55,18 +55,20 @@ void ViewScene::Reload() {
 bool ViewScene::OpenTrackFile(const std::string& path) {
     std::string reason;
     if (!ReadPath(path, track_, reason)) {
-        Report(path, reason);
+        Report(trackProblem_, path, reason);
         return false;
     }
+    trackProblem_.clear();
     ride_.reset();
     rideTimer_.stop();
     ShowGeometry();
     UpdateCamera();
+    emit textChanged();
     return true;
 }
 
-void ViewScene::Report(const std::string& path, const std::string& reason) {
-    problem_ = QString::fromStdString(path + "\n" + reason);
+void ViewScene::Report(QString& problem, const std::string& path, const std::string& reason) {
+    problem = QString::fromStdString(path + "\n" + reason);
     emit textChanged();
 }
 
@@ -104,7 +106,7 @@ bool ViewScene::LookFrom(ViewFrom view) {
     std::string reason;
     const std::optional<Aim> aim = AimFrom(view, shown_.Object, track_, lens_, reason);
     if (!aim) {
-        Report(path_, reason);
+        Report(objectProblem_, path_, reason);
         return false;
     }
     fitted_ = false;

@@ -28,7 +28,7 @@ class ViewScene : public QObject {
     Q_PROPERTY(bool transparent MEMBER transparent_ NOTIFY objectChanged)
     Q_PROPERTY(bool hasTrack READ hasTrack NOTIFY objectChanged)
     Q_PROPERTY(QString summary MEMBER summary_ NOTIFY textChanged)
-    Q_PROPERTY(QString problem MEMBER problem_ NOTIFY textChanged)
+    Q_PROPERTY(QString problem READ problem NOTIFY textChanged)
     Q_PROPERTY(QVector3D eye MEMBER eye_ NOTIFY cameraChanged)
     Q_PROPERTY(QQuaternion turn MEMBER turn_ NOTIFY cameraChanged)
     Q_PROPERTY(float fieldOfView MEMBER fieldOfView_ NOTIFY cameraChanged)
@@ -77,7 +77,7 @@ class ViewScene : public QObject {
     QString rideText() const;
     QString helpKeys() const;     // a line for each row of kKeyHelp
     QString helpEffects() const;  // the same
-    const QString& problem() const { return problem_; }
+    const QString& problem() const { return objectProblem_.isEmpty() ? trackProblem_ : objectProblem_; }
     const QString& summary() const { return summary_; }
     CameraPose Pose() const;
 
@@ -94,9 +94,9 @@ class ViewScene : public QObject {
     void UpdateCamera();
     void PlaceSun(const CameraPose& pose);
     void UpdateScaleBar();
-    void Report(const std::string& path, const std::string& reason);
+    void Report(QString& problem, const std::string& path, const std::string& reason);
 
-    std::string path_;
+    std::string path_, shownPath_;  // which differ while the file can't be read
     ShownObject shown_;
     TrackPath track_;
     WallGeometry walls_;
@@ -104,7 +104,7 @@ class ViewScene : public QObject {
     QVector3D center_;  // of the sphere around object and track
     float radius_ = 1, groundHeight_ = 0;
     bool transparent_ = false;
-    QString summary_, problem_;
+    QString summary_, objectProblem_, trackProblem_;
 
     OrbitCamera orbit_;
     CameraLens lens_;

@@ -15,21 +15,29 @@ namespace boreforge {
 
 namespace {
 
-// The first file of those that are dragged, or nothing.
-QString FileOf(const QMimeData& dragged) {
-    const QList<QUrl> urls = dragged.urls();
-    return urls.empty() ? QString() : urls.first().toLocalFile();
+constexpr int kSettled = 200, kAgain = 1000;  // milliseconds without a change, and between looks for a file
+
+// The files of this computer among those that are dragged.
+QStringList FilesOf(const QMimeData& dragged) {
+    QStringList files;
+    for (const QUrl& url : dragged.urls())
+        if (url.isLocalFile()) files += url.toLocalFile();
+    return files;
+}
+
+FileStamp StampOf(const std::string& path) {
+    const QFileInfo file(QString::fromStdString(path));
+    return {file.lastModified(), file.size()};
 }
 
 }  // namespace
 
 ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
-    constexpr int kSettled = 200;  // milliseconds without a change
     settled_.setSingleShot(true);
-    settled_.setInterval(kSettled);
+    const auto onChange = [this] { settled_.start(kSettled); };
     connect(&settled_, &QTimer::timeout, this, &ViewWindow::Reload);
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, &settled_, qOverload<>(&QTimer::start));
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, &settled_, qOverload<>(&QTimer::start));
+    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, onChange);
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, onChange);
     setResizeMode(SizeRootObjectToView);
     setMinimumSize({320, 240});
     setInitialProperties({{"scene", QVariant::fromValue<QObject*>(&scene)}});
@@ -39,10 +47,12 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
 }
 
 void ViewWindow::Open(const QString& path) {
-    if (path.endsWith(QLatin1String(".zrtrack"), Qt::CaseInsensitive))
+    if (path.endsWith(QLatin1String(".zrtrack"), Qt::CaseInsensitive)) {
         scene_.OpenTrackFile(path.toStdString());
-    else
-        scene_.OpenObject(path.toStdString());
+        return;
+    }
+    stamp_ = StampOf(path.toStdString());
+    scene_.OpenObject(path.toStdString());
     ShowTitle();
     Watch();
 }
@@ -54,18 +64,24 @@ void ViewWindow::AskForFile() {
     if (!path.isEmpty()) Open(path);
 }
 
-// A new export replaces the file, so that the folder is what changes.
+// A new export replaces the file, so that the folder is what changes. The folder may be gone with the file,
+// so that nothing is left to watch.
 void ViewWindow::Watch() {
     const QFileInfo object(QString::fromStdString(scene_.ObjectPath()));
     const QStringList before = watcher_.files() + watcher_.directories();
     if (!before.empty()) watcher_.removePaths(before);
     if (scene_.ObjectPath().empty()) return;
-    watcher_.addPath(object.absolutePath());
-    if (object.exists()) watcher_.addPath(object.absoluteFilePath());
+    if (QFileInfo::exists(object.absolutePath())) watcher_.addPath(object.absolutePath());
+    if (object.exists())
+        watcher_.addPath(object.absoluteFilePath());
+    else
+        settled_.start(kAgain);
 }
 
 void ViewWindow::Reload() {
-    scene_.Reload();
+    const FileStamp stamp = StampOf(scene_.ObjectPath());
+    if (stamp != stamp_) scene_.Reload();
+    stamp_ = stamp;
     Watch();
 }
 
@@ -147,13 +163,14 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
 bool ViewWindow::event(QEvent* event) {
     if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
         auto* const drag = static_cast<QDragMoveEvent*>(event);
-        drag->setAccepted(!FileOf(*drag->mimeData()).isEmpty());
+        drag->setAccepted(!FilesOf(*drag->mimeData()).empty());
         return true;
     }
     if (event->type() == QEvent::Drop) {
         auto* const drop = static_cast<QDropEvent*>(event);
         drop->acceptProposedAction();
-        Open(FileOf(*drop->mimeData()));
+        for (const QString& file : FilesOf(*drop->mimeData()))
+            Open(file);
         return true;
     }
     return QQuickView::event(event);

@@ -1,14 +1,20 @@
 // The viewer's window: mouse, keys, dropped files, and an object that changes on the disk.
 #pragma once
 
+#include <QDateTime>
 #include <QFileSystemWatcher>
 #include <QPoint>
 #include <QQuickView>
 #include <QTimer>
 
+#include <utility>
+
 #include "view/ViewScene.h"
 
 namespace boreforge {
+
+// When a file was last written, and its size. Invalid, with 0, if there is no file.
+using FileStamp = std::pair<QDateTime, qint64>;
 
 class ViewWindow : public QQuickView {
     Q_OBJECT
@@ -36,7 +42,8 @@ class ViewWindow : public QQuickView {
     ViewScene& scene_;
     QPoint last_;  // of the mouse
     QFileSystemWatcher watcher_;
-    QTimer settled_;  // runs while the file may still be being written
+    QTimer settled_;  // runs while the file may still be being written, and while there is none
+    FileStamp stamp_{{}, -1};
 };
 
 }  // namespace boreforge

@@ -1,5 +1,6 @@
 // boreforge-view: shows a finished object in a window, or saves a picture of it.
 #include <QApplication>
+#include <QScreen>
 #include <QSurfaceFormat>
 
 #include <cstdio>
@@ -36,9 +37,11 @@ bool PictureIsApart(const ViewOptions& options) {
     return true;
 }
 
+// Opens both, so that the window has the track when the object appears later.
 bool OpenFiles(const ViewOptions& options, ViewScene& scene) {
-    return (options.Object.empty() || scene.OpenObject(options.Object)) &&
-           (options.Track.empty() || scene.OpenTrackFile(options.Track));
+    const bool hasObject = options.Object.empty() || scene.OpenObject(options.Object);
+    const bool hasTrack = options.Track.empty() || scene.OpenTrackFile(options.Track);
+    return hasObject && hasTrack;
 }
 
 int MakePicture(const ViewOptions& options) {
@@ -56,7 +59,7 @@ int ShowWindow(const ViewOptions& options) {
     ViewScene scene;
     OpenFiles(options, scene);  // what fails is shown in the window
     ViewWindow window(scene);
-    window.resize(options.Width, options.Height);
+    window.resize(QSize(options.Width, options.Height).boundedTo(window.screen()->availableSize() * 0.9));
     window.show();
     if (options.Object.empty()) window.AskForFile();
     return QApplication::exec();

@@ -7,6 +7,7 @@ Item {
     required property QtObject scene
     readonly property real distance: scene.eye.minus(scene.center).length()
     readonly property real haze: Math.max(8 * scene.radius + 200, 5 * distance)
+    readonly property bool empty: scene.summary === ""
     property bool picture: false  // one to be saved, without texts
 
     View3D {
@@ -61,6 +62,7 @@ Item {
             }
         }
         Model {  // the ground
+            visible: !root.empty
             source: "#Rectangle"
             position: Qt.vector3d(root.scene.center.x, root.scene.groundHeight - 0.02, root.scene.center.z)
             eulerRotation.x: -90
@@ -125,7 +127,7 @@ Item {
     Column {  // the scale
         x: 16
         y: root.height - height - 40
-        visible: root.scene.scaleBarPixels > 0
+        visible: root.scene.scaleBarPixels > 0 && !root.empty
         Text {
             text: root.scene.scaleBarText
             color: "#202020"
@@ -147,7 +149,9 @@ Item {
     Bar {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         visible: !root.picture
-        text: root.scene.summary + (root.scene.rideText ? "  ·  " + root.scene.rideText : "") + "  ·  F1: help"
+        text: (root.empty ? "Drop an object here, or press O" : root.scene.summary) +
+              (root.scene.rideText ? "  ·  " + root.scene.rideText : "") +
+              "  ·  F1: help"
     }
     Bar {
         anchors { left: parent.left; right: parent.right; top: parent.top }

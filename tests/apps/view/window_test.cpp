@@ -185,4 +185,26 @@ TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
 }
 
+TEST_F(ViewWindowTest, AFolderThatIsMadeAgainIsWatchedAgain) {
+    std::filesystem::create_directory(In("made"));
+    std::filesystem::copy(In("o.3ds"), In("made/o.3ds"));
+    window->Open(QString::fromStdString(In("made/o.3ds")));
+    std::filesystem::remove_all(In("made"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }));
+    std::filesystem::create_directory(In("made"));
+    std::filesystem::copy(In("o.3ds"), In("made/o.3ds"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
+}
+
+TEST_F(ViewWindowTest, OtherFilesOfTheFolderDoNotMatter) {
+    const QSignalSpy changes(&scene, &ViewScene::objectChanged);
+    WriteBytes(In("other.3ds"), {});
+    QTest::qWait(500);
+    const auto first =
+        changes.count();  // the window reads the object again once, as it may have changed before
+    WriteBytes(In("another.3ds"), {});
+    QTest::qWait(500);
+    EXPECT_EQ(changes.count(), first);
+}
+
 }  // namespace boreforge
