@@ -3,6 +3,7 @@
 #include <QMatrix3x3>
 
 #include <algorithm>
+#include <limits>
 
 #include "view/Keys.h"
 
@@ -222,10 +223,24 @@ void ViewScene::UpdateCamera() {
     turn_ = RotationOf(pose);
     fieldOfView_ = float(lens.VerticalDegrees());
     lamp_ = ride_ && track_[static_cast<std::size_t>(ride_->Position) % track_.size()].Covered;
-    // As far as the nearest point of object and track may be, so that depths far away stay apart.
-    clipNear_ = std::max(0.05f, ((eye_ - center_).length() - radius_) / 2);
+    // As far as possible: otherwise depths far away fall together, and backs show through the walls.
+    clipNear_ = std::max(0.05f, DistanceToNearest(pose.Eye) / 3);
     UpdateScaleBar();
     emit cameraChanged();
+}
+
+// From the eye to the nearest point of object and track.
+float ViewScene::DistanceToNearest(const Vec& eye) const {
+    double nearest = std::numeric_limits<double>::infinity();
+    const auto add = [&](const Vec& point) {
+        const Vec way = point - eye;
+        nearest = std::min(nearest, Dot(way, way));
+    };
+    for (const Vector3D& point : shown_.Object.Points)
+        add(ToVec(point));
+    for (const PathPoint& point : track_)
+        add(point.Position);
+    return nearest < std::numeric_limits<double>::infinity() ? float(std::sqrt(nearest)) : 1;
 }
 
 void ViewScene::UpdateScaleBar() {

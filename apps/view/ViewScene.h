@@ -93,6 +93,7 @@ class ViewScene : public QObject {
     void PlaceGround();
     void UpdateCamera();
     void PlaceSun(const CameraPose& pose);
+    float DistanceToNearest(const Vec& eye) const;
     void UpdateScaleBar();
     void Report(QString& problem, const std::string& path, const std::string& reason);
 
