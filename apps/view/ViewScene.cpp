@@ -188,6 +188,12 @@ void ViewScene::SetHelp(bool shown) {
     emit optionsChanged();
 }
 
+void ViewScene::SetFine(bool fine) {
+    if (fine == fine_) return;
+    fine_ = fine;
+    emit fineChanged();
+}
+
 QString ViewScene::rideText() const {
     if (!ride_) return {};
     return QStringLiteral("%1 units a second%2")

@@ -38,6 +38,7 @@ class ViewScene : public QObject {
     Q_PROPERTY(QString rideText READ rideText NOTIFY cameraChanged)
     Q_PROPERTY(bool lamp MEMBER lamp_ NOTIFY cameraChanged)
     Q_PROPERTY(QQuaternion sun MEMBER sun_ NOTIFY sunChanged)
+    Q_PROPERTY(bool fine MEMBER fine_ NOTIFY fineChanged)
     Q_PROPERTY(bool backFaces MEMBER backFaces_ NOTIFY optionsChanged)
     Q_PROPERTY(bool help MEMBER help_ NOTIFY optionsChanged)
     Q_PROPERTY(QString helpKeys READ helpKeys CONSTANT)
@@ -66,8 +67,10 @@ class ViewScene : public QObject {
     void LeaveRide();
     void SetBackFaces(bool shown);
     void SetHelp(bool shown);
+    void SetFine(bool fine);  // with shadows and smooth edges, which take several times as long to draw
     bool backFaces() const { return backFaces_; }
     bool help() const { return help_; }
+    bool isFine() const { return fine_; }
     bool IsRiding() const { return ride_.has_value(); }
 
     QQuick3DGeometry* walls() { return &walls_; }
@@ -86,6 +89,7 @@ class ViewScene : public QObject {
     void textChanged();
     void cameraChanged();
     void sunChanged();
+    void fineChanged();
     void optionsChanged();
 
   private:
@@ -118,7 +122,7 @@ class ViewScene : public QObject {
     QQuaternion turn_, sun_;
     float fieldOfView_ = 35, clipNear_ = 0.1f, scaleBarPixels_ = 0;
     QString scaleBarText_;
-    bool lamp_ = false, backFaces_ = true, help_ = false;
+    bool lamp_ = false, fine_ = true, backFaces_ = true, help_ = false;
 };
 
 }  // namespace boreforge

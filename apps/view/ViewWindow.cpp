@@ -38,6 +38,7 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
     connect(&settled_, &QTimer::timeout, this, &ViewWindow::Reload);
     connect(&watcher_, &QFileSystemWatcher::fileChanged, this, onChange);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, onChange);
+    DrawPlainlyWhileMoving();
     setResizeMode(SizeRootObjectToView);
     setMinimumSize({320, 240});
     setInitialProperties({{"scene", QVariant::fromValue<QObject*>(&scene)}});
@@ -62,6 +63,31 @@ void ViewWindow::AskForFile() {
         QFileDialog::getOpenFileName(nullptr, tr("Open Object"), QString(),
                                      tr("Objects and tracks (*.3ds *.3DS *.zrtrack);;All files (*)"));
     if (!path.isEmpty()) Open(path);
+}
+
+// The first picture is there sooner, and a computer that draws in software still turns the object smoothly.
+void ViewWindow::DrawPlainlyWhileMoving() {
+    constexpr qint64 kStill = 250, kSlow = 60, kFast = 30;  // milliseconds
+    scene_.SetFine(false);
+    still_.setSingleShot(true);
+    still_.setInterval(kStill);
+    still_.start();
+    connect(&still_, &QTimer::timeout, this, [this] { scene_.SetFine(true); });
+    connect(&scene_, &ViewScene::cameraChanged, this, [this] {
+        if (!slow_) return;
+        scene_.SetFine(false);
+        still_.start();
+    });
+    // Both happen in the thread that draws.
+    connect(
+        this, &QQuickWindow::beforeRendering, this, [this] { frameStart_.start(); }, Qt::DirectConnection);
+    const auto onFrame = [this] {
+        const qint64 taken = frameStart_.elapsed();
+        QMetaObject::invokeMethod(this, [this, taken] {
+            if (scene_.isFine()) slow_ = taken > kSlow || (slow_ && taken > kFast);
+        });
+    };
+    connect(this, &QQuickWindow::frameSwapped, this, onFrame, Qt::DirectConnection);
 }
 
 // A new export replaces the file, so that the folder is what changes. The folder may be gone with the file,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QPoint>
 #include <QQuickView>
@@ -35,6 +36,7 @@ class ViewWindow : public QQuickView {
     bool event(QEvent* event) override;
 
   private:
+    void DrawPlainlyWhileMoving();
     void Watch();
     void Reload();
     void ShowTitle();
@@ -44,6 +46,9 @@ class ViewWindow : public QQuickView {
     QFileSystemWatcher watcher_;
     QTimer settled_;  // runs while the file may still be being written, and while there is none
     FileStamp stamp_{{}, -1};
+    QTimer still_;  // runs while the camera moves
+    QElapsedTimer frameStart_;
+    bool slow_ = true;  // at fine pictures
 };
 
 }  // namespace boreforge

@@ -15,7 +15,7 @@ Item {
         anchors.fill: parent
         camera: camera
         environment: SceneEnvironment {
-            antialiasingMode: SceneEnvironment.MSAA
+            antialiasingMode: root.scene.fine ? SceneEnvironment.MSAA : SceneEnvironment.NoAA
             antialiasingQuality: SceneEnvironment.High
             backgroundMode: SceneEnvironment.Color
             clearColor: "#e6edf2"
@@ -43,7 +43,7 @@ Item {
             color: "#fff8ec"
             brightness: 1.1
             ambientColor: "#787e85"
-            castsShadow: true
+            castsShadow: root.scene.fine
             shadowMapQuality: Light.ShadowMapQualityVeryHigh
             shadowFactor: 96
             shadowBias: 0

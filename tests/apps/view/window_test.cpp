@@ -162,6 +162,11 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     EXPECT_FALSE(scene.IsRiding());
 }
 
+TEST_F(ViewWindowTest, APictureAtRestIsFine) {
+    EXPECT_FALSE(scene.isFine());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.isFine(); }));
+}
+
 TEST_F(ViewWindowTest, F1ShowsTheKeys) {
     EXPECT_LT(ShareOf(window->grabWindow(), IsText), 0.01);
     QTest::keyClick(window.get(), Qt::Key_F1);
