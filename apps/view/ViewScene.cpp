@@ -41,7 +41,8 @@ bool ViewScene::OpenObject(const std::string& path) {
     ShowGeometry();
     if (path != shownPath_) {
         shownPath_ = path;
-        SetBackFaces(!transparent_);  // they would show through the walls
+        // They would show through transparent walls, and where the two sides of a wall are equally far away.
+        SetBackFaces(!transparent_ && std::ranges::none_of(shown_.Surfaces, &ObjectSurface::IsDoubleSided));
         Fit();
     }
     UpdateCamera();

@@ -102,6 +102,18 @@ TEST_F(ViewTest, ShowsWallsThatFaceTheWrongWayInRed) {
     EXPECT_TRUE(scene.summary().endsWith("walls face the wrong way")) << scene.summary().toStdString();
 }
 
+TEST_F(ViewTest, ShowsNoBacksOfTransparentAndDoubleSidedWalls) {
+    ViewScene scene;
+    for (const char* walls : {"--transparency 50", "--double-sided"}) {
+        ASSERT_EQ(Run(kBatch + "b.3ds --no-track " + walls), 0);
+        scene.SetBackFaces(true);
+        ASSERT_TRUE(scene.OpenObject(In("b.3ds")));
+        EXPECT_FALSE(scene.backFaces()) << walls;
+        ASSERT_TRUE(scene.OpenObject(In("o.3ds")));
+        EXPECT_TRUE(scene.backFaces());
+    }
+}
+
 TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
     const Bytes old = {'o', 'l', 'd'};
     Bytes damaged = ReadBytes(In("o.3ds"));
