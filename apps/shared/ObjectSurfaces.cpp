@@ -48,9 +48,9 @@ std::vector<std::uint32_t> MergeEqualPoints(const std::vector<Vector3D>& points)
 
 // An edge of one face.
 struct EdgeUse {
-    std::uint32_t low, high;  // its points
+    std::uint64_t points;  // the lower one's number in the upper half
     std::uint32_t face;
-    bool ascending;  // the face goes from low to high along it
+    bool ascending;  // the face goes from the lower point to the higher one along it
 };
 
 using Edge = std::span<const EdgeUse>;  // the uses by all faces with this edge
@@ -134,19 +134,17 @@ class SurfaceFinder {
             if (!HasArea(i)) continue;
             const auto [a, b, c] = Corners(i);
             for (const auto& [from, to] : {std::pair(a, b), std::pair(b, c), std::pair(c, a)})
-                uses_.push_back(
-                    {std::min(from, to), std::max(from, to), static_cast<std::uint32_t>(i), from < to});
+                uses_.push_back({std::uint64_t{std::min(from, to)} << 32 | std::max(from, to),
+                                 static_cast<std::uint32_t>(i), from < to});
         }
-        std::ranges::sort(uses_, {},
-                          [](const EdgeUse& use) { return std::tuple(use.low, use.high, use.face); });
+        std::ranges::stable_sort(uses_, {}, &EdgeUse::points);
     }
 
     template <class Work>
     void ForEachEdge(Work work) const {
         for (auto first = uses_.begin(); first != uses_.end();) {
-            const auto last = std::find_if(first, uses_.end(), [&](const EdgeUse& use) {
-                return use.low != first->low || use.high != first->high;
-            });
+            const auto last = std::find_if(first, uses_.end(),
+                                           [&](const EdgeUse& use) { return use.points != first->points; });
             work(Edge(first, last));
             first = last;
         }
