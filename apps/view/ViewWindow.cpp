@@ -189,12 +189,15 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
 bool ViewWindow::event(QEvent* event) {
     if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
         auto* const drag = static_cast<QDragMoveEvent*>(event);
-        drag->setAccepted(!FilesOf(*drag->mimeData()).empty());
+        const bool mayCopy = drag->possibleActions() & (Qt::CopyAction | Qt::LinkAction);
+        drag->setDropAction(Qt::CopyAction);  // after a move the file manager might remove the file
+        drag->setAccepted(mayCopy && !FilesOf(*drag->mimeData()).empty());
         return true;
     }
     if (event->type() == QEvent::Drop) {
         auto* const drop = static_cast<QDropEvent*>(event);
-        drop->acceptProposedAction();
+        drop->setDropAction(Qt::CopyAction);
+        drop->accept();
         for (const QString& file : FilesOf(*drop->mimeData()))
             Open(file);
         return true;

@@ -163,8 +163,10 @@ TEST_F(ViewWindowTest, DragTurnsAndWheelZooms) {
 TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     QMimeData dropped;
     dropped.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("t.zrtrack")))});
-    QDropEvent drop({100, 100}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QDropEvent drop({100, 100}, Qt::CopyAction | Qt::MoveAction, &dropped, Qt::LeftButton, Qt::ShiftModifier);
+    drop.setDropAction(Qt::MoveAction);
     QCoreApplication::sendEvent(window.get(), &drop);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "after a move the file might be removed";
     QTest::keyClick(window.get(), Qt::Key_Space);
     const CameraPose start = scene.Pose();
     EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }));
