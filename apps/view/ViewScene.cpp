@@ -196,7 +196,8 @@ void ViewScene::SetFine(bool fine) {
 }
 
 QString ViewScene::rideText() const {
-    if (!ride_) return {};
+    if (!ride_)
+        return track_.empty() && !summary_.isEmpty() ? QStringLiteral("no track to ride along") : QString();
     return QStringLiteral("%1 units a second%2")
         .arg(ride_->Speed, 0, 'f', ride_->Speed < 10 ? 1 : 0)
         .arg(ride_->Moving ? QString() : QStringLiteral(" (stopped: Space)"));
