@@ -35,19 +35,13 @@ bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
            IsApart("3DS Object", job.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
 }
 
-// Prints why the file at `path` couldn't be read.
-void PrintReason(const std::string& path, const std::string& kind) {
-    const bool isOther = lastFileFailure.problem == FileProblem::WrongBeginning;
-    PrintError(path + ": " + (isOther ? "It is not a " + kind + "." : FailureText()));
-}
-
 bool PrepareShape(const BatchOptions& options) {
     ResetTunnelShape();
     if (options.Shape.empty()) {
         MakePresetShape(options.Preset);
     } else if (!LoadTunnelShape(options.Shape)) {
         ShowError("Error - Invalid Tunnel Shape File!");
-        PrintReason(options.Shape, "tunnel shape");
+        PrintError(options.Shape + ": " + ReadFailureText("tunnel shape"));
         return false;
     }
     for (const std::string& warning : ShapeWarnings(TunnelShape, options.Choices.DoubleSided))
@@ -74,7 +68,7 @@ void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritte
 bool RunJob(const BatchOptions& options, const BatchJob& job) {
     if (!OutputsAreApart(options, job)) return false;
     if (!OpenTrack(job.Track)) {
-        PrintReason(job.Track, "track");
+        PrintError(job.Track + ": " + ReadFailureText("track"));
         return false;
     }
     if (!job.TrackOut.empty()) TrackFilePath = job.TrackOut;

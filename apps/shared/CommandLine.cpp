@@ -11,6 +11,7 @@
 #include "base/Message.h"
 #include "base/Text.h"
 #include "base/Values.h"
+#include "platform/FileFailure.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
 #include "version.h"
@@ -63,6 +64,11 @@ CLI::Validator EndsIn(const std::string& extension) {
             return good ? "" : "'" + path + "' doesn't end in " + extension;
         },
         "");
+}
+
+std::string ReadFailureText(const std::string& kind) {
+    const bool isOther = lastFileFailure.problem == FileProblem::WrongBeginning;
+    return isOther ? "It is not a " + kind + "." : FailureText();
 }
 
 namespace {

@@ -45,6 +45,9 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
 // Checks that an option's value is a file name that ends in `extension`, ASCII case ignored.
 CLI::Validator EndsIn(const std::string& extension);
 
+// Why a file that should be a `kind`, for instance a "track", couldn't be read, as a sentence.
+std::string ReadFailureText(const std::string& kind);
+
 // Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
 std::string Printable(const std::string& text);
 

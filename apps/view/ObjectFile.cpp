@@ -6,6 +6,7 @@
 #include "base/Message.h"
 #include "job/mMain.h"
 #include "platform/Files.h"
+#include "shared/CommandLine.h"
 #include "tracing/mZR_TraceTrack.h"
 
 namespace boreforge {
@@ -21,9 +22,6 @@ std::string Count(std::size_t count, const std::string& noun) {
     }
     return digits + " " + noun + (count == 1 ? "" : "s");
 }
-
-// The last message of the core while a track was opened, which the hook keeps here.
-std::string lastMessage;
 
 }  // namespace
 
@@ -51,15 +49,14 @@ bool ReadObject(const std::string& path, ShownObject& shown, std::string& reason
 }
 
 bool ReadPath(const std::string& track, TrackPath& path, std::string& reason) {
-    const MessageHook before =
-        SetMessageHook([](const std::string& text, const std::string&, MessageIcon) { lastMessage = text; });
+    const MessageHook before = SetMessageHook(nullptr);
     const bool opened = OpenTrack(track);
     SetMessageHook(before);
     if (opened && TrackTraced) {
         path = PathOfTrace();
         return true;
     }
-    reason = opened ? "The track's path can't be followed." : lastMessage;
+    reason = opened ? "The track's path can't be followed." : ReadFailureText("track");
     return false;
 }
 
