@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <tuple>
 
 #include "view/Keys.h"
 
@@ -51,7 +52,7 @@ bool ViewScene::OpenObject(const std::string& path) {
 }
 
 void ViewScene::Reload() {
-    if (!path_.empty()) OpenObject(path_);
+    if (!path_.empty()) std::ignore = OpenObject(path_);
 }
 
 bool ViewScene::OpenTrackFile(const std::string& path) {

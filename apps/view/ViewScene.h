@@ -49,14 +49,14 @@ class ViewScene : public QObject {
 
     // Shows another object, or the same one again, for which the camera stays. False, with the problem shown,
     // when it can't be read: what was shown before stays.
-    bool OpenObject(const std::string& path);
-    bool OpenTrackFile(const std::string& path);
+    [[nodiscard]] bool OpenObject(const std::string& path);
+    [[nodiscard]] bool OpenTrackFile(const std::string& path);
     // Reads the object again.
     void Reload();
     const std::string& ObjectPath() const { return path_; }
 
     // For a picture. False, with the problem set, when there is no such view.
-    bool LookFrom(ViewFrom view);
+    [[nodiscard]] bool LookFrom(ViewFrom view);
     void SetSize(int width, int height);
 
     // What the user does.

@@ -11,6 +11,8 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include <tuple>
+
 namespace boreforge {
 
 namespace {
@@ -48,12 +50,13 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
 }
 
 void ViewWindow::Open(const QString& path) {
+    // What fails is shown by the scene.
     if (path.endsWith(QLatin1String(".zrtrack"), Qt::CaseInsensitive)) {
-        scene_.OpenTrackFile(path.toStdString());
+        std::ignore = scene_.OpenTrackFile(path.toStdString());
         return;
     }
     stamp_ = StampOf(path.toStdString());
-    scene_.OpenObject(path.toStdString());
+    std::ignore = scene_.OpenObject(path.toStdString());
     ShowTitle();
     Watch();
 }

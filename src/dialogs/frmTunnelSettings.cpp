@@ -7,6 +7,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <tuple>
+
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/QtColor.h"
 #include "dialogs/mColorDialog.h"
@@ -225,7 +227,9 @@ void frmTunnelSettings::Make() {
     arguments.OverwritePrompt = true;
     if (!ShowSaveFileDialog(arguments)) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    Guarded([&] { RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString())); });
+    // The job tells the user what failed; the dialog closes either way.
+    Guarded(
+        [&] { std::ignore = RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString())); });
     QApplication::restoreOverrideCursor();
     accept();
 }

@@ -36,7 +36,7 @@ struct ColorDialogArguments {
 };
 
 // Runs the dialog; true if the user chose a colour.
-bool ShowColorDialog(ColorDialogArguments& arguments);
+[[nodiscard]] bool ShowColorDialog(ColorDialogArguments& arguments);
 
 // The call that runs the dialog: 1 if the user chose a colour, else 0; it reads and writes CustomColors.
 // Tests replace it to answer for the user.

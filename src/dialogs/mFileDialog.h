@@ -39,8 +39,8 @@ struct FileDialogArguments {
 };
 
 // Each runs a dialog; true if the user chose a file.
-bool ShowOpenFileDialog(FileDialogArguments& arguments);
-bool ShowSaveFileDialog(FileDialogArguments& arguments);
+[[nodiscard]] bool ShowOpenFileDialog(FileDialogArguments& arguments);
+[[nodiscard]] bool ShowSaveFileDialog(FileDialogArguments& arguments);
 
 // The functions that run a dialog with converted arguments: 1 if the user chose a file, else 0. Tests replace
 // them to answer for the user.

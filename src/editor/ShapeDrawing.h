@@ -67,8 +67,8 @@ void DrawGrid(Surface& surface) {
 // The dots of a node and the spoke between them.
 template <class Surface>
 void DrawNode(Surface& surface, std::int32_t node, ShownNodes shown) {
-    const CanvasPoint inside = OnCanvas(TunnelShape.InsideNodes[static_cast<std::size_t>(node)]);
-    const CanvasPoint outside = OnCanvas(TunnelShape.OutsideNodes[static_cast<std::size_t>(node)]);
+    const CanvasPoint inside = OnCanvas(TunnelShape.InsideNodes[node]);
+    const CanvasPoint outside = OnCanvas(TunnelShape.OutsideNodes[node]);
     const ContourColors colors = ColorsOf(node, kInsideNode, kOutsideNode, kSelectedNode);
     surface.SetPenWidth(NodeDotSize());
     if (shown.outside) surface.Dot(outside, colors.outside);

@@ -53,7 +53,7 @@ float ActiveInterval(const EditorControls& controls) {
 
 Vector3D& SelectedPoint() {
     auto& contour = TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes;
-    return contour[static_cast<std::size_t>(TunnelShape.SelectedNode)];
+    return contour[TunnelShape.SelectedNode];
 }
 
 void MoveSelectedPoint(const Vector3D& position) { SelectedPoint() = {position.x, position.y, 0}; }

@@ -86,7 +86,7 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 // MakePresetShape and LoadTunnelShape as undo steps. A failed load that empties the shape is a step, too.
 // OpenShapeFile returns the result of the load.
 void UsePreset(std::int16_t preset, const EditorControls& controls);
-bool OpenShapeFile(const std::string& path, const EditorControls& controls);
+[[nodiscard]] bool OpenShapeFile(const std::string& path, const EditorControls& controls);
 
 // The platform-independent codes of the keys that the editor uses. A slash has a tool only on the numeric
 // pad.

@@ -10,9 +10,9 @@ namespace boreforge {
 // shape is then unchanged. Also false if the file isn't a shape or is too short for its node count: the shape
 // is then empty. The reason is in lastFileFailure. A count of 0 or less is an empty shape; bytes after the
 // last node are ignored, and coordinates aren't tested.
-bool LoadTunnelShape(const std::string& path);
+[[nodiscard]] bool LoadTunnelShape(const std::string& path);
 
 // Saves the shape to `path`. False if the file can't be written whole: an existing file is then unchanged.
-bool SaveTunnelShape(const std::string& path);
+[[nodiscard]] bool SaveTunnelShape(const std::string& path);
 
 }  // namespace boreforge

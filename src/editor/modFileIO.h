@@ -17,11 +17,11 @@ void ClearFileBuffer();
 // Replaces FileBuffer with the file's bytes and one zero byte. False if the file is missing, can't be read,
 // or doesn't begin with `beginning` (ASCII case ignored; the rest isn't read then). FileBuffer is then
 // unchanged, and the reason is in lastFileFailure.
-bool ReadFileToBuffer(const std::string& path, std::string_view beginning = {});
+[[nodiscard]] bool ReadFileToBuffer(const std::string& path, std::string_view beginning = {});
 
 // Writes FileBuffer to `path`. False if the path is empty or the file can't be written whole: an existing
 // file is then unchanged.
-bool WriteBufferToFile(const std::string& path);
+[[nodiscard]] bool WriteBufferToFile(const std::string& path);
 
 // Each reads 4 bytes at `position` and advances it by 4. Past the end of the buffer it returns 0 or an empty
 // tag, and `position` stays.

@@ -184,7 +184,7 @@ void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file)
             [&](std::uint8_t* place, std::size_t i) { Store(place, PackFace(mesh.Faces[i])); });
 
     PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
-    PutZString(Model3DS.Materials[static_cast<std::size_t>(mesh.MaterialIndex)].Name, file);
+    PutZString(Model3DS.Materials[mesh.MaterialIndex].Name, file);
     PutWord(count, file);
     PutEach(mesh.Faces.size(), 2, file,
             [](std::uint8_t* place, std::size_t i) { Store(place, static_cast<std::uint16_t>(i)); });

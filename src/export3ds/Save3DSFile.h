@@ -17,7 +17,7 @@ inline constexpr std::int32_t kMaxMeshes = 32767;
 // the disk. False, with the reason in lastFileFailure, if that fails: an existing file is then unchanged.
 // Also false, before anything is written, if the file's length doesn't fit a signed 32-bit number or the
 // model has more than 32,767 meshes.
-bool Save3DSFile(const std::string& fileName);
+[[nodiscard]] bool Save3DSFile(const std::string& fileName);
 
 // The length in bytes of the current model's file; -1 if it doesn't fit a signed 32-bit number.
 std::int32_t Compute3DSLength();

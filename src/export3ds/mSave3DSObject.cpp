@@ -43,7 +43,7 @@ MeshFace Narrow(const BufferFace& face) {
             static_cast<std::int16_t>(face.c)};
 }
 
-Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[static_cast<std::size_t>(index)]; }
+Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[index]; }
 
 // Adds the next mesh of the open object.
 Mesh3DS& AddMeshOfObject() {

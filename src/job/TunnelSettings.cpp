@@ -28,7 +28,7 @@ TunnelJobSettings DeriveJobSettings(const TunnelChoices& choices, const std::str
     settings.RemoveTunnels = choices.RemoveTunnels;
     settings.PlaceObject = choices.PlaceObject;
     settings.Transparency = choices.Transparency;
-    settings.DetailStep = kDetails[static_cast<std::size_t>(choices.DetailItem)].step;
+    settings.DetailStep = kDetails[choices.DetailItem].step;
     settings.DimFactor = DimFactorOf(choices.DimPercent);
     settings.DoubleSided = choices.DoubleSided;
     return settings;

@@ -28,7 +28,7 @@ constexpr std::int16_t kShininess = 25;
 constexpr std::int16_t kShininessStrength = 5;
 
 bool IsTunnel(std::int32_t index) {
-    return TrackFile.Segments[static_cast<std::size_t>(index)].IsTunnel != kFalse;
+    return TrackFile.Segments[index].IsTunnel != kFalse;
 }
 
 // Calls `sweep` with the index of each tunnel segment in ascending order. Returns their number.
@@ -55,7 +55,7 @@ bool IsTooLarge(const TunnelJobSettings& settings) {
     const std::int64_t facesOfRing = nodes * (settings.DoubleSided ? 4 : 2);
     std::int64_t bytes = 0, meshes = 0;
     ForEachTunnel([&](std::int32_t i) {
-        const std::int32_t samples = TracedSegments[static_cast<std::size_t>(i)].SampleCount();
+        const std::int32_t samples = TracedSegments[i].SampleCount();
         const std::int64_t faces = facesOfRing * (1 + (samples - 1) / settings.DetailStep);
         bytes += kWalls * faces * kFaceBytes;
         meshes += kWalls * ((faces + kMaxFacesOfMesh - 1) / kMaxFacesOfMesh);

@@ -54,17 +54,17 @@ class OutputFile {
     static constexpr std::size_t kBufferSize = std::size_t{1} << 18;
 
   private:
-    bool OpenTarget(const std::string& path);
-    bool OpenPlaceholder(const std::string& path);
-    bool FindRealPlace();
-    bool CheckTarget();
-    bool OpenTemporary(bool isPrivate);
-    bool MayRename() const;
-    bool KeepRights();
-    bool Reserve(std::int64_t length);
-    bool PutInPlace(HeldFile* held);
-    bool IsTargetUnchanged() const;
-    bool FlushFolder() const;
+    [[nodiscard]] bool OpenTarget(const std::string& path);
+    [[nodiscard]] bool OpenPlaceholder(const std::string& path);
+    [[nodiscard]] bool FindRealPlace();
+    [[nodiscard]] bool CheckTarget();
+    [[nodiscard]] bool OpenTemporary(bool isPrivate);
+    [[nodiscard]] bool MayRename() const;
+    [[nodiscard]] bool KeepRights();
+    [[nodiscard]] bool Reserve(std::int64_t length);
+    [[nodiscard]] bool PutInPlace(HeldFile* held);
+    [[nodiscard]] bool IsTargetUnchanged() const;
+    [[nodiscard]] bool FlushFolder() const;
     void Flush();
     void Discard();
 

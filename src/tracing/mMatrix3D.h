@@ -11,8 +11,8 @@ namespace boreforge {
 // right, so the translation is at indices 3, 7 and 11. Initially zero.
 struct Matrix3D {
     std::array<float, 16> element{};
-    float& operator[](int index) { return element[static_cast<std::size_t>(index)]; }
-    float operator[](int index) const { return element[static_cast<std::size_t>(index)]; }
+    float& operator[](int index) { return element[index]; }
+    float operator[](int index) const { return element[index]; }
     friend bool operator==(const Matrix3D&, const Matrix3D&) = default;
 };
 

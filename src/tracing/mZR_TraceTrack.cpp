@@ -32,7 +32,7 @@ struct Piece {
 
 Piece PieceOf(std::int32_t index, std::int32_t upperIndex) {
     const auto node = [](std::int32_t i) -> const TrackBezierNode& {
-        return TrackFile.BezierNodes[static_cast<std::size_t>(i)];
+        return TrackFile.BezierNodes[i];
     };
     const TrackBezierNode& from = node(index);
     const TrackBezierNode& to = node(index < upperIndex ? index + 1 : 0);
@@ -111,7 +111,7 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     const float delta = RollOver(node, traced.Samples.back().Orientation);
     if (!node.RollFlag && delta == 0) return true;
     for (std::int32_t j = 0; j < count; ++j) {
-        TraceSample& sample = traced.Samples[static_cast<std::size_t>(j)];
+        TraceSample& sample = traced.Samples[j];
         const Matrix3D roll = MatRotateZ(static_cast<float>(double(delta) / (count - 1) * j));
         sample.Orientation = MatMultiply(sample.Orientation, roll);
         const Matrix3D& world = sample.WorldMatrix;
@@ -123,12 +123,12 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
 
 // Traces the piece of segment `index`, which is `length` long. False if its roll isn't finite.
 bool TracePiece(const Piece& piece, std::int32_t index, float length) {
-    TracedSegment& traced = TracedSegments[static_cast<std::size_t>(index)];
+    TracedSegment& traced = TracedSegments[index];
     traced.Length = length;
 
     Matrix3D frame = MatIdentity();
     if (index > 0)
-        frame = TracedSegments[static_cast<std::size_t>(index) - 1].Samples.back().Orientation;
+        frame = TracedSegments[index - 1].Samples.back().Orientation;
     else
         TurnTowards(frame, VecSubtract(piece.p0, piece.c0));
     traced.Samples.clear();
@@ -137,7 +137,7 @@ bool TracePiece(const Piece& piece, std::int32_t index, float length) {
 
     WalkPiece(piece, frame, traced);
     const std::int32_t rollNode = index + 1 < TrackFile.BezierNodeCount() ? index + 1 : 0;
-    return RollPiece(TrackFile.BezierNodes[static_cast<std::size_t>(rollNode)], traced);
+    return RollPiece(TrackFile.BezierNodes[rollNode], traced);
 }
 
 bool IsFinite(const Vector3D& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
@@ -157,7 +157,7 @@ std::vector<float> MeasureTrack() {
         const Piece piece = PieceOf(i, segmentCount - 1);
         if (!IsFinite(piece)) return {};
         const float length = LengthOf(piece);
-        lengths[static_cast<std::size_t>(i)] = length;
+        lengths[i] = length;
         total += length;
         if (!(total <= kMaxPathLength)) return {};  // also refuses NaN
     }
@@ -171,7 +171,7 @@ bool TraceAllPieces() {
     traceMemory.release();
     TracedSegments.resize(lengths.size());
     for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
-        if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[static_cast<std::size_t>(i)])) return false;
+        if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[i])) return false;
     return true;
 }
 

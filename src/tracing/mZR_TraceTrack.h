@@ -41,7 +41,7 @@ extern bool TrackTraced;
 // Traces the open track. False if it has fewer than two segments or fewer nodes than segments, if a
 // coordinate or roll that the walk uses isn't finite, if the path is longer than kMaxPathLength, or if memory
 // runs out.
-bool TraceTrack();
+[[nodiscard]] bool TraceTrack();
 
 // Traces the piece of one segment. Trace segments in ascending order: a piece starts with the last frame of
 // the one before it.

@@ -92,7 +92,7 @@ bool AreAllDifferent(std::span<const Vector3D> points) {
 
 // The frames of a wall's rings.
 std::vector<const Matrix3D*> FramesOf(std::int32_t segmentIndex, std::int32_t detailStep) {
-    const auto& samples = TracedSegments[static_cast<std::size_t>(segmentIndex)].Samples;
+    const auto& samples = TracedSegments[segmentIndex].Samples;
     std::vector<const Matrix3D*> frames;
     frames.reserve(samples.size() / static_cast<std::size_t>(detailStep) + 2);
     for (std::size_t s = 0; s < samples.size(); s += static_cast<std::size_t>(detailStep))

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTreeView>
 
+#include <tuple>
 #include <utility>
 
 #include "UiTest.h"
@@ -40,7 +41,7 @@ TEST_F(UiTest, FileDialogsGetTheFlagsOfTheirArguments) {
 TEST_F(UiTest, AFilterIsSplitAtBarsAndColons) {
     for (const char* const filter : {"A|*.a", "A:*.a"}) {
         FileDialogArguments arguments{.Filter = filter};
-        ShowOpenFileDialog(arguments);
+        std::ignore = ShowOpenFileDialog(arguments);
         EXPECT_EQ(arguments.Filter, QString::fromLatin1("A\0*.a\0\0", 7));
     }
 }
@@ -128,7 +129,7 @@ TEST_F(UiTest, AColorDialogGetsTheFlagsOfItsArguments) {
     for (Case each : {Case{{}, kStartFromColor | kSolidColor},
                       Case{{.AnyColor = true, .FullOpen = true}, kStartFromColor | kAnyColor | kFullOpen},
                       Case{{.PreventFullOpen = true}, kStartFromColor | kSolidColor | kPreventFullOpen}}) {
-        ShowColorDialog(each.arguments);
+        std::ignore = ShowColorDialog(each.arguments);
         EXPECT_EQ(askedColor.Flags, each.flags);
     }
 }
@@ -142,7 +143,7 @@ TEST_F(UiTest, ACancelledColorDialogLeavesNoColor) {
 
 TEST_F(UiTest, CustomColorsStartAsTheSystemColors) {
     ColorDialogArguments arguments;
-    ShowColorDialog(arguments);
+    std::ignore = ShowColorDialog(arguments);
     for (int i = 0; i < 16; ++i)
         EXPECT_EQ(CustomColors.at(i), SystemColor(i)) << i;
 }
@@ -155,7 +156,7 @@ TEST_F(UiTest, CustomColorsOfTheUserAreThereInTheNextDialog) {
             act();
             dialog.reject();
         });
-        ShowColorDialog(arguments);
+        std::ignore = ShowColorDialog(arguments);
     };
     QColor before;
     runDialog([&] {
