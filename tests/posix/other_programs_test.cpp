@@ -1,4 +1,4 @@
-// Other programs change the same files: nothing of theirs is lost.
+// Links, and other programs that change the same files: nothing of theirs is lost.
 #include <filesystem>
 
 #include "editor/TunnelShape.h"
@@ -71,6 +71,16 @@ TEST_F(OtherProgramsTest, ATrackChangedWhileItsLinkIsRedirectedToACopyStays) {
     Refusal(object);
     EXPECT_EQ(ReadBytes(track), ReadBytes(changed));
     EXPECT_EQ(ReadBytes(In("copy.zrtrack")), copy);
+}
+
+TEST_F(OtherProgramsTest, AnObjectThatLeadsToTheTrackIsRefused) {
+    for (const std::string& saved : {track, In("new.zrtrack")}) {
+        TrackFilePath = saved;
+        fs::remove(object);
+        fs::create_symlink(saved, object);
+        EXPECT_FALSE(RunTunnelJob(DeriveJobSettings({}, object))) << saved;
+        EXPECT_NE(Shown().back().find("Would Replace the Track"), std::string::npos) << saved;
+    }
 }
 
 TEST_F(OtherProgramsTest, ATrackThatWasReadThroughALinkIsCompared) {

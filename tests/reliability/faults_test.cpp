@@ -140,37 +140,28 @@ class JobFaultsTest : public FaultsTest {
 
 TEST_F(JobFaultsTest, AFailingJobLeavesWholeFilesAndOneMessage) {
     ASSERT_GT(newObject_.size(), OutputFile::kBufferSize);
-    const auto prepare = [&] {
-        WriteBytes(object, oldObject_);
-        OpenOldTrack();
-    };
-    const auto check = [&](bool good) {
-        const Bytes objectNow = ReadBytes(object);
-        EXPECT_EQ(ReadBytes(track), good ? newTrack_ : oldTrack_);
-        const bool isOld = !good && objectNow == oldObject_;
-        EXPECT_EQ(objectNow, isOld ? oldObject_ : newObject_);
-        EXPECT_EQ(FilesInFolder(), 2u);
-        EXPECT_EQ(Shown().size(), shown_ + (good ? 0 : 1));
-    };
-    WithEachCallFailing(
-        prepare, [&] { return RunTunnelJob(settings_); }, check);
+    for (const bool hasOldObject : {true, false}) {
+        SCOPED_TRACE(hasOldObject);
+        const auto prepare = [&] {
+            fs::remove(object);
+            if (hasOldObject) WriteBytes(object, oldObject_);
+            OpenOldTrack();
+        };
+        const auto check = [&](bool good) {
+            EXPECT_EQ(ReadBytes(track), good ? newTrack_ : oldTrack_);
+            const bool exists = fs::exists(object);
+            EXPECT_TRUE(exists || !(good || hasOldObject));
+            const Bytes now = exists ? ReadBytes(object) : newObject_;
+            const bool isOld = hasOldObject && !good && now == oldObject_;
+            EXPECT_EQ(now, isOld ? oldObject_ : newObject_);
+            EXPECT_EQ(FilesInFolder(), exists ? 2u : 1u);
+            EXPECT_EQ(Shown().size(), shown_ + (good ? 0 : 1));
+        };
+        WithEachCallFailing(
+            prepare, [&] { return RunTunnelJob(settings_); }, check);
+    }
     OpenOldTrack();
     EXPECT_TRUE(RunTunnelJob(settings_)) << "the next job works";
-}
-
-TEST_F(JobFaultsTest, AFailingJobLeavesNoPartOfANewObject) {
-    const auto prepare = [&] {
-        fs::remove(object);
-        OpenOldTrack();
-    };
-    const auto check = [&](bool good) {
-        EXPECT_EQ(ReadBytes(track), good ? newTrack_ : oldTrack_);
-        const bool exists = fs::exists(object);
-        EXPECT_EQ(exists ? ReadBytes(object) : newObject_, newObject_);
-        EXPECT_EQ(FilesInFolder(), exists ? 2u : 1u);
-    };
-    WithEachCallFailing(
-        prepare, [&] { return RunTunnelJob(settings_); }, check);
 }
 
 TEST_F(FaultsTest, AFileThatShrinksWhileItIsReadIsRefused) {
