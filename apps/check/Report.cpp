@@ -228,4 +228,10 @@ std::string ReportJson(const ObjectReport& report) {
     return Joined('{', fields, '}') + "\n";
 }
 
+std::string UnreadableJson(const std::string& path, const std::string& reason) {
+    const std::vector<std::string> fields = {
+        Field("file", Quoted(path)), Field("verdict", Quoted("unreadable")), Field("reason", Quoted(reason))};
+    return Joined('{', fields, '}') + "\n";
+}
+
 }  // namespace boreforge

@@ -24,5 +24,7 @@ ObjectReport Examine(const std::string& path, const Bytes& file);
 // The report as text for people, or as JSON for programs. Coordinates are in the file's axes: z is up.
 std::string ReportText(const ObjectReport& report);
 std::string ReportJson(const ObjectReport& report);
+// The same for a file that can't be read.
+std::string UnreadableJson(const std::string& path, const std::string& reason);
 
 }  // namespace boreforge

@@ -11,15 +11,18 @@ using namespace boreforge;
 
 namespace {
 
+void Print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
 int CheckObject(const std::string& path, bool asJson) {
     Bytes file;
     if (!ReadWholeFile(path, file)) {
-        ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path + "\n" + FailureText());
+        const std::string reason = FailureText();
+        if (asJson) Print(UnreadableJson(path, reason));
+        ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path + "\n" + reason);
         return kFailed;
     }
     const ObjectReport report = Examine(path, file);
-    const std::string text = asJson ? ReportJson(report) : Printable(ReportText(report));
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    Print(asJson ? ReportJson(report) : Printable(ReportText(report)));
     return report.Result == Verdict::Sound ? kDone : kFailed;
 }
 

@@ -96,9 +96,15 @@ class Reader {
   public:
     explicit Reader(Object3DS& object) : object_(object) {}
 
-    void ReadFile(Content file) {
+    void ReadFile(const Bytes& bytes) {
+        Content file(bytes.data(), 0, bytes.size());
+        Content header = file;
+        if (bytes.size() < kHeaderLength || header.Word() != MAIN3DS)
+            throw ObjectDamage{0, "the file is not a 3D Studio mesh file"};
+        if (const std::size_t length = header.Dword(); length > bytes.size())
+            throw ObjectDamage{bytes.size(),
+                               "the file ends here, but should have " + std::to_string(length) + " bytes"};
         Chunk main = file.Next();
-        if (main.id != MAIN3DS) throw ObjectDamage{0, "the file is not a 3D Studio mesh file"};
         file.Finish(0);
         while (!main.content.AtEnd()) {
             Chunk chunk = main.content.Next();
@@ -293,7 +299,7 @@ std::string DamageText(const ObjectDamage& damage) {
 bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage) {
     object = Object3DS();
     try {
-        Reader(object).ReadFile(Content(file.data(), 0, file.size()));
+        Reader(object).ReadFile(file);
         return true;
     } catch (const ObjectDamage& found) {
         damage = found;

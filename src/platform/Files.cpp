@@ -80,7 +80,8 @@ ReadResult ReadOnce(const std::string& path, Bytes& content, std::string_view be
     };
     content.clear();
     const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
-    if (!file || fileCalls.inspect(file.Get(), &before) != 0) return failed(FileProblem::System);
+    if (!file) return failed(errno == ENOENT ? FileProblem::Missing : FileProblem::System);
+    if (fileCalls.inspect(file.Get(), &before) != 0) return failed(FileProblem::System);
     if (!before.isRegular) return failed(FileProblem::NotRegular);
     if (before.size > kMaxFileSize) return failed(FileProblem::TooLarge);
 

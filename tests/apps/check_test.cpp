@@ -76,7 +76,7 @@ TEST_F(CheckTest, DamageIsReportedWithItsPosition) {
         std::size_t reported;
         const char* reason;
     } cases[] = {{0, {0}, 0, "not a 3D Studio"},
-                 {5, {127}, 0, "doesn't fit"},
+                 {5, {127}, whole.size(), "the file ends here"},
                  {21, {127}, 16, "doesn't fit"},
                  {68, {0}, 32, "lacks its name"},
                  {44 + 7, {'1'}, 212, "two materials"},
@@ -108,8 +108,9 @@ TEST_F(CheckTest, AFileThatCantBeCheckedIsReportedWithTheReason) {
     WriteBytes(In("\"\xff.3ds"), {});
     EXPECT_EQ(Check("--json '\"\xff.3ds'"), 1);
     ExpectReport(R"({"file": "\"\u00ff.3ds", "verdict": "damaged", "byte": 0, "reason": ")");
-    EXPECT_EQ(Check("absent.3ds"), 1);
-    EXPECT_NE(Text("err").find("absent.3ds\nNo such file"), std::string::npos) << Text("err");
+    EXPECT_EQ(Check("absent.3ds --json"), 1);
+    ExpectReport(R"({"file": "absent.3ds", "verdict": "unreadable", "reason": "There is no such file."})");
+    EXPECT_NE(Text("err").find("absent.3ds\nThere is no such file."), std::string::npos) << Text("err");
     EXPECT_EQ(Check("empty.3ds empty.3ds"), 2);
 }
 
