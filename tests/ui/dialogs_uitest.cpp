@@ -87,14 +87,6 @@ struct FileDialogTest : UiTest {
     }
 };
 
-TEST_F(FileDialogTest, ATypedNameGetsTheExtension) {
-    const std::string chosen = SaveAfter([](QFileDialog& dialog) {
-        Type(dialog, "tube");
-        PressReturn(dialog);
-    });
-    EXPECT_EQ(chosen, In("tube.3ds"));
-}
-
 TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
     WriteBytes(In("tube.3ds"), {1});
     QString question;
@@ -211,20 +203,6 @@ TEST_F(UiTest, AShapeThatCantBeWrittenIsReportedAndTheOldFileStays) {
     EXPECT_EQ(ReadBytes(In("w.zrbf")), Bytes(104, 'x'));
 }
 
-TEST_F(UiTest, AShapeFileWithAWrongStartIsReportedInAMessageBox) {
-    WriteBytes(file = In("w.zrbf"), Bytes(104, 'x'));
-    SetMessageHook(ShowMessageBox);
-    OnModal<QMessageBox>([](QMessageBox& box) {
-        EXPECT_EQ(box.windowTitle(), "Error!");
-        EXPECT_EQ(box.text(), "Error - Invalid Tunnel Shape File!");
-        EXPECT_EQ(box.icon(), QMessageBox::Warning);
-        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
-        box.accept();
-    });
-    Click(window, "btnShapeTools(3)");
-    EXPECT_EQ(TunnelShape.NodeCount(), 0);
-}
-
 TEST_F(UiTest, AShapeFileWithAWrongStartLeavesThePictureUntilTheNextRedraw) {
     const auto pixel = [&] { return Get(window, "pbShape").grab().toImage().pixelColor(496, 250).name(); };
     WriteBytes(file = In("w.zrbf"), Bytes(104, 'x'));
@@ -249,24 +227,4 @@ TEST_F(FileDialogTest, ATypedNameWinsOverARowThatIsStillSelected) {
         PressReturn(dialog);
     });
     EXPECT_EQ(chosen, In("new.3ds"));
-}
-
-TEST_F(FileDialogTest, ASaveDialogSaysSaveIn) {
-    SaveAfter([](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.labelText(QFileDialog::LookIn), "Save in:");
-        dialog.reject();
-    });
-}
-
-TEST_F(FileDialogTest, ItOpensWideEnoughForLongNames) {
-    WriteBytes(In(std::string(30, 'w') + ".3ds"), {1});
-    SaveAfter([](QFileDialog& dialog) {
-        const auto& table = Get<QTreeView>(dialog, "treeView");
-        const int narrow = table.viewport()->width();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return table.viewport()->width() > narrow; }));
-        EXPECT_LE(table.header()->length(), table.viewport()->width());
-        const QModelIndex name = table.model()->index(0, 0, table.rootIndex());
-        EXPECT_LE(table.fontMetrics().horizontalAdvance(name.data().toString()), table.columnWidth(0));
-        dialog.reject();
-    });
 }

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "UiTest.h"
-#include "dialogs/ControlTable.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
@@ -30,19 +29,30 @@ TEST_F(UiTest, KeysMoveBothPercentageBars) {
         }
 }
 
-TEST_F(UiTest, SpaceOnTheSwatchChoosesItsColor) {
-    frmTunnelSettings dialog(&window);
-    Show(dialog);
-    color = 0x123456;
-    QTest::keyClick(&Get(dialog, "lblTColor"), Qt::Key_Space);
-    EXPECT_EQ(dialog.Choices().Color, 0x123456);
-}
-
-TEST_F(UiTest, TheSwatchAsksForAnyColorInADialogWithAllItsParts) {
-    frmTunnelSettings dialog(&window);
-    Click(dialog, "lblTColor");
-    EXPECT_EQ(askedColor.Flags, kStartFromColor | kAnyColor | kFullOpen);
-    EXPECT_EQ(askedColor.Owner, &dialog);
+TEST_F(UiTest, TheSwatchAsksForAnyColorByMouseKeyboardAndScreenReader) {
+    const struct {
+        const char* by;
+        std::function<void(QWidget&)> press;
+    } cases[] = {{"mouse", [](QWidget& swatch) { QTest::mouseClick(&swatch, Qt::LeftButton); }},
+                 {"keyboard", [](QWidget& swatch) { QTest::keyClick(&swatch, Qt::Key_Space); }},
+                 {"screen reader", [](QWidget& swatch) {
+                      QAccessible::queryAccessibleInterface(&swatch)->actionInterface()->doAction(
+                          QAccessibleActionInterface::pressAction());
+                  }}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.by);
+        frmTunnelSettings dialog(&window);
+        Show(dialog);
+        QWidget& swatch = Get(dialog, "lblTColor");
+        color = 0x123456;
+        row.press(swatch);
+        EXPECT_EQ(askedColor.Owner, &dialog);
+        EXPECT_EQ(askedColor.Flags, kStartFromColor | kAnyColor | kFullOpen);
+        row.press(swatch);  // this dialog is cancelled
+        EXPECT_EQ(askedColor.Color, 0x123456);
+        EXPECT_EQ(dialog.Choices().Color, 0x123456);
+        EXPECT_EQ(swatch.palette().color(QPalette::Window), QColor(0x56, 0x34, 0x12));
+    }
 }
 
 TEST_F(UiTest, ScreenReadersGetTheListsNameAndValue) {
@@ -53,24 +63,21 @@ TEST_F(UiTest, ScreenReadersGetTheListsNameAndValue) {
     EXPECT_EQ(list.text(QAccessible::Value), "Normal");
 }
 
-TEST_F(UiTest, ScreenReadersCanPressTheSwatch) {
+TEST_F(UiTest, TheSettingsAreCentredOnTheirOwner) {
+    window.move(120, 60);
     frmTunnelSettings dialog(&window);
-    QAccessibleInterface& swatch = *QAccessible::queryAccessibleInterface(&Get(dialog, "lblTColor"));
-    color = 0x123456;
-    swatch.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(swatch.text(QAccessible::Name), "Tunnel Color");
-    EXPECT_EQ(dialog.Choices().Color, 0x123456);
+    Show(dialog);
+    const QPoint apart = dialog.frameGeometry().center() - window.frameGeometry().center();
+    EXPECT_LE(apart.manhattanLength(), 2);
 }
 
 TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
     const QRect screen = window.screen()->availableGeometry();
-    for (const QRect place : {QRect(-700, -500, 792, 566), QRect(screen.bottomRight(), QSize(300, 300)),
-                              QRect(10, 10, 60, 40), QRect(0, 0, 2000, 1500)}) {
-        window.setGeometry(place);
+    for (const QPoint corner : {QPoint(-700, -500), screen.bottomRight()}) {
+        window.move(corner);
         frmTunnelSettings dialog(&window);
         Show(dialog);
-        dialog.grab();  // a paint at the latest
-        EXPECT_TRUE(screen.contains(dialog.frameGeometry()));
+        EXPECT_TRUE(screen.contains(dialog.frameGeometry())) << corner.x();
     }
 }
 
@@ -196,16 +203,6 @@ TEST_F(ExportTest, EachOpeningStartsWithTheDefaults) {
     EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
 }
 
-TEST_F(ExportTest, ACancelledColorDialogKeepsTheSwatch) {
-    frmTunnelSettings dialog(&window);
-    color = 0x123456;
-    for (int i = 0; i < 2; ++i)  // the second time it is cancelled
-        Click(dialog, "lblTColor");
-    EXPECT_EQ(askedColor.Color, 0x123456);
-    EXPECT_EQ(dialog.Choices().Color, 0x123456);
-    EXPECT_EQ(Get(dialog, "lblTColor").palette().color(QPalette::Window), QColor(0x56, 0x34, 0x12));
-}
-
 TEST_F(ExportTest, ReturnAndEscapeDoNothing) {
     OpenTrackAnd([](frmTunnelSettings& dialog) {
         for (const char* const focus : {"btnStart", "btnCancel", "hsTrans", "lblTColor"})
@@ -260,23 +257,4 @@ TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
         EXPECT_LE(needed.width(), control->width()) << text.toStdString();
     }
     EXPECT_EQ(sizesAndWidths.size(), 1u);
-}
-
-TEST(CentredCorner, CentresTheFrameAndKeepsItOnTheScreen) {
-    struct Case {
-        QSize inside;
-        QRect area;
-        QPoint corner;
-    };
-    const QRect screen(100, 50, 1000, 800);
-    const QMargins frame(5, 25, 5, 5);
-    const Case cases[] = {
-        {{190, 170}, {300, 300, 400, 400}, {400, 400}},    // all of the frame is 200 by 200
-        {{190, 170}, {50, 0, 100, 100}, {100, 50}},        // beyond the upper left corner
-        {{190, 170}, {1050, 800, 100, 100}, {900, 650}},   // beyond the lower right one
-        {{190, 170}, {5000, -5000, 100, 100}, {900, 50}},  // far away
-        {{1990, 1970}, screen, {100, 50}},                 // larger than the screen
-    };
-    for (const Case& each : cases)
-        EXPECT_EQ(CentredCorner(each.inside, frame, each.area, screen), each.corner);
 }
