@@ -279,14 +279,6 @@ TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
     }
 }
 
-TEST_F(ShapeInputTest, EscapeDropsTheSelection) {
-    MakePresetShape(0);
-    TunnelShape.SelectedNode = 1;
-    EXPECT_TRUE(PressKey({kEscapeKey}, true, controls));
-    EXPECT_EQ(TunnelShape.SelectedNode, -1);
-    EXPECT_FALSE(PressKey({kEscapeKey}, true, controls)) << "nothing was selected";
-}
-
 TEST_F(ShapeInputTest, CanvasKeysDoNothingWithoutTheCanvasASelectionOrFreeHands) {
     EXPECT_FALSE(PressKey({.code = kArrowRight, .control = true}, true, controls)) << "the shape is empty";
     MakePresetShape(0);
@@ -309,19 +301,6 @@ TEST_F(ShapeInputTest, KeysWithoutControlRunTheirTools) {
                                           {109, kToolZoomOut}, {189, kToolZoomOut}, {111, kToolZoomReset}};
     for (int code = 0; code < 256; ++code)
         EXPECT_EQ(ToolOfKey({code}), toolOfKey.contains(code) ? toolOfKey.at(code) : -1) << code;
-}
-
-TEST_F(ShapeInputTest, TheSnapBoxTakesADigitAPointAndTwoDigits) {
-    const std::string digits = "\b.0123456789";
-    const struct {
-        std::string text, passing;
-    } cases[] = {{"", digits}, {"1", "\b."}, {".", "\b."}, {"1.", digits}, {"1.2", digits}, {"1.25", "\b"}};
-    for (const auto& [text, passing] : cases) {
-        std::string passed;
-        for (const char c : digits + "/:-+, eE")
-            if (SnapCharacterPasses(text, static_cast<char32_t>(c))) passed += c;
-        EXPECT_EQ(passed, passing) << text;
-    }
 }
 
 }  // namespace

@@ -163,17 +163,11 @@ TEST_F(UiTest, ThePictureShowsTheShapeAtBothDensities) {
         const char* what;
         int x, y;
         const char* expected;
-    } probes[] = {
-        {"background", 10, 10, "#000000"},       {"beside the origin", 398, 248, "#000000"},
-        {"origin", 393, 243, "#c0c0c0"},         {"vertical axis over the origin", 390, 243, "#404040"},
-        {"horizontal axis", 10, 240, "#404040"}, {"vertical grid line", 340, 10, "#202020"},
-        {"beside it", 341, 10, "#000000"},       {"horizontal grid line", 10, 290, "#202020"},
-        {"its end", 780, 140, "#202020"},        {"inside node", 487, 286, "#8080ff"},
-        {"outside node", 519, 318, "#80ffff"},   {"inside edge", 490, 170, "#0000ff"},
-        {"outside edge", 515, 170, "#00ffff"},   {"spoke", 502, 302, "#808080"},
-        {"selected node", 294, 94, "#ffff00"},   {"edge of the selected node", 290, 170, "#ff8000"}};
-    TunnelShape.SelectedNode = 2;
-    TunnelShape.SelectedIsOutside = kFalse;
+    } probes[] = {{"background", 10, 10, "#000000"}, {"beside the origin", 398, 248, "#000000"},
+                  {"origin", 393, 243, "#c0c0c0"},   {"vertical axis over the origin", 390, 243, "#404040"},
+                  {"grid line", 340, 10, "#202020"}, {"beside it", 341, 10, "#000000"},
+                  {"its end", 780, 140, "#202020"},  {"inside node", 487, 286, "#8080ff"},
+                  {"edge", 490, 170, "#0000ff"},     {"spoke", 502, 302, "#808080"}};
     for (const int density : {1, 2}) {
         const QImage image = Paint(QSize(781, 481), density);
         EXPECT_EQ(image.size(), QSize(781, 481) * density);
@@ -287,6 +281,24 @@ TEST_F(UiTest, TheSnapBoxSelectsItsTextWhenItGetsTheFocus) {
     EXPECT_EQ(Focus(), "txtSnap");
 }
 
+TEST_F(UiTest, TheSnapBoxKeepsItsSelectionWhenItsMenuClosesOrTheWindowComesBack) {
+    auto& box = Get<QLineEdit>(window, "txtSnap");
+    const struct {
+        Qt::FocusReason reason;
+        const char* selected;
+    } cases[] = {{Qt::TabFocusReason, "0.5"},
+                 {Qt::ShortcutFocusReason, "0.5"},
+                 {Qt::OtherFocusReason, "0.5"},
+                 {Qt::PopupFocusReason, "0"},
+                 {Qt::ActiveWindowFocusReason, "0"}};
+    for (const auto& [reason, selected] : cases) {
+        box.setSelection(0, 1);
+        QFocusEvent focus(QEvent::FocusIn, reason);
+        QApplication::sendEvent(&box, &focus);
+        EXPECT_EQ(box.selectedText().toStdString(), selected) << reason;
+    }
+}
+
 TEST_F(UiTest, TheSnapBoxFiltersWhatIsTyped) {
     const struct {
         const char *before, *typed, *after;  // "<" is Backspace
@@ -329,22 +341,4 @@ int main(int count, char** arguments) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null/none");
     const QApplication application(count, arguments);
     return RUN_ALL_TESTS();
-}
-
-TEST_F(UiTest, TheSnapBoxKeepsItsSelectionWhenItsMenuClosesOrTheWindowComesBack) {
-    auto& box = Get<QLineEdit>(window, "txtSnap");
-    const struct {
-        Qt::FocusReason reason;
-        const char* selected;
-    } cases[] = {{Qt::TabFocusReason, "0.5"},
-                 {Qt::ShortcutFocusReason, "0.5"},
-                 {Qt::OtherFocusReason, "0.5"},
-                 {Qt::PopupFocusReason, "0"},
-                 {Qt::ActiveWindowFocusReason, "0"}};
-    for (const auto& [reason, selected] : cases) {
-        box.setSelection(0, 1);
-        QFocusEvent focus(QEvent::FocusIn, reason);
-        QApplication::sendEvent(&box, &focus);
-        EXPECT_EQ(box.selectedText().toStdString(), selected) << reason;
-    }
 }
