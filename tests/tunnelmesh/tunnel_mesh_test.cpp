@@ -2,12 +2,11 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <map>
 #include <numbers>
-#include <tuple>
 
 #include "editor/TunnelShape.h"
 #include "export3ds/mSave3DSObject.h"
+#include "shared/ObjectSurfaces.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "tunnelmesh/TunnelCaps.h"
@@ -17,38 +16,19 @@ namespace boreforge {
 
 using TunnelMeshTest = CoreTest;
 
-// All meshes as one surface, with equal points merged.
-struct Surface {
-    std::map<std::tuple<float, float, float>, int> points;
-    std::map<std::pair<int, int>, int> edges;  // how often each is walked in this direction
-    double volume = 0;
-    int faces = 0;
-
-    Surface() {
-        for (const Mesh3DS& mesh : Model3DS.Meshes)
-            for (const MeshFace& face : mesh.Faces)
-                Add(mesh.Points.at(face.a), mesh.Points.at(face.b), mesh.Points.at(face.c));
-    }
-    void Add(const Vector3D& a, const Vector3D& b, const Vector3D& c) {
-        const auto weld = [this](const Vector3D& p) {
-            return points.try_emplace({p.x, p.y, p.z}, static_cast<int>(points.size())).first->second;
+// The surfaces of all meshes together.
+std::vector<ObjectSurface> Surfaces() {
+    Object3DS object;
+    for (const Mesh3DS& mesh : Model3DS.Meshes) {
+        const auto index = [first = object.Points.size()](std::int16_t corner) {
+            return static_cast<std::uint32_t>(first + static_cast<std::size_t>(corner));
         };
-        const int i = weld(a), j = weld(b), k = weld(c);
-        for (const auto& edge : {std::pair{i, j}, {j, k}, {k, i}})
-            ++edges[edge];
-        const double x = double(b.y) * c.z - double(b.z) * c.y, y = double(b.z) * c.x - double(b.x) * c.z;
-        volume += (a.x * x + a.y * y + a.z * (double(b.x) * c.y - double(b.y) * c.x)) / 6;
-        ++faces;
+        for (const MeshFace& face : mesh.Faces)
+            object.Faces.push_back({index(face.a), index(face.b), index(face.c)});
+        object.Points.insert(object.Points.end(), mesh.Points.begin(), mesh.Points.end());
     }
-    // True when each edge is walked as often in one direction as in the other; if `once`, once.
-    bool IsClosed(bool once = true) const {
-        for (const auto& [edge, count] : edges) {
-            const auto back = edges.find({edge.second, edge.first});
-            if (back == edges.end() || back->second != count || (once && count > 1)) return false;
-        }
-        return !edges.empty();
-    }
-};
+    return FindSurfaces(object);
+}
 
 void Sweep(const std::vector<std::int32_t>& run, std::int32_t step, bool outside, bool inside, bool twice) {
     ResetModel();
@@ -65,28 +45,28 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurfaceAtEveryDetail) {
     TracedSegments[2].Samples.resize(5);
     TracedSegments[3].Samples.resize(1);
     const struct {
-        int step, rings;  // of the three walls, without those of the next segments
+        int step;
+        std::size_t rings;  // of the three walls, without those of the next segments
     } details[] = {{1, 9 + 5 + 1}, {2, 5 + 3 + 1}, {4, 3 + 2 + 1}, {6, 2 + 1 + 1}, {8, 2 + 1 + 1}};
     for (const auto& [step, rings] : details)
         for (const bool rounded : {false, true}) {
             SCOPED_TRACE("step " + std::to_string(step));
             MakePresetShape(rounded);
-            const int nodes = rounded ? 8 : 4;
+            const std::size_t nodes = rounded ? 8 : 4;
             for (const bool twice : {false, true}) {
                 Sweep({1, 2, 3}, step, true, true, twice);
-                EXPECT_EQ(Surface().faces, (twice ? 8 : 4) * rings * nodes);
-                EXPECT_EQ(Surface().IsClosed(false), twice) << "the ends are open";
                 CapTunnelEntry(1, 0, twice);
                 CapTunnelExit(4, 0, twice);
-                EXPECT_TRUE(Surface().IsClosed(!twice));
-                EXPECT_EQ(Surface().points.size(), static_cast<std::size_t>(2 * nodes * (rings + 1)));
-                if (twice) continue;
-                EXPECT_GT(Surface().volume, 0);
+                const auto surfaces = Surfaces();
+                ASSERT_EQ(surfaces.size(), 1u);
+                EXPECT_EQ(surfaces[0].FaceCount, (twice ? 8 : 4) * nodes * (rings + 1));
+                EXPECT_EQ(surfaces[0].OpenEdges, 0u);
+                EXPECT_EQ(surfaces[0].IsDoubleSided(), twice);
+                EXPECT_EQ(surfaces[0].Faces, twice ? Facing::NotJudged : Facing::Outwards);
             }
             for (const bool outside : {true, false}) {  // a wall all around needs no caps
                 Sweep({0, 1, 2, 3, 4, 5}, step, outside, !outside, false);
-                EXPECT_TRUE(Surface().IsClosed());
-                EXPECT_EQ(Surface().volume > 0, outside) << "the inside wall faces inwards";
+                EXPECT_EQ(Surfaces().at(0).Faces, outside ? Facing::Outwards : Facing::Inwards);
             }
         }
 }
