@@ -63,7 +63,11 @@ class UiTest : public CoreTest {
         QTest::mouseRelease(window.windowHandle(), button, {}, to);
     }
     void Key(int key, int modifiers = 0) {
-        QTest::keyClick(window.windowHandle(), Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        const Qt::KeyboardModifiers held(modifiers);
+        if (held & Qt::ControlModifier)  // types a control character, which QTest::keyClick doesn't know
+            QTest::sendKeyEvent(QTest::Click, window.windowHandle(), Qt::Key(key), QChar(key & 0x1F), held);
+        else
+            QTest::keyClick(window.windowHandle(), Qt::Key(key), held);
     }
     QString Focus() const { return window.focusWidget()->objectName(); }
     QString Text(const char* name) const { return Get(window, name).property("text").toString(); }
