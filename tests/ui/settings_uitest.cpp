@@ -18,7 +18,7 @@ TEST_F(UiTest, KeysMoveBothPercentageBars) {
     };
     frmTunnelSettings dialog(&window);
     Show(dialog);
-    for (const char* const name : {"hsTrans", "hsDimPercent"})
+    for (const auto& [name, label] : {std::pair{"hsTrans", "lblTrans"}, {"hsDimPercent", "lblDimPercent"}})
         for (const Case& each : {Case{Qt::Key_Left, 49}, Case{Qt::Key_Right, 51}, Case{Qt::Key_Up, 49},
                                  Case{Qt::Key_Down, 51}, Case{Qt::Key_PageUp, 45}, Case{Qt::Key_PageDown, 55},
                                  Case{Qt::Key_Home, 0}, Case{Qt::Key_End, 100}}) {
@@ -26,6 +26,7 @@ TEST_F(UiTest, KeysMoveBothPercentageBars) {
             bar.setValue(50);
             QTest::keyClick(&bar, each.key);
             EXPECT_EQ(bar.value(), each.value) << name << ' ' << each.key;
+            EXPECT_EQ(Get(dialog, label).property("text"), QString::number(each.value) + "%") << each.key;
         }
 }
 
