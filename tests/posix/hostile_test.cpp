@@ -120,9 +120,7 @@ TEST_F(HostileTest, AnyCoordinatesEndInATunnelOrAMessage) {
         const char* name;
         std::string outcome;
         std::function<void()> spoil;
-    } cases[] = {{"NaN", kNoPath, [&] { nodes[2].Position.x = std::numeric_limits<float>::quiet_NaN(); }},
-                 {"an infinite one", kNoPath, [&] { nodes[1].ControlIn.y = kInfinity; }},
-                 {"an infinite roll", kNoPath, [&] { nodes[3].Roll = -kInfinity; }},
+    } cases[] = {{"an infinite one", kNoPath, [&] { nodes[1].ControlIn.y = kInfinity; }},
                  {"all large", kNoPath, [&] { scale(1e30f); }},
                  {"a long piece", kNoPath, [&] { nodes[0].Position.x = 3e6f; }},
                  {"all small", kMade, [&] { scale(1e-30f); }},

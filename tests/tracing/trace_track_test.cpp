@@ -169,35 +169,6 @@ TEST_F(TraceTrackTest, OnAStraightARollIsARelativeTurnOrTheShorterWayToABank) {
     }
 }
 
-// A straight of two pieces: the first rolls its end to about `bank`, the second is as the last node says.
-// Returns the second one's samples.
-const auto& TraceStraight(float bank, float roll, Truth rollFlag) {
-    const Vector3D back{-2, 0, 0}, forth{4, 0, 0};
-    MakeTrack({Node({50, 7, 20}, back, forth), Node({60, 7, 20}, back, forth, bank, true),
-               Node({70, 7, 20}, back, forth, roll, rollFlag)});
-    EXPECT_TRUE(TraceTrack());
-    return TracedSegments[1].Samples;
-}
-
-TEST_F(TraceTrackTest, APieceThatAlreadyHasItsBankIsNotRolled) {
-    const float bank = TraceStraight(0.5f, 0, kTrue).back().Bank;
-    ASSERT_NE(bank, 0);
-    EXPECT_EQ(TraceStraight(0.5f, bank, kFalse).back().Bank, 0);
-}
-
-TEST_F(TraceTrackTest, OfTwoEquallyLongWaysToABankTheNegativeOneIsTaken) {
-    for (float before = -1; before < 1; before += 0.01f) {
-        const float bank = TraceStraight(before, 0, kTrue).back().Bank;
-        const auto roll = static_cast<float>(bank + std::acos(-1.0));
-        const auto direct = static_cast<float>(double(roll) - bank);
-        const auto around = static_cast<float>(roll - (bank + 6.28318530717958));
-        if (direct != -around) continue;  // half a turn isn't a 32-bit number
-        EXPECT_LT(TraceStraight(before, roll, kFalse)[1].Bank, bank);
-        return;
-    }
-    FAIL() << "no bank has two equally long ways";
-}
-
 TEST_F(TraceTrackTest, ShortAndEmptyPiecesPassTheFrameOn) {
     const Vector3D back{0, 0, 2}, forth{0, 0, -4};
     MakeTrack({Node({50, 7, 20}, back, forth), Node({50, 7, 10}, back, {}, 0.7f, true),
