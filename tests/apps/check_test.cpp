@@ -148,20 +148,4 @@ TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {
     }
 }
 
-TEST(ObjectSurfaces, AFlatSurfaceFacesNowhereDespiteRounding) {
-    // A tetrahedron whose corners are in one plane; the coordinates are exact.
-    const auto corner = [](int u, int v) {
-        const auto coordinate = [](int count) { return std::ldexp(static_cast<float>(count), -20); };
-        return Vector3D{coordinate(7123457 + 1234567 * u - 345679 * v), coordinate(345678 * u + 987653 * v),
-                        coordinate(-765431 * u + 456789 * v)};
-    };
-    Object3DS object;
-    object.Points = {corner(0, 0), corner(1, 0), corner(0, 1), corner(1, 1)};
-    object.Faces = {{0, 1, 2}, {0, 3, 1}, {0, 2, 3}, {1, 3, 2}};
-    const auto surfaces = FindSurfaces(object);
-    ASSERT_EQ(surfaces.size(), 1u);
-    EXPECT_NE(surfaces[0].Volume, 0) << "this surface can't tell";
-    EXPECT_EQ(surfaces[0].Faces, Facing::NotJudged);
-}
-
 }  // namespace boreforge

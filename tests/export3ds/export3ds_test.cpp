@@ -113,24 +113,6 @@ TEST_F(ExportTest, OneTriangleHasTheBytesOfTheFormatsTables) {
                       "4041 20000000 0300 0000803E 0000803F 0000003F 0000803F 0000803F 0000803F 6041"));
 }
 
-TEST_F(ExportTest, AFaceAddedToOneMeshLeavesTheOthers) {
-    const Vector3D corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-    const std::vector<MeshFace> faces{{0, 1, 2}, {2, 1, 3}, {3, 0, 1}};
-    for (const int count : {2, 1, 2, 3, 1}) {
-        BeginObject("SEGT", 0, false, true);
-        const auto corner = [&](std::int16_t index) { return corners[index]; };
-        for (const MeshFace& face : std::span(faces).first(static_cast<std::size_t>(count)))
-            AddFace(corner(face.a), corner(face.b), corner(face.c), {}, {}, {});
-        FlushObject();
-    }
-    AddTriangle(corners[0], corners[0], corners[0]);
-    EXPECT_EQ(AddMeshFace(3, 2, 1, 4, 1), 1);
-    const std::vector<MeshFace> expected[] = {
-        {faces[0], faces[1]}, {faces[0], {3, 2, 1}}, {faces[0], faces[1]}, faces, {faces[0]}, {{0, 1, 2}}};
-    for (std::size_t i = 0; i < std::size(expected); ++i)
-        EXPECT_TRUE(std::ranges::equal(Model3DS.Meshes[i].Faces, expected[i])) << i;
-}
-
 TEST_F(ExportTest, MoreMeshesThanTheFormatHoldsAreRefused) {
     AddMaterial({}, {}, {}, 0, 0, 0);
     for (int i = 0; i < kMaxMeshes; ++i)
@@ -139,23 +121,6 @@ TEST_F(ExportTest, MoreMeshesThanTheFormatHoldsAreRefused) {
     AddMesh("MESH", 0);
     EXPECT_FALSE(Save3DSFile(In("o.3ds")));
     EXPECT_EQ(lastFileFailure.problem, FileProblem::TooLarge);
-}
-
-TEST_F(ExportTest, AnObjectThatCantBeWrittenWholeIsRemoved) {
-    AddMaterial({}, {}, {}, 0, 0, 0);
-    for (int i = 0; i < 1700; ++i)  // more than the output buffer holds, so that two writes are needed
-        AddTriangle({1, 2, 3}, {4, 5, 6}, {7, 8, 9});
-    static int writesLeft;
-    writesLeft = 1;
-    fileCalls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
-        return writesLeft-- > 0 ? SystemFileCalls().write(file, bytes, count) : -1;
-    };
-    EXPECT_FALSE(Save3DSFile(In("o.3ds")));
-    EXPECT_EQ(writesLeft, -1);
-    fileCalls = SystemFileCalls();
-    EXPECT_FALSE(Save3DSFile(In("absent/o.3ds")));
-    EXPECT_FALSE(Save3DSFile(In("")));
-    EXPECT_EQ(Listing(), std::vector<std::string>{});
 }
 
 }  // namespace boreforge

@@ -31,21 +31,6 @@ TEST_F(FilesTest, OnlyRegularFilesAreRead) {
     }
 }
 
-TEST_F(FilesTest, OnlyTheBeginningOfAnotherKindOfFileIsRead) {
-    static std::int64_t read;
-    read = 0;
-    fileCalls.read = [](int file, void* bytes, std::size_t count) {
-        const std::int64_t got = SystemFileCalls().read(file, bytes, count);
-        read += got;
-        return got;
-    };
-    WriteBytes(In("f"), kContent);
-    Bytes content;
-    EXPECT_FALSE(ReadWholeFile(In("f"), content, kTrackBeginning));
-    EXPECT_EQ(lastFileFailure.problem, FileProblem::WrongBeginning);
-    EXPECT_EQ(read, 4);
-}
-
 TEST_F(FilesTest, PathsAreTheSameWhenTheyLeadToTheSamePlace) {
     fs::create_directory(In("folder"));
     WriteBytes(In("folder/real"), kContent);

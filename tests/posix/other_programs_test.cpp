@@ -92,14 +92,6 @@ TEST_F(OtherProgramsTest, ATrackThatWasReadThroughALinkIsCompared) {
     EXPECT_NE(said.find("Was Changed by Another Program!"), std::string::npos) << said;
 }
 
-TEST_F(OtherProgramsTest, ANewTrackIsReadByNobodyWhoCantReadTheOldOne) {
-    fs::permissions(track, fs::perms(0600));
-    ASSERT_TRUE(OpenTrack(track));
-    TrackFilePath = In("elsewhere.zrtrack");
-    EXPECT_TRUE(RunTunnelJob(DeriveJobSettings({}, object)));
-    EXPECT_EQ(fs::status(TrackFilePath).permissions(), fs::perms(0600));
-}
-
 TEST_F(OtherProgramsTest, ATrackSavedElsewhereIsNotCompared) {
     fs::copy_file(changed, track, fs::copy_options::overwrite_existing);
     TrackFilePath = In("elsewhere.zrtrack");

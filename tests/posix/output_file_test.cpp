@@ -158,17 +158,6 @@ TEST_F(OutputFileTest, WhatAnotherProgramDoesWithTheFileMeanwhileStays) {
     }
 }
 
-TEST_F(OutputFileTest, AFileThatIsSwappedWhileItIsOpenedIsNotReplaced) {
-    WriteOld("f");
-    fileCalls.inspectIn = [](int folder, const char* name, FileInfo* info) {
-        const int result = kSystem.inspectIn(folder, name, info);
-        ++info->number;
-        return result;
-    };
-    EXPECT_FALSE(Save("f"));
-    EXPECT_EQ(lastFileFailure.problem, FileProblem::KeepsChanging);
-}
-
 TEST_F(OutputFileTest, AnObjectIsOnlySavedWhenItsFolderReachesTheDisk) {
     const struct {
         FileKind kind;

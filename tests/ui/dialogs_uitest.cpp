@@ -102,17 +102,6 @@ TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
     EXPECT_TRUE(question.contains("tube.3ds already exists"));
 }
 
-TEST_F(FileDialogTest, ATypedNameWithADoubleQuoteIsRefused) {
-    const std::string chosen = SaveAfter([&](QFileDialog& dialog) {
-        Type(dialog, "my\"tube");
-        PressReturn(dialog);
-        Get<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Save)->click();
-        EXPECT_TRUE(dialog.isVisible());
-        dialog.reject();
-    });
-    EXPECT_EQ(chosen, "");
-}
-
 TEST_F(UiTest, AColorDialogGetsTheFlagsOfItsArguments) {
     struct Case {
         ColorDialogArguments arguments;

@@ -54,12 +54,6 @@ Place PlaceOf(const Aim& aim, const Vec& point) {
 
 }  // namespace
 
-TEST(Orbit, StopsBeforeItTurnsOverTheTop) {
-    OrbitCamera orbit;
-    orbit.Turn(0, 1e6);
-    EXPECT_GT(orbit.Pose().Up.y, 0);
-}
-
 TEST(Orbit, PanningMovesTheTargetUnderTheMouse) {
     const CameraLens lens{0.5, 800, 400};
     OrbitCamera orbit{{5, 6, 7}, 20, 0, 0};  // looks along negative z; a pixel is 0.05 units at the target
@@ -104,14 +98,6 @@ TEST(RideTest, MovesAtItsSpeedAndComesAround) {
     ride.Advance(3, path);
     EXPECT_NEAR(ride.Position, 0.5, 1e-5);
     ExpectNear(ride.Pose(path).Eye, {5, 1.1, 0}, 1e-4);
-}
-
-TEST(Scale, IsRound) {
-    struct Case {
-        double longest, length;
-    };
-    for (const Case& c : {Case{1, 1}, {4.9, 2}, {9.9, 5}, {170, 100}, {0.3, 0.2}})
-        EXPECT_NEAR(RoundLength(c.longest), c.length, 1e-9) << c.longest;
 }
 
 TEST(Walls, CarryNormalColourAndEdges) {
