@@ -27,9 +27,7 @@ namespace {
 constexpr std::int16_t kShininess = 25;
 constexpr std::int16_t kShininessStrength = 5;
 
-bool IsTunnel(std::int32_t index) {
-    return TrackFile.Segments[index].IsTunnel != kFalse;
-}
+bool IsTunnel(std::int32_t index) { return TrackFile.Segments[index].IsTunnel != kFalse; }
 
 // Calls `sweep` with the index of each tunnel segment in ascending order. Returns their number.
 template <class Sweep>

@@ -31,9 +31,7 @@ struct Piece {
 };
 
 Piece PieceOf(std::int32_t index, std::int32_t upperIndex) {
-    const auto node = [](std::int32_t i) -> const TrackBezierNode& {
-        return TrackFile.BezierNodes[i];
-    };
+    const auto node = [](std::int32_t i) -> const TrackBezierNode& { return TrackFile.BezierNodes[i]; };
     const TrackBezierNode& from = node(index);
     const TrackBezierNode& to = node(index < upperIndex ? index + 1 : 0);
     return {from.Position, from.ControlOut, to.Position, to.ControlIn};

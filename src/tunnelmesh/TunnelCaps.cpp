@@ -17,8 +17,7 @@ void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vect
 }
 
 void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool alongTravel, bool againstTravel) {
-    const Matrix3D& world =
-        TracedSegments[segmentIndex].Samples.front().WorldMatrix;
+    const Matrix3D& world = TracedSegments[segmentIndex].Samples.front().WorldMatrix;
     BeginObject(kObjectPrefix, materialIndex, false, true);
     std::vector<Vector3D> inner, outer;
     CarryContour(TunnelShape.InsideNodes, world, inner);
