@@ -45,6 +45,7 @@ class FrameCorrection : public QObject {
 }  // namespace
 
 QFont WindowFont(const QWidget& widget) {
+    constexpr int kTextPixels = 11;  // 8.25 points at 96 dots per inch
     QFont font = widget.font();
     font.setPixelSize(kTextPixels);
     return font;

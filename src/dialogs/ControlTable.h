@@ -23,10 +23,7 @@ struct ControlPlace {
     int tabIndex;
 };
 
-// The text size of both windows, for which the controls were laid out: 8.25 points at 96 dots per inch.
-inline constexpr int kTextPixels = 11;
-
-// The widget's font in that size.
+// The widget's font in the size for which the controls were laid out.
 QFont WindowFont(const QWidget& widget);
 
 // Sets a control's name, geometry and font.

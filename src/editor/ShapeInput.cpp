@@ -45,6 +45,18 @@ bool SelectPointAt(const Vector3D& position, ShownNodes shown) {
     return false;
 }
 
+// The snap interval in a text: the number at its start, or 0 if there is none or it is too large for a 32-bit
+// float. Independent of the locale.
+float SnapInterval(std::string_view text) {
+    while (text.starts_with(' '))
+        text.remove_prefix(1);
+    const bool number = text.find_first_of("0123456789.-") == 0;  // from_chars takes "inf", too
+    double value = 0;
+    if (number) std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto interval = static_cast<float>(value);
+    return std::isfinite(interval) ? interval : 0;
+}
+
 // 0 when snapping is off.
 float ActiveInterval(const EditorControls& controls) {
     const float interval = SnapInterval(controls.snapText);
@@ -165,16 +177,6 @@ int ToolOfShortcut(const KeyPress& key) {
 }
 
 }  // namespace
-
-float SnapInterval(std::string_view text) {
-    while (text.starts_with(' '))
-        text.remove_prefix(1);
-    const bool number = text.find_first_of("0123456789.-") == 0;  // from_chars takes "inf", too
-    double value = 0;
-    if (number) std::from_chars(text.data(), text.data() + text.size(), value);
-    const auto interval = static_cast<float>(value);
-    return std::isfinite(interval) ? interval : 0;
-}
 
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
     const float interval = ActiveInterval(controls);

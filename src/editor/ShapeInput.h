@@ -39,10 +39,6 @@ struct WheelTurn {
 };
 extern WheelTurn Wheel;
 
-// The snap interval in a text: the number at its start, or 0 if there is none or it is too large for a 32-bit
-// float. Independent of the locale.
-float SnapInterval(std::string_view text);
-
 // Moves x and y to the nearest multiple of the snap interval, halves upward. Returns the position unchanged
 // if snapping is off or the interval is not above 0.
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls);

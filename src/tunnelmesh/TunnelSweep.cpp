@@ -98,7 +98,7 @@ std::vector<const Matrix3D*> FramesOf(std::int32_t segmentIndex, std::int32_t de
     for (std::size_t s = 0; s < samples.size(); s += static_cast<std::size_t>(detailStep))
         frames.push_back(&samples[s].WorldMatrix);
     // The bridge: the next segment's wall starts with the very same ring, so the two meet without a gap.
-    const auto following = static_cast<std::size_t>(FollowingSegment(segmentIndex));
+    const std::int32_t following = segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
     frames.push_back(&TracedSegments[following].Samples.front().WorldMatrix);
     return frames;
 }
@@ -152,10 +152,6 @@ void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided) {
     SweepWall(TunnelShape.InsideNodes, segmentIndex, materialIndex, detailStep, doubleSided, true);
-}
-
-std::int32_t FollowingSegment(std::int32_t segmentIndex) {
-    return segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
 }
 
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,

@@ -19,9 +19,6 @@ void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided);
 
-// The index of the segment after `segmentIndex`; after the last comes the first.
-std::int32_t FollowingSegment(std::int32_t segmentIndex);
-
 // The name prefix of every object of a tunnel.
 inline constexpr char kObjectPrefix[] = "SEGT";
 
