@@ -24,12 +24,13 @@ struct ShapeHistoryTest : CoreTest {
     struct Position {
         float x, y;
     };
+    using Way = std::vector<Position>;
     void Press(Position at) { PressMouse(MouseButton::Left, at.x, -at.y, controls); }
     void Move(Position to) { MoveMouse(MouseState::Left, to.x, -to.y, controls); }
     void Release() { ReleaseMouse(MouseButton::Left, controls); }
     // Presses the button at the first position, moves through the others and releases it at the last.
-    void Drag(std::initializer_list<Position> way) {
-        Press(*way.begin());
+    void Drag(const Way& way) {
+        Press(way[0]);
         for (const Position& position : std::span(way).subspan(1))
             Move(position);
         Release();
@@ -41,19 +42,14 @@ struct ShapeHistoryTest : CoreTest {
 
 TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
     const std::string empty = In("empty.zrbf"), wrong = In("wrong.zrbf");
+    const Way away = {{7, 7}, {8, 8}, {9, 9}}, dragging = {{2, 3}, {4, 4}, {5, 5}};
     WriteBytes(empty, FromHex("'ZRBF' 00000000"));
     WriteBytes(wrong, FromHex("'ZRBE' 00000000"));
     const struct {
         const char* name;
         std::function<void()> change;
-    } cases[] = {{"adding and dragging away",
-                  [&] {
-                      Drag({{7, 7}, {8, 8}, {9, 9}});
-                  }},
-                 {"dragging",
-                  [&] {
-                      Drag({{2, 3}, {4, 4}, {5, 5}});
-                  }},
+    } cases[] = {{"adding and dragging away", [&] { Drag(away); }},
+                 {"dragging", [&] { Drag(dragging); }},
                  {"inserting", [&] { RunShapeTool(kToolInsert, controls); }},
                  {"deleting", [&] { RunShapeTool(kToolDelete, controls); }},
                  {"mirror", [&] { RunShapeTool(kToolMirror, controls); }},
@@ -131,6 +127,7 @@ TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
 
 TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
     constexpr int kUp = 38, kRight = 39, kOther = 0;
+    const Way click = {{2.5f, 0}};
     const struct {
         const char* name;
         std::function<void()> between;
@@ -138,11 +135,7 @@ TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
     } cases[] = {{"nothing", [] {}, 1},
                  {"a key elsewhere", [&] { PressKey({kOther}, false, controls); }, 2},
                  {"a choice", [&] { PressKey({.code = kRight, .control = true}, true, controls); }, 2},
-                 {"a click",
-                  [&] {
-                      Drag({{2.5f, 0}});
-                  },
-                  2},
+                 {"a click", [&] { Drag(click); }, 2},
                  {"a zoom", [&] { TurnWheel(120, controls); }, 2},
                  {"a mirror", [&] { RunShapeTool(kToolMirror, controls); }, 3}};
     for (const auto& [name, between, steps] : cases) {
