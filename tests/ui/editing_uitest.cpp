@@ -71,12 +71,6 @@ static bool IsTaken(QWidget& over, const QMimeData& dragged) {
     QApplication::sendEvent(&over, &enter);
     return enter.isAccepted() && enter.dropAction() == Qt::CopyAction;
 }
-static void Drop(QWidget& on, const QMimeData& dragged) {
-    EXPECT_TRUE(IsTaken(on, dragged));
-    QDropEvent drop({}, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&on, &drop);
-}
-
 TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
     for (const char* const name : {"a.zrbf", "B.ZRBF", "c.zrtrack", "d.txt", "zrbf"})
         WriteBytes(In(name), {});
@@ -105,35 +99,6 @@ TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
     frmTunnelSettings dialog(&window);
     dialog.open();
     EXPECT_FALSE(IsTaken(window, shape)) << "the window waits for a dialog";
-}
-
-TEST_F(UiTest, ADroppedFileOpensAfterTheDropAsWithItsTool) {
-    QMimeData dragged;
-    dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString(In("s.zrbf")))});
-    WriteBytes(In("s.zrbf"), FromHex("'ZRBF' 00000000"));
-    Drop(window, dragged);
-    EXPECT_EQ(TunnelShape.NodeCount(), 4);
-    QApplication::processEvents();
-    EXPECT_EQ(TunnelShape.NodeCount(), 0);
-    Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(TunnelShape.NodeCount(), 4);
-    WriteBytes(In("s.zrbf"), FromHex("'ZRBE'"));
-    Drop(window, dragged);
-    EXPECT_EQ(Shown().size(), 0);
-    QApplication::processEvents();
-    EXPECT_EQ(Shown().back(), "(!) Error!\nError - Invalid Tunnel Shape File!");
-    dragged.setUrls(
-        {QUrl::fromLocalFile(QCoreApplication::applicationDirPath() + "/tracks/small-circuit.zrtrack")});
-    bool opened = false;
-    OnModal<frmTunnelSettings>([&opened](frmTunnelSettings& settings) {
-        opened = true;
-        settings.close();
-    });
-    Drop(window, dragged);
-    EXPECT_FALSE(opened);
-    while (!opened)
-        QApplication::processEvents();
-    EXPECT_TRUE(TrackLoaded);
 }
 
 TEST_F(UiTest, ArrowKeysEditOnlyWhileTheCanvasHasTheFocus) {

@@ -1,11 +1,9 @@
 #include <QComboBox>
 #include <QLineEdit>
-#include <QLocale>
 #include <QScrollBar>
 #include <QSettings>
 #include <QToolButton>
 
-#include <clocale>
 #include <cmath>
 #include <set>
 #include <string>
@@ -258,16 +256,6 @@ TEST_F(UiTest, TheCanvasTakesTheRoomUnderTheToolRow) {
         EXPECT_EQ(Get(window, "pbShape").geometry(), QRect(0, 32, size.width(), qMax(0, size.height() - 32)));
         EXPECT_EQ(ShapeView.ViewOriginX, size.width() / 2);
     }
-}
-
-TEST_F(UiTest, PositionsHaveAPointInACountryOfCommas) {
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
-    Get<QLineEdit>(window, "txtSnap").setText("0.25");
-    QTest::mouseMove(window.windowHandle(), At(1.3, -1.3));
-    EXPECT_EQ(Text("lblMousePos(0)"), "1.25");
-    EXPECT_EQ(Text("lblMousePos(1)"), "-1.25");
-    QLocale::setDefault(QLocale::c());
 }
 
 int main(int count, char** arguments) {
