@@ -1,5 +1,4 @@
 // Runs the checking program as a user's script would.
-#include <cmath>
 
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"

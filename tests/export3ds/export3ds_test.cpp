@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 #include <random>
-#include <span>
 
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"

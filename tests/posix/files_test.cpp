@@ -1,6 +1,5 @@
 #include "platform/Files.h"
 
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <functional>
-#include <limits>
 #include <set>
 
 #include "editor/TunnelShape.h"
@@ -106,40 +105,6 @@ TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
             EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 32 * 1024);
         }
     });
-}
-
-TEST_F(HostileTest, AnyCoordinatesEndInATunnelOrAMessage) {
-    auto& nodes = TrackFile.BezierNodes;
-    const auto scale = [&](float by) {
-        for (TrackBezierNode& node : nodes)
-            for (Vector3D* const point : {&node.Position, &node.ControlIn, &node.ControlOut})
-                *point = {by * point->x, by * point->y, by * point->z};
-    };
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    const struct {
-        const char* name;
-        std::string outcome;
-        std::function<void()> spoil;
-    } cases[] = {{"an infinite one", kNoPath, [&] { nodes[1].ControlIn.y = kInfinity; }},
-                 {"all large", kNoPath, [&] { scale(1e30f); }},
-                 {"a long piece", kNoPath, [&] { nodes[0].Position.x = 3e6f; }},
-                 {"all small", kMade, [&] { scale(1e-30f); }},
-                 {"one point", kMade, [&] { scale(0); }},
-                 {"a large roll", kMade, [&] { nodes[3].Roll = 1e30f; }},
-                 {"a shape with NaN", kMade, [] { TunnelShape.InsideNodes[0].x = kInfinity - kInfinity; }},
-                 {"a vast shape", kMade, [] { TunnelShape.OutsideNodes[0].y = 3e38f; }},
-                 {"a vast terrain", kRefused, [] {
-                      TrackFile.HasTerrain = kTrue;
-                      TrackFile.TerrainWidth = TrackFile.TerrainDepth = 0x7FFFFFFF;
-                  }}};
-    for (const auto& row : cases)
-        Bounded([&] {
-            MakeTrack(WindingCircuit(), "-TT-TT");
-            MakePresetShape(1);
-            row.spoil();
-            ASSERT_TRUE(WriteTrackFile(track));
-            EXPECT_EQ(Outcome(ReadBytes(track)), row.outcome) << row.name;
-        });
 }
 
 }  // namespace boreforge

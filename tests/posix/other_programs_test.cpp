@@ -54,25 +54,6 @@ TEST_F(OtherProgramsTest, ATrackChangedDuringTheJobStaysAndTheMessageSaysWhatWas
     EXPECT_TRUE(fs::exists(object));
 }
 
-TEST_F(OtherProgramsTest, ATrackChangedWhileItsLinkIsRedirectedToACopyStays) {
-    const std::string link = In("link.zrtrack");
-    fs::create_symlink(track, link);
-    fs::copy_file(track, In("copy.zrtrack"));
-    ASSERT_TRUE(OpenTrack(link));
-    static std::string redirected;
-    redirected = link;
-    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
-        fs::copy_file(changed, track, fs::copy_options::overwrite_existing);
-        fs::remove(redirected);
-        fs::create_symlink("copy.zrtrack", redirected);
-        return SystemFileCalls().renameIn(folder, from, to);
-    };
-    const Bytes copy = ReadBytes(In("copy.zrtrack"));
-    Refusal(object);
-    EXPECT_EQ(ReadBytes(track), ReadBytes(changed));
-    EXPECT_EQ(ReadBytes(In("copy.zrtrack")), copy);
-}
-
 TEST_F(OtherProgramsTest, AnObjectThatLeadsToTheTrackIsRefused) {
     for (const std::string& saved : {track, In("new.zrtrack")}) {
         TrackFilePath = saved;

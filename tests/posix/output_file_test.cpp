@@ -179,33 +179,6 @@ TEST_F(OutputFileTest, AnObjectIsOnlySavedWhenItsFolderReachesTheDisk) {
     }
 }
 
-TEST_F(OutputFileTest, InAStickyFolderOnlyRootReplacesAnotherUsersTrack) {
-    constexpr unsigned kOther = 2;  // whose folder and old file it is
-    static unsigned user;           // who seems to save
-    fileCalls.inspect = [](int file, FileInfo* info) {
-        const int result = kSystem.inspect(file, info);
-        const bool isNewFile = info->isRegular && info->size == 0;
-        info->mode |= info->isRegular ? 0 : 01000;
-        info->owner = isNewFile ? user : kOther;
-        return result;
-    };
-    fileCalls.setOwner = [](int, unsigned) { return 0; };
-    const struct {
-        unsigned user;
-        FileKind kind;
-        bool saved;
-    } cases[] = {{1, FileKind::Other, true},  // written to in its place
-                 {1, FileKind::Track, false},
-                 {0, FileKind::Track, true}};
-    for (const auto& row : cases) {
-        WriteOld("f");
-        user = row.user;
-        EXPECT_EQ(Save("f", row.kind), row.saved) << user;
-        EXPECT_EQ(ReadBytes(In("f")), row.saved ? kNew : kOld) << user;
-        EXPECT_EQ(Listing(), std::vector<std::string>{"f"}) << user;
-    }
-}
-
 TEST_F(OutputFileTest, ReplacingAFileNeitherGrantsNorRevokesAccess) {
     const struct {
         const char* name;
@@ -305,13 +278,6 @@ TEST_F(AccessListTest, AnAccessListIsKept) {
     EXPECT_EQ(Attribute("f", "system.posix_acl_access"), List());
 }
 
-TEST_F(AccessListTest, AnAccessListThatCantBeKeptRefusesTheSave) {
-    fileCalls.setAttribute = [](int, const char*, const void*, std::size_t) { return -1; };
-    EXPECT_FALSE(Save("f"));
-    EXPECT_EQ(lastFileFailure.problem, FileProblem::RightsLost);
-    EXPECT_EQ(ReadBytes(In("f")), kOld);
-}
-
 TEST_F(AccessListTest, AnAccessListWithoutItsOwnerOrGroupRefusesTheSave) {
     fileCalls.inspect = [](int file, FileInfo* info) {
         const int result = kSystem.inspect(file, info);
@@ -340,19 +306,6 @@ TEST_F(AccessListTest, AListThatAFileInheritsFromItsFolderIsRemoved) {
     EXPECT_TRUE(Save("d/old"));
     for (const char* name : {"d/new", "d/old"})
         EXPECT_TRUE(Attribute(name, "system.posix_acl_access").empty()) << name;
-}
-
-TEST_F(AccessListTest, ReadingAFileTellsOfItsList) {
-    Bytes content;
-    FileState state;
-    EXPECT_TRUE(ReadWholeFile(In("f"), content, "", &state));
-    EXPECT_TRUE(state.hasAccessList);
-}
-
-TEST_F(AccessListTest, UserAttributesAreKept) {
-    ASSERT_TRUE(Set("f", "user.note", Bytes(1000, 1))) << "on this disk with access lists";
-    EXPECT_TRUE(Save("f"));
-    EXPECT_EQ(Attribute("f", "user.note").size(), 1000u);
 }
 
 }  // namespace boreforge

@@ -1,14 +1,10 @@
 #include <QColorDialog>
-#include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QHeaderView>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTreeView>
 
 #include <tuple>
-#include <utility>
 
 #include "UiTest.h"
 #include "dialogs/MessageBoxes.h"
@@ -16,27 +12,6 @@
 #include "platform/FileCalls.h"
 
 using namespace boreforge;
-
-TEST_F(UiTest, FileDialogsGetTheFlagsOfTheirArguments) {
-    struct Case {
-        bool (*show)(FileDialogArguments&);
-        FileDialogArguments arguments;
-        std::int32_t flags;
-    };
-    const Case cases[] = {
-        {ShowOpenFileDialog, {}, 0},
-        {ShowOpenFileDialog, {.FileMustExist = true}, kFileMustExist},
-        {ShowOpenFileDialog, {.ReadOnly = true}, kReadOnlyTicked},
-        {ShowOpenFileDialog, {.HideReadOnly = true, .Flags = 0x68}, kHideReadOnly | 8},
-        {ShowSaveFileDialog, {.Flags = 0x60}, kHideReadOnly},
-        {ShowSaveFileDialog, {.OverwritePrompt = true, .Flags = 8}, kHideReadOnly | kOverwritePrompt | 8},
-    };
-    for (Case each : cases) {
-        file = "/new.a";
-        EXPECT_TRUE(each.show(each.arguments));
-        EXPECT_EQ(asked.Flags, each.flags);
-    }
-}
 
 TEST_F(UiTest, AFilterIsSplitAtBarsAndColons) {
     for (const char* const filter : {"A|*.a", "A:*.a"}) {
@@ -102,19 +77,6 @@ TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
     EXPECT_TRUE(question.contains("tube.3ds already exists"));
 }
 
-TEST_F(UiTest, AColorDialogGetsTheFlagsOfItsArguments) {
-    struct Case {
-        ColorDialogArguments arguments;
-        std::int32_t flags;
-    };
-    for (Case each : {Case{{}, kStartFromColor | kSolidColor},
-                      Case{{.AnyColor = true, .FullOpen = true}, kStartFromColor | kAnyColor | kFullOpen},
-                      Case{{.PreventFullOpen = true}, kStartFromColor | kSolidColor | kPreventFullOpen}}) {
-        std::ignore = ShowColorDialog(each.arguments);
-        EXPECT_EQ(askedColor.Flags, each.flags);
-    }
-}
-
 TEST_F(UiTest, ACancelledColorDialogLeavesNoColor) {
     ColorDialogArguments arguments{.Color = 0x102030};
     EXPECT_FALSE(ShowColorDialog(arguments));
@@ -127,29 +89,6 @@ TEST_F(UiTest, CustomColorsStartAsTheSystemColors) {
     std::ignore = ShowColorDialog(arguments);
     for (int i = 0; i < 16; ++i)
         EXPECT_EQ(CustomColors.at(i), SystemColor(i)) << i;
-}
-
-TEST_F(UiTest, CustomColorsOfTheUserAreThereInTheNextDialog) {
-    ChooseColor = QtColorDialog;
-    ColorDialogArguments arguments;
-    const auto runDialog = [&](std::function<void()> act) {
-        OnModal<QColorDialog>([&](QColorDialog& dialog) {
-            act();
-            dialog.reject();
-        });
-        std::ignore = ShowColorDialog(arguments);
-    };
-    QColor before;
-    runDialog([&] {
-        before = QColorDialog::customColor(3);
-        QColorDialog::setCustomColor(3, QColor(10, 11, 12));
-    });
-    EXPECT_EQ(CustomColors[3], 0x0C0B0A);
-    QColorDialog::setCustomColor(3, Qt::white);
-    runDialog([&] {
-        EXPECT_EQ(QColorDialog::customColor(3), QColor(10, 11, 12));
-        QColorDialog::setCustomColor(3, before);
-    });
 }
 
 TEST_F(UiTest, TheColorDialogReturnsTheColorChosen) {

@@ -1,6 +1,5 @@
 #include <QImage>
 
-#include <algorithm>
 #include <set>
 #include <vector>
 

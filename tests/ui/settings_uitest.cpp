@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QGroupBox>
 #include <QScreen>
 
 #include <set>
@@ -237,25 +236,4 @@ TEST_F(UiTest, TheFocusShowsOnSwatchAndBarsOnLightAndDarkDesktops) {
         }
     }
     QApplication::setPalette(before);
-}
-
-TEST_F(UiTest, ScreenReadersGetEachFramesCaption) {
-    frmTunnelSettings dialog(&window);
-    for (auto* const frame : dialog.findChildren<QGroupBox*>())
-        EXPECT_EQ(QAccessible::queryAccessibleInterface(frame)->text(QAccessible::Name), frame->title());
-}
-
-TEST_F(UiTest, AllTextsOfTheSettingsHaveOneLetterSizeAndWidthAndFit) {
-    frmTunnelSettings dialog(&window);
-    std::set<std::pair<int, int>> sizesAndWidths;
-    for (auto* const control : dialog.findChildren<QWidget*>()) {
-        const QString text = control->property("text").toString() + control->property("title").toString();
-        if (text.isEmpty() && control->objectName() != "cmbDetail") continue;
-        sizesAndWidths.insert({control->font().pixelSize(), control->font().stretch()});
-        const bool wraps = control->property("wordWrap").toBool();
-        const QRect room(0, 0, control->width(), 1000);
-        const QRect needed = control->fontMetrics().boundingRect(room, wraps ? Qt::TextWordWrap : 0, text);
-        EXPECT_LE(needed.width(), control->width()) << text.toStdString();
-    }
-    EXPECT_EQ(sizesAndWidths.size(), 1u);
 }

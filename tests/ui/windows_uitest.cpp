@@ -1,13 +1,11 @@
 #include <QComboBox>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <QSettings>
 #include <QToolButton>
 
 #include <cmath>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
 
 #include "view/Camera.h"
 #include "view/Geometry.h"
@@ -10,12 +9,6 @@
 namespace boreforge {
 
 namespace {
-
-void ExpectNear(const Vec& actual, const Vec& expected, double tolerance = 1e-9) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.z, expected.z, tolerance);
-}
 
 // A box with its corners at these two points, its faces outwards.
 Object3DS Box(const Vector3D& low, const Vector3D& high) {
@@ -54,13 +47,6 @@ Place PlaceOf(const Aim& aim, const Vec& point) {
 
 }  // namespace
 
-TEST(Orbit, PanningMovesTheTargetUnderTheMouse) {
-    const CameraLens lens{0.5, 800, 400};
-    OrbitCamera orbit{{5, 6, 7}, 20, 0, 0};  // looks along negative z; a pixel is 0.05 units at the target
-    orbit.Pan(100, 40, lens);
-    ExpectNear(orbit.Target, {0, 8, 7});
-}
-
 TEST(Aim, TheWholeObjectFillsThePicture) {
     const Object3DS box = Box({100, 10, -50}, {180, 25, -20});
     for (const CameraLens lens : {CameraLens{0.3, 800, 400}, CameraLens{0.3, 300, 900}}) {
@@ -82,22 +68,6 @@ TEST(Path, IsCoveredWhereTheObjectIsAboveAndBelow) {
     EXPECT_EQ(stretches[0].first % 100, 21u);
     EXPECT_EQ(stretches[0].count, 40u);
     EXPECT_NEAR(stretches[0].roof, 3, 1e-6);
-}
-
-TEST(RideTest, MovesAtItsSpeedAndComesAround) {
-    TrackPath path;  // a square of 40 units
-    for (const Vec& corner : {Vec{0, 0, 0}, Vec{10, 0, 0}, Vec{10, 0, 10}, Vec{0, 0, 10}})
-        path.push_back({corner, {0, 0, 1}, kUp, {1, 0, 0}});
-    Ride ride;
-    ride.Speed = 10;
-    ride.Advance(1.5, path);
-    EXPECT_EQ(ride.Position, 0) << "not started yet";
-    ride.Moving = true;
-    ride.Advance(1.5, path);
-    EXPECT_NEAR(ride.Position, 1.5, 1e-5);
-    ride.Advance(3, path);
-    EXPECT_NEAR(ride.Position, 0.5, 1e-5);
-    ExpectNear(ride.Pose(path).Eye, {5, 1.1, 0}, 1e-4);
 }
 
 TEST(Walls, CarryNormalColourAndEdges) {

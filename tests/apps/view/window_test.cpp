@@ -3,7 +3,6 @@
 #include <QMimeData>
 #include <QtTest>
 
-#include <cmath>
 #include <filesystem>
 
 #include "support/CommandTest.h"
@@ -201,17 +200,6 @@ TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }));
     EXPECT_EQ(scene.summary(), summary);
     std::filesystem::rename(In("away.3ds"), In("o.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
-}
-
-TEST_F(ViewWindowTest, AFolderThatIsMadeAgainIsWatchedAgain) {
-    std::filesystem::create_directory(In("made"));
-    std::filesystem::copy(In("o.3ds"), In("made/o.3ds"));
-    window->Open(QString::fromStdString(In("made/o.3ds")));
-    std::filesystem::remove_all(In("made"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }));
-    std::filesystem::create_directory(In("made"));
-    std::filesystem::copy(In("o.3ds"), In("made/o.3ds"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
 }
 
