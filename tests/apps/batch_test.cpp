@@ -71,6 +71,7 @@ TEST_F(FailingBatchTest, AFailureEndsWithOneAndItsReason) {
     std::filesystem::create_symlink("plain.zrtrack", In("plain.3ds"));
     ExpectFailures({{"t.zrtrack absent/o.3ds", "Can't Be Written"},
                     {"plain.zrtrack plain.3ds", "Track does not have any tunnels!"},
+                    {"plain.zrtrack o.3ds --dry-run", "Track does not have any tunnels!"},
                     {"t.zrtrack track.3ds", "Error - That File Is a Track!"},
                     {"t.zrtrack o.3ds --track-out absent/u.zrtrack", "Can't Be Saved"}},
                    1);
@@ -117,7 +118,9 @@ TEST_F(FailingBatchTest, WrongUsageEndsWithTwoAndWritesNothing) {
                     {"t.zrtrack --output-folder . --track-out x.zrtrack", "excludes"},
                     {"t.zrtrack o.3ds --nonsense", "not expected: --nonsense"},
                     {"t.zrtrack o.3ds --dim 5x", "--dim: takes 0..100, not '5x'"},
+                    {"t.zrtrack o.3ds --dim 101", "not '101'"},
                     {"t.zrtrack o.3ds --color 1,2", "--color: takes R,G,B|#rrggbb, not '1,2'"},
+                    {"t.zrtrack o.3ds --color 1,2,256", "not '1,2,256'"},
                     {"t.zrtrack o.3ds --color '#12345'", "not '#12345'"},
                     {"t.zrtrack o.3ds --detail best", "extreme|high|normal|low|poor, not 'best'"},
                     {"t.zrtrack o.3ds --dim 5 --no-dim", "excludes"},

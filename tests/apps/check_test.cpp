@@ -85,7 +85,7 @@ TEST_F(CheckTest, DamageIsReportedWithItsPosition) {
                  {points + 10, {128, 126}, points + 8, "too far away"},
                  {faces - 54, {0x10}, faces - 48, "two lists of points"},
                  {faces, {0}, object + 15, "no list"},
-                 {faces + 8, {255, 255}, faces + 8, "a vertex"},
+                 {faces + 8, {whole[points + 6], whole[points + 7]}, faces + 8, "a vertex"},
                  {group, {0}, faces, "no material"},
                  {group + 6, {'X'}, group + 6, "no material 'X"},
                  {group + 17, {1}, group + 19, "two materials"},

@@ -104,6 +104,17 @@ void ExpectTrace() {
     }
 }
 
+TEST(MathTest, Atan2HasAFixedValueOnEachAxisAndInEachQuadrant) {
+    const double pi = 3.14159265358979;
+    const struct {
+        double y, x, angle;
+    } cases[] = {
+        {0, 0, 0},        {0, 5, 0},      {0, -5, pi},      {-0.0, -5, pi},      {2, 0, pi / 2},
+        {-2, 0, -pi / 2}, {1, 1, pi / 4}, {-1, 1, -pi / 4}, {1, -1, 3 * pi / 4}, {-1, -1, -3 * pi / 4}};
+    for (const auto& [y, x, angle] : cases)
+        EXPECT_NEAR(Atan2(y, x), angle, 1e-15) << y << ", " << x;
+}
+
 // A compiler that contracts them to one operation rounds once less, and the bytes of an export change.
 TEST(MathTest, ProductsAreRoundedBeforeTheyAreAdded) {
     double (*const volatile distance)(const Vector3D&, const Vector3D&) = VecDistance;  // called at run time

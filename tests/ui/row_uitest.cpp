@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QToolButton>
 
 #include "UiTest.h"
 #include "editor/TunnelShape.h"
@@ -35,4 +36,18 @@ TEST_F(UiTest, ScreenReadersGetTheSelectedPoint) {
     }
     Key(Qt::Key_Delete);
     EXPECT_EQ(canvas.text(QAccessible::Description), "nothing selected");
+}
+
+TEST_F(UiTest, APressedToolIsLitOnADarkDesktop) {
+    const QPalette before = QApplication::palette();
+    for (const Qt::GlobalColor desktop : {Qt::black, Qt::darkBlue}) {
+        QApplication::setPalette(QPalette(desktop));
+        frmMain dark;
+        auto& tool = Get<QToolButton>(dark, "chkSnapTo");
+        const auto background = [&] { return tool.grab().toImage().pixelColor(5, 5).lightness(); };
+        const int pressed = background();
+        tool.setChecked(false);
+        EXPECT_GE(pressed, background() + 40);
+    }
+    QApplication::setPalette(before);
 }
