@@ -186,7 +186,8 @@ template <class Transfer, class Pointer>
 std::int64_t Move(Transfer transfer, int file, Pointer bytes, std::size_t count) {
     DWORD moved = 0;
     const auto part = static_cast<DWORD>(std::min(count, kMaxTransfer));
-    return transfer(HandleOf(file), bytes, part, &moved, nullptr) ? moved : FailWith(::GetLastError());
+    if (!transfer(HandleOf(file), bytes, part, &moved, nullptr)) return FailWith(::GetLastError());
+    return moved;
 }
 
 int Reserve(int file, std::int64_t length) {

@@ -36,6 +36,11 @@ class WindowsFilesTest : public CoreTest {
     const Bytes old_ = Bytes(3, 'o'), new_ = Bytes(5, 'n');
 };
 
+TEST_F(WindowsFilesTest, AWriteThatFailsHasNoLength) {
+    const OpenFile file(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    EXPECT_EQ(fileCalls.write(file.Get(), "n", 1), -1);
+}
+
 TEST_F(WindowsFilesTest, ASaveWaitsForAnotherProgramThatSoonLetsGo) {
     const HANDLE other = Occupy(path_);
     std::thread later([other] {
