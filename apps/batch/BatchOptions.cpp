@@ -91,10 +91,70 @@ void DeriveJobs(BatchOptions& options) {
     options.Jobs = options.OutputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
 }
 
+void AddFileOptions(CLI::App& application, BatchOptions& options) {
+    AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
+    application
+        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: further tracks")
+        ->type_name("FILE.3ds");
+    AddPath(application, "--output-folder", options.OutputFolder, "FOLDER",
+            "Write each track's object and the changed track there")
+        ->group("Files");
+    application.add_flag("--dry-run", options.DryRun, "Say what would be made, but write nothing")
+        ->group("Files");
+}
+
+void AddShapeOptions(CLI::App& application, BatchOptions& options) {
+    CLI::Option* const shape =
+        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "Use the cross-section in this file")
+            ->group("Shape");
+    AddParsed(application, "--preset", options.Preset, ParsePreset, "box|rounded",
+              "Use a built-in cross-section (default: box)")
+        ->excludes(shape)
+        ->group("Shape");
+}
+
+void AddLookOptions(CLI::App& application, TunnelChoices& choices) {
+    AddParsed(application, "--color", choices.Color, ParseColor, "R,G,B|#rrggbb",
+              "Tunnel colour, 0 to 255 each (default: 192,192,192)")
+        ->group("Look");
+    AddParsed(application, "--transparency", choices.Transparency, ParsePercent, "0..100",
+              "Percent (default: 0)")
+        ->group("Look");
+    AddParsed(application, "--detail", choices.DetailItem, ParseDetail, "extreme|high|normal|low|poor",
+              "How closely the tunnel follows the curve (default: normal)")
+        ->group("Look");
+    application.add_flag("--double-sided", choices.DoubleSided, "Make every face visible from both sides")
+        ->group("Look");
+}
+
+void AddTrackOptions(CLI::App& application, BatchOptions& options) {
+    const auto addSwitch = [&](const char* name, bool& choice, const char* description) {
+        return application
+            .add_flag_callback(
+                name, [&choice] { choice = false; }, description)
+            ->group("Track");
+    };
+    TunnelChoices& choices = options.Choices;
+    CLI::Option* const dim = AddParsed(application, "--dim", choices.DimPercent, ParsePercent, "0..100",
+                                       "Brightness left to tunneled segments' colours (default: 50), but 0 "
+                                       "changes nothing and 100 is black")
+                                 ->group("Track");
+    addSwitch("--no-dim", choices.DimColors, "Don't change the colours of segments")->excludes(dim);
+    CLI::Option* const trackOut = AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
+                                          "Save the changed track there and leave TRACK unchanged")
+                                      ->check(EndsIn(kTrackExtension))
+                                      ->excludes(application.get_option("--output-folder"))
+                                      ->group("Track");
+    application.add_flag("--no-track", options.NoTrack, "Write only the object, no track")
+        ->excludes(trackOut)
+        ->group("Track");
+    addSwitch("--keep-tunnel-flags", choices.RemoveTunnels, "Don't clear the tunnel flags");
+    addSwitch("--no-place", choices.PlaceObject, "Don't add the object to the track's scenery");
+}
+
 }  // namespace
 
 void AddBatchOptions(CLI::App& application, BatchOptions& options) {
-    TunnelChoices& choices = options.Choices;
     application.description(
         "Makes a tunnel along every tunnel segment of the track, writes it to OUTPUT and saves the track "
         "with\n"
@@ -102,63 +162,11 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
         "After 1 or 2 the track is unchanged. With several tracks, each succeeds or fails by itself.");
-    AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
-    application
-        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: further tracks")
-        ->type_name("FILE.3ds");
-    CLI::Option* const folder = AddPath(application, "--output-folder", options.OutputFolder, "FOLDER",
-                                        "Write each track's object and the changed track there");
-    CLI::Option* const dryRun =
-        application.add_flag("--dry-run", options.DryRun, "Say what would be made, but write nothing");
-    for (CLI::Option* const option : {folder, dryRun})
-        option->group("Files");
+    AddFileOptions(application, options);
+    AddShapeOptions(application, options);
+    AddLookOptions(application, options.Choices);
+    AddTrackOptions(application, options);
     application.callback([&options] { DeriveJobs(options); });
-
-    CLI::Option* const shape =
-        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "Use the cross-section in this file");
-    CLI::Option* const preset = AddParsed(application, "--preset", options.Preset, ParsePreset, "box|rounded",
-                                          "Use a built-in cross-section (default: box)");
-    preset->excludes(shape);
-    for (CLI::Option* const option : {shape, preset})
-        option->group("Shape");
-
-    CLI::Option* const look[] = {
-        AddParsed(application, "--color", choices.Color, ParseColor, "R,G,B|#rrggbb",
-                  "Tunnel colour, 0 to 255 each (default: 192,192,192)"),
-        AddParsed(application, "--transparency", choices.Transparency, ParsePercent, "0..100",
-                  "Percent (default: 0)"),
-        AddParsed(application, "--detail", choices.DetailItem, ParseDetail, "extreme|high|normal|low|poor",
-                  "How closely the tunnel follows the curve (default: normal)"),
-        application.add_flag("--double-sided", choices.DoubleSided,
-                             "Make every face visible from both sides")};
-    for (CLI::Option* const option : look)
-        option->group("Look");
-
-    CLI::Option* const dim = AddParsed(application, "--dim", choices.DimPercent, ParsePercent, "0..100",
-                                       "Brightness left to tunneled segments' colours (default: 50), but 0 "
-                                       "changes nothing and 100 is black");
-    CLI::Option* const noDim = application.add_flag_callback(
-        "--no-dim", [&choices] { choices.DimColors = false; }, "Don't change the colours of segments");
-    noDim->excludes(dim);
-    CLI::Option* const trackOut = AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
-                                          "Save the changed track there and leave TRACK unchanged")
-                                      ->check(EndsIn(kTrackExtension))
-                                      ->excludes(folder);
-    CLI::Option* const noTrack =
-        application.add_flag("--no-track", options.NoTrack, "Write only the object, no track")
-            ->excludes(trackOut);
-    CLI::Option* const changes[] = {dim,
-                                    noDim,
-                                    application.add_flag_callback(
-                                        "--keep-tunnel-flags", [&choices] { choices.RemoveTunnels = false; },
-                                        "Don't clear the tunnel flags"),
-                                    application.add_flag_callback(
-                                        "--no-place", [&choices] { choices.PlaceObject = false; },
-                                        "Don't add the object to the track's scenery"),
-                                    trackOut,
-                                    noTrack};
-    for (CLI::Option* const option : changes)
-        option->group("Track");
 }
 
 }  // namespace boreforge

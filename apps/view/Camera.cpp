@@ -21,16 +21,18 @@ Vec Seen(const CameraPose& pose, const Vec& point) {
     return {Dot(way, pose.Right), Dot(way, pose.Up), Dot(way, pose.Forward)};
 }
 
-// The two sides of a frustum along one axis: how far the points reach over each, with sides that open by
-// `slope` for a unit ahead.
+// The field of view along one axis, of an eye at the origin. Its two sides open by `slope` for each unit
+// ahead; `high` and `low` are how far the points extend beyond them.
 struct Reach {
     double slope, high = -std::numeric_limits<double>::infinity(), low = high;
     void Add(double across, double ahead) {
         high = std::max(high, across - slope * ahead);
         low = std::max(low, -across - slope * ahead);
     }
-    double Back() const { return -(high + low) / (2 * slope); }  // where both sides are just touched
-    double Middle() const { return (high - low) / 2; }           // the margins at both sides are equal
+    // How far ahead of the origin the eye is when both sides just touch the points, and how far across when
+    // the margins are equal.
+    double Ahead() const { return -(high + low) / (2 * slope); }
+    double Across() const { return (high - low) / 2; }
 };
 
 // Moves the eye so that the points fill the picture up to a margin, with equal margins at opposite sides.
@@ -49,9 +51,9 @@ Aim Frame(CameraPose pose, const CameraLens& lens, const Points& points, ToPoint
         near = std::min(near, seen.z);
         far = std::max(far, seen.z);
     }
-    const double back = std::min(across.Back(), along.Back()) - 1e-3;
-    pose.Eye = pose.Right * across.Middle() + pose.Up * along.Middle() + pose.Forward * back;
-    return {pose, lens, std::max((near + far) / 2 - back, 0.1)};
+    const double ahead = std::min(across.Ahead(), along.Ahead()) - 1e-3;
+    pose.Eye = pose.Right * across.Across() + pose.Up * along.Across() + pose.Forward * ahead;
+    return {pose, lens, std::max((near + far) / 2 - ahead, 0.1)};
 }
 
 // The level direction in which the points are spread most, from the moments of their distribution.
@@ -84,12 +86,12 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
 
 const PathPoint& PointOf(const TrackPath& path, std::size_t index) { return path[index % path.size()]; }
 
-// As many points of a stretch as these, but one at least, and not the whole of it.
+// This number of points, but at least one and fewer than the whole stretch has.
 std::size_t PointsWithin(const CoveredStretch& stretch, double points) {
     return static_cast<std::size_t>(std::clamp(points, 1.0, static_cast<double>(stretch.count - 1)));
 }
 
-// At the lowest portal, from outside and obliquely, so that the opening and the run after it are seen.
+// The lowest portal, obliquely from outside, so that both the opening and the tunnel behind it are visible.
 Aim AimAtPortal(const CameraLens& lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
     const auto lower = [&](const CoveredStretch& one, const CoveredStretch& other) {
         return PointOf(path, one.first).Position.y < PointOf(path, other.first).Position.y;
@@ -100,7 +102,7 @@ Aim AimAtPortal(const CameraLens& lens, const TrackPath& path, const std::vector
     const std::size_t shown = PointsWithin(stretch, 24 * roof);
     const Vec ahead = Normalized(portal.Forward - kUp * portal.Forward.y);
     const Vec right = Cross(ahead, kUp);
-    // From the side to which the tunnel doesn't turn, it comes out from behind its portal.
+    // From the outside of the bend: from the other side, the portal would hide the tunnel.
     const double turn = Dot(PointOf(path, stretch.first + shown).Position - portal.Position, right);
     const Vec aside = right * (turn > 0 ? 1 : -1);
     std::vector<Vec> points;
@@ -114,7 +116,7 @@ Aim AimAtPortal(const CameraLens& lens, const TrackPath& path, const std::vector
                  [](const Vec& point) { return point; });
 }
 
-// How far the path leaves the straight line between two of its points.
+// The greatest distance of the path from the straight line between two of its points.
 double BulgeOf(const TrackPath& path, std::size_t from, std::size_t to) {
     const Vec start = PointOf(path, from).Position;
     const Vec line = Normalized(PointOf(path, to).Position - start);
@@ -124,7 +126,7 @@ double BulgeOf(const TrackPath& path, std::size_t from, std::size_t to) {
     return bulge;
 }
 
-// From where, in the longest tunnel, one just sees the way out around the bend.
+// The point in the longest tunnel from which the exit is just visible around the bend.
 Aim AimThrough(const CameraLens& lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
     const auto shorter = [](const CoveredStretch& one, const CoveredStretch& other) {
         return one.count < other.count;
@@ -215,7 +217,7 @@ std::optional<Aim> AimFrom(ViewFrom view, const Object3DS& object, const TrackPa
 void Ride::Advance(double seconds, const TrackPath& path) {
     double left = Moving ? Speed * seconds : 0;
     const auto count = static_cast<double>(path.size());
-    // The points are unevenly far apart, so each step goes to the next one at most.
+    // The points are unevenly spaced, so each step goes no further than the next one.
     while (left > 0 && count > 0) {
         const auto index = static_cast<std::size_t>(Position);
         const double share = Position - std::floor(Position);

@@ -9,7 +9,7 @@
 
 namespace boreforge {
 
-// An eye and its axes, which have the length 1 and are at right angles.
+// An eye and its axes: unit vectors at right angles to each other.
 struct CameraPose {
     Vec Eye, Right{1, 0, 0}, Up = kUp, Forward{0, 0, -1};
 };
@@ -31,10 +31,10 @@ struct OrbitCamera {
     double Distance = 10, Yaw = 0, Pitch = -0.5;
 
     CameraPose Pose() const;
-    // Continues from a pose, whose roll is dropped.
+    // Starts from a pose, without its roll.
     static OrbitCamera From(const CameraPose& pose, double distance);
 
-    // By the mouse's way in pixels.
+    // By the distance that the mouse moved, in pixels.
     void Turn(double right, double down);
     void Pan(double right, double down, const CameraLens& lens);
     void Zoom(double steps);
@@ -45,14 +45,14 @@ enum class ViewFrom { Above, Side, Inside };
 struct Aim {
     CameraPose Pose;
     CameraLens Lens;
-    double Distance = 10;  // to what is looked at
+    double Distance = 10;  // to the point that is looked at
 };
 
-// The view of the whole object at which the window starts.
+// The view of the whole object, with which the window starts.
 Aim AimAtWhole(const Object3DS& object, CameraLens lens);
 
-// A view for a picture. Nothing when it needs a track, or one that runs through the object: `reason` then
-// says so.
+// A view for a picture. Returns nothing, with the reason, if the view needs a track that runs through the
+// object and there is none.
 std::optional<Aim> AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens,
                            std::string& reason);
 
@@ -64,7 +64,7 @@ struct Ride {
     bool Moving = false;
 
     void Advance(double seconds, const TrackPath& path);
-    void TurnHead(double right, double down);  // by the mouse's way in pixels
+    void TurnHead(double right, double down);  // by the distance that the mouse moved, in pixels
     void ChangeSpeed(double steps);
     CameraPose Pose(const TrackPath& path) const;
 };

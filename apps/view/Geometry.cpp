@@ -69,7 +69,7 @@ QByteArray WallVertices(const Object3DS& object) {
 }
 
 std::vector<Ribbon> RailsOf(const TrackPath& path) {
-    // Half measures, and how deep the middles are under the path.
+    // Half widths and heights; kTieDepth is the depth of a tie's centre below the path.
     constexpr double kGauge = 0.5, kRailWidth = 0.06, kRailHeight = 0.06;
     constexpr double kTie = 0.75, kTieWidth = 0.13, kTieDepth = 2 * kRailHeight;
     constexpr std::size_t kPointsOfTie = 3;

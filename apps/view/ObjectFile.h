@@ -18,10 +18,10 @@ struct ShownObject {
     std::vector<ObjectSurface> Surfaces;
 };
 
-// False, with the reason, when the file can't be read, is damaged, has no faces or too many.
+// False, with the reason, if the file can't be read or is damaged, or has no faces or too many.
 [[nodiscard]] bool ReadObject(const std::string& path, ShownObject& shown, std::string& reason);
 
-// The path of a track through the object. False, with the reason, when the track can't be read or followed.
+// The path of a track. False, with the reason, if the track can't be read or its path can't be followed.
 [[nodiscard]] bool ReadPath(const std::string& track, TrackPath& path, std::string& reason);
 
 // What the object consists of, in a line.

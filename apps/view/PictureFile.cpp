@@ -23,7 +23,7 @@ namespace boreforge {
 
 namespace {
 
-// The window's content, drawn into an image. Null when OpenGL isn't there.
+// The window's content, drawn into an image. Null if OpenGL isn't available.
 QImage Draw(ViewScene& scene, QSize size) {
     QOpenGLContext context;
     context.setFormat(QSurfaceFormat::defaultFormat());

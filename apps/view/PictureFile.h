@@ -7,7 +7,7 @@
 
 namespace boreforge {
 
-// False, with a message, when the picture can't be drawn or written; an old file is then as it was.
+// False, with a message, if the picture can't be drawn or written: an existing file is then unchanged.
 [[nodiscard]] bool SavePicture(const std::string& path, ViewScene& scene, int width, int height);
 
 }  // namespace boreforge

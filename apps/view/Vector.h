@@ -20,7 +20,7 @@ constexpr Vec Cross(const Vec& a, const Vec& b) {
 }
 inline double Length(const Vec& a) { return std::sqrt(Dot(a, a)); }
 
-// `a` with the length 1, or `fallback` when it has none.
+// `a` scaled to length 1, or `fallback` if its length is 0.
 inline Vec Normalized(const Vec& a, const Vec& fallback = {0, 0, -1}) {
     const double length = Length(a);
     return length > 0 ? a * (1 / length) : fallback;

@@ -232,7 +232,7 @@ void ViewScene::UpdateCamera() {
     turn_ = RotationOf(pose);
     fieldOfView_ = float(lens.VerticalDegrees());
     lamp_ = ride_ && track_[static_cast<std::size_t>(ride_->Position) % track_.size()].Covered;
-    // As far as possible: otherwise depths far away fall together, and backs show through the walls.
+    // As large as possible: otherwise distant surfaces get equal depths, and backs show through the walls.
     clipNear_ = std::max(0.05f, DistanceToNearest(pose.Eye) / 3);
     UpdateScaleBar();
     emit cameraChanged();

@@ -47,15 +47,15 @@ class ViewScene : public QObject {
   public:
     ViewScene();
 
-    // Shows another object, or the same one again, for which the camera stays. False, with the problem shown,
-    // when it can't be read: what was shown before stays.
+    // Shows another object, or the same one again; then the camera stays. False, with the problem shown, if
+    // it can't be read: what was shown before stays.
     [[nodiscard]] bool OpenObject(const std::string& path);
     [[nodiscard]] bool OpenTrackFile(const std::string& path);
     // Reads the object again.
     void Reload();
     const std::string& ObjectPath() const { return path_; }
 
-    // For a picture. False, with the problem set, when there is no such view.
+    // Sets the view for a picture. False, with the problem set, if there is no such view.
     [[nodiscard]] bool LookFrom(ViewFrom view);
     void SetSize(int width, int height);
 

@@ -17,9 +17,10 @@ namespace boreforge {
 
 namespace {
 
-constexpr int kSettled = 200, kAgain = 1000;  // milliseconds without a change, and between looks for a file
+// Milliseconds: how long a file stays unchanged before it is read, and how often a missing one is looked for.
+constexpr int kSettled = 200, kAgain = 1000;
 
-// The files of this computer among those that are dragged.
+// The local files among those that are dragged.
 QStringList FilesOf(const QMimeData& dragged) {
     QStringList files;
     for (const QUrl& url : dragged.urls())
@@ -50,7 +51,7 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
 }
 
 void ViewWindow::Open(const QString& path) {
-    // What fails is shown by the scene.
+    // The scene shows what failed.
     if (path.endsWith(QLatin1String(".zrtrack"), Qt::CaseInsensitive)) {
         std::ignore = scene_.OpenTrackFile(path.toStdString());
         return;
@@ -68,7 +69,8 @@ void ViewWindow::AskForFile() {
     if (!path.isEmpty()) Open(path);
 }
 
-// The first picture is there sooner, and a computer that draws in software still turns the object smoothly.
+// Leaves out shadows and smooth edges at first and while the camera moves: the first picture appears sooner,
+// and the object turns smoothly on a computer that draws in software.
 void ViewWindow::DrawPlainlyWhileMoving() {
     constexpr qint64 kStill = 250, kSlow = 60, kFast = 30;  // milliseconds
     scene_.SetFine(false);
@@ -81,7 +83,7 @@ void ViewWindow::DrawPlainlyWhileMoving() {
         scene_.SetFine(false);
         still_.start();
     });
-    // Both happen in the thread that draws.
+    // Both signals come from the render thread.
     connect(
         this, &QQuickWindow::beforeRendering, this, [this] { frameStart_.start(); }, Qt::DirectConnection);
     const auto onFrame = [this] {
@@ -93,8 +95,8 @@ void ViewWindow::DrawPlainlyWhileMoving() {
     connect(this, &QQuickWindow::frameSwapped, this, onFrame, Qt::DirectConnection);
 }
 
-// A new export replaces the file, so that the folder is what changes. The folder may be gone with the file,
-// so that nothing is left to watch.
+// An export replaces the file by a new one, so the folder is watched, too. If the folder itself is gone, only
+// the timer looks for the file.
 void ViewWindow::Watch() {
     const QFileInfo object(QString::fromStdString(scene_.ObjectPath()));
     const QStringList before = watcher_.files() + watcher_.directories();

@@ -44,11 +44,11 @@ class ViewWindow : public QQuickView {
     ViewScene& scene_;
     QPoint last_;  // of the mouse
     QFileSystemWatcher watcher_;
-    QTimer settled_;  // runs while the file may still be being written, and while there is none
+    QTimer settled_;  // runs while the file may still be changing, and while there is none
     FileStamp stamp_{{}, -1};
     QTimer still_;  // runs while the camera moves
     QElapsedTimer frameStart_;
-    bool slow_ = true;  // at fine pictures
+    bool slow_ = true;  // at drawing with shadows and smooth edges
 };
 
 }  // namespace boreforge

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <tuple>
 
 #include "base/Message.h"
 #include "platform/Files.h"
@@ -19,8 +20,8 @@ using namespace boreforge;
 
 namespace {
 
-// Qt's messages while it opens the display. Without one it reports each attempt and aborts; here it is one
-// line and a plain exit.
+// Handles Qt's messages while it opens the display. Without a display, Qt reports each attempt and aborts; we
+// print one line and exit.
 void OnStartMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
     if (type != QtFatalMsg) return;
     std::fputs("boreforge-view: needs a display; without one, run it with: xvfb-run -a boreforge-view ...\n",
@@ -38,7 +39,7 @@ bool PictureIsApart(const ViewOptions& options) {
 }
 
 // Opens both, so that the window has the track when the object appears later.
-bool OpenFiles(const ViewOptions& options, ViewScene& scene) {
+[[nodiscard]] bool OpenFiles(const ViewOptions& options, ViewScene& scene) {
     const bool hasObject = options.Object.empty() || scene.OpenObject(options.Object);
     const bool hasTrack = options.Track.empty() || scene.OpenTrackFile(options.Track);
     return hasObject && hasTrack;
@@ -57,7 +58,7 @@ int MakePicture(const ViewOptions& options) {
 
 int ShowWindow(const ViewOptions& options) {
     ViewScene scene;
-    OpenFiles(options, scene);  // what fails is shown in the window
+    std::ignore = OpenFiles(options, scene);  // the window shows what failed
     ViewWindow window(scene);
     window.resize(QSize(options.Width, options.Height).boundedTo(window.screen()->availableSize() * 0.9));
     window.show();

@@ -48,7 +48,7 @@ int Open(const char* path, OpenFor purpose) {
     return -1;
 }
 
-// A disk or quota that is full shows here. What the file system can't reserve it doesn't need to.
+// Fails if the disk or the quota is full. A file system that can't reserve space doesn't have to.
 int Reserve(int file, std::int64_t length) {
     if (::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, length) == 0) return 0;
     const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;

@@ -70,12 +70,12 @@ bool CopyRights(int newFile, int oldFile) {
     const bool keepsOwner = now.owner == old.owner || fileCalls.setOwner(newFile, old.owner) == 0;
 
     const unsigned mode = old.mode & kAllBits;
-    // With an access list the group bits are its mask, and its entries speak of the old owner and group.
+    // With an access list the group bits are its mask, and its entries refer to the old owner and group.
     if (!(keepsGroup && keepsOwner) && HasAccessList(oldFile)) return Fail(FileProblem::RightsLost);
     // Without its group, the group's members become "others"; the members of the new group were that before.
     if (!keepsGroup && GroupBits(mode) != OtherBits(mode)) return Fail(FileProblem::RightsLost);
     if (!keepsOwner && (mode & kGroupWrite) == 0) return Fail(FileProblem::RightsLost);
-    // The list first: the permission bits alone would let in whom it keeps out.
+    // The list first: with the permission bits alone, someone whom the list keeps out could get in.
     if (!CopyAccessList(newFile, oldFile)) return Fail(FileProblem::RightsLost);
     if (fileCalls.setMode(newFile, mode) != 0) return FailBySystem();
     CopyUserAttributes(newFile, oldFile);

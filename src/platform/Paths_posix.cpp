@@ -6,7 +6,7 @@ namespace boreforge {
 
 namespace {
 
-// Where the links at `path` lead; nothing need be there. Empty if they go in a circle.
+// The path to which the links at `path` lead, even if nothing is there. Empty if they form a circle.
 std::filesystem::path FollowLinks(std::filesystem::path path) {
     for (int hop = 0; hop < 40; ++hop) {
         std::error_code notALink;

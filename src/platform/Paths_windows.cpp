@@ -8,7 +8,7 @@ namespace boreforge {
 
 namespace {
 
-// Opened as a folder is: for its attributes alone.
+// Opened like a folder, only for its attributes.
 bool Inspect(const std::string& path, FileInfo& info) {
     const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Folder));
     return file && fileCalls.inspect(file.Get(), &info) == 0;

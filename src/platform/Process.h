@@ -1,4 +1,4 @@
-// What the system wants from a program as a whole.
+// What a program sets up once, at its start.
 #pragma once
 
 #include <string>
@@ -6,8 +6,9 @@
 
 namespace boreforge {
 
-// Prepares the process for our files and texts; what changes for others, such as the console's code page, is
-// restored at the end of its scope. Files that may not grow further are failed writes.
+// Prepares the process for our files and texts. What other programs would notice, such as the console's code
+// page, is restored at the end of its scope. A write beyond a limit on file sizes fails instead of ending the
+// program.
 class ProcessSetup {
   public:
     ProcessSetup();

@@ -13,6 +13,7 @@ void MAIN() {
 void POST_PROCESS() {
     float share = distance(place, CAMERA_POSITION) / haze;
     vec3 hazy = mix(vec3(0.81, 0.865, 0.9), DIFFUSE.rgb + SPECULAR, 1.0 / (1.0 + share * share));
-    // Multiplied by the alpha already, and by what the screen's curve makes of it.
+    // Premultiplied by alpha. This colour is linear and will be converted to sRGB, where a factor of alpha^2.2
+    // becomes one of alpha.
     COLOR_SUM = vec4(hazy * pow(color.a, 2.2), color.a);
 }
