@@ -37,7 +37,7 @@ std::vector<std::vector<Vector3D>> wall;
 void LayWall() {
     MakeRoundShape(kNodes, 3);
     BuildCircuit(2, 100);
-    TraceTrack();
+    if (!TraceTrack()) std::abort();
     TracedSegments[0].Samples.resize(kBands);
     wall.assign(kBands + 1, {});
     for (std::size_t i = 0; i < kBands; ++i)
