@@ -13,6 +13,8 @@
 
 using namespace boreforge;
 
+static constexpr int kPatience = 60'000;  // milliseconds, for what takes a moment on an idle machine
+
 TEST_F(UiTest, AFilterIsSplitAtBarsAndColons) {
     for (const char* const filter : {"A|*.a", "A:*.a"}) {
         FileDialogArguments arguments{.Filter = filter};
@@ -42,7 +44,7 @@ struct FileDialogTest : UiTest {
                                       .DefaultExtension = "3ds",
                                       .OverwritePrompt = true};
         OnModal<QFileDialog>([&](QFileDialog& dialog) {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog, kPatience));
             act(dialog);
         });
         return ShowSaveFileDialog(arguments) ? arguments.FileName.toStdString() : "";
@@ -57,7 +59,7 @@ struct FileDialogTest : UiTest {
     static void SelectTheFile(const QFileDialog& dialog) {
         auto& list = Get<QListView>(dialog, "listView");
         const auto loaded = [&] { return list.model()->rowCount(list.rootIndex()) == 1; };
-        ASSERT_TRUE(QTest::qWaitFor(loaded));
+        ASSERT_TRUE(QTest::qWaitFor(loaded, kPatience));
         list.setCurrentIndex(list.model()->index(0, 0, list.rootIndex()));
     }
 };

@@ -13,6 +13,7 @@ namespace boreforge {
 namespace {
 
 const std::string kBatch = "'" PROGRAMS "/boreforge-batch' '" PROJECT "/tracks/small-circuit.zrtrack' ";
+constexpr int kPatience = 60'000;  // milliseconds, for what takes a moment on an idle machine
 const std::string kView = "'" PROGRAMS "/boreforge-view' ";
 
 // Nothing else has the tunnel's colour, or that of the rails or of the backs of faces.
@@ -64,7 +65,7 @@ class ViewWindowTest : public ViewTest {
         window = std::make_unique<ViewWindow>(scene);
         window->resize(640, 400);
         window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get(), kPatience));
     }
     ViewScene scene;
     std::unique_ptr<ViewWindow> window;
@@ -167,7 +168,7 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "after a move the file might be removed";
     QTest::keyClick(window.get(), Qt::Key_Space);
     const CameraPose start = scene.Pose();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }, kPatience));
     EXPECT_GT(ShareOf(window->grabWindow(), IsRail), 0.01) << "the tunnel is far away, the rails are near";
     EXPECT_GT(scene.property("clipNear").toFloat(), 0.3) << "or depths far away fall together";
     QTest::keyClick(window.get(), Qt::Key_Escape);
@@ -176,7 +177,7 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
 
 TEST_F(ViewWindowTest, APictureAtRestIsFine) {
     EXPECT_FALSE(scene.isFine());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.isFine(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.isFine(); }, kPatience));
 }
 
 TEST_F(ViewWindowTest, F1ShowsTheKeys) {
@@ -190,17 +191,17 @@ TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
     const CameraPose before = scene.Pose();
     const QString summary = scene.summary();
     ASSERT_EQ(Run(kBatch + "o.3ds --detail extreme --track-out t.zrtrack"), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.summary() != summary; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.summary() != summary; }, kPatience));
     EXPECT_EQ(Length(scene.Pose().Eye - before.Eye), 0);
 }
 
 TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
     const QString summary = scene.summary();
     std::filesystem::rename(In("o.3ds"), In("away.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }, kPatience));
     EXPECT_EQ(scene.summary(), summary);
     std::filesystem::rename(In("away.3ds"), In("o.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }, kPatience));
 }
 
 }  // namespace boreforge
