@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "dialogs/MessageBoxes.h"
 #include "editor/frmMain.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
@@ -37,11 +36,14 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QSt
 }  // namespace
 
 int main(int count, char** arguments) {
+    const boreforge::ProcessSetup setup;
     const std::string_view argument = count > 1 ? arguments[1] : "";
     if (argument == "--help" || argument == "--version") {
-        argument == "--help" ? std::fputs(kUsage, stdout)
-                             : std::printf("boreforge %s\n", boreforge::kVersion);
-        return 0;
+        if (argument == "--help")
+            std::fputs(kUsage, stdout);
+        else
+            std::printf("boreforge %s\n", boreforge::kVersion);
+        return std::fflush(stdout) == 0 ? 0 : 1;
     }
 
     // Qt's file and colour dialogs store settings in the user's home. Nothing can be stored below a device,
@@ -49,7 +51,6 @@ int main(int count, char** arguments) {
     for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
-    const boreforge::ProcessSetup setup;
     boreforge::RemoveUnfinishedOnSignals();
     qInstallMessageHandler(OnStartMessage);
     QApplication application(count, arguments);  // removes Qt's own options from the arguments
@@ -59,7 +60,6 @@ int main(int count, char** arguments) {
     QApplication::setApplicationDisplayName("");
     QApplication::setDesktopFileName("org.zephyrail.boreforge");
     QApplication::setApplicationVersion(boreforge::kVersion);
-    boreforge::SetMessageHook(boreforge::ShowMessageBox);
     boreforge::frmMain window;
     window.show();
     return QApplication::exec();

@@ -3,16 +3,14 @@
 #include <cstdio>
 #include <string>
 
-#include "base/Message.h"
 #include "batch/BatchOptions.h"
+#include "batch/OutputConflicts.h"
 #include "batch/ShapeWarnings.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
-#include "platform/Files.h"
-#include "platform/Paths.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
@@ -20,80 +18,77 @@ using namespace boreforge;
 
 namespace {
 
-bool IsApart(const char* what, const std::string& output, const std::string& input) {
-    if (output.empty() || input.empty() || !SameFile(output, input)) return true;
-    ShowError(std::string("Error - The ") + what + " Would Replace " + input + "!");
-    return false;
+// A file of a wrong kind, or one that can't be read: the reason is in a second line.
+ExitStatus FailToRead(const Failure& failure, const std::string& path) {
+    PrintError(failure.headline + "\n" + path + ": " + failure.reason);
+    return kFailed;
 }
 
-// No output may replace one of the inputs. That the object doesn't replace the track is left to the job,
-// which first reports a track without tunnels.
-bool OutputsAreApart(const BatchOptions& options, const BatchJob& job) {
-    const std::string trackOut = job.TrackOut.empty() ? std::string() : TrackSavePath(job.TrackOut);
-    const bool isReplaced = options.OutputFolder.empty() || IsApart("Track", trackOut, job.Track);
-    return isReplaced && IsApart("3DS Object", job.Object, options.Shape) &&
-           IsApart("3DS Object", job.Object, trackOut) && IsApart("Track", trackOut, options.Shape);
-}
-
-bool PrepareShape(const BatchOptions& options) {
+ExitStatus PrepareShape(const BatchOptions& options) {
     ResetTunnelShape();
     if (options.Shape.empty()) {
         MakePresetShape(options.Preset);
-    } else if (!LoadTunnelShape(options.Shape)) {
-        ShowError("Error - Invalid Tunnel Shape File!");
-        PrintError(options.Shape + ": " + ReadFailureText("tunnel shape"));
-        return false;
+    } else if (const Outcome loaded = LoadTunnelShape(options.Shape); !loaded) {
+        const Failure context = {.headline = "Error - Invalid Tunnel Shape File!"};
+        return FailToRead(loaded.With(context).Why(), options.Shape);
     }
     for (const std::string& warning : ShapeWarnings(TunnelShape, options.Choices.DoubleSided))
         PrintError("Warning: " + warning);
-    return true;
+    return kDone;
 }
 
-std::int32_t CountTunnels() {
-    std::int32_t tunnels = 0;
-    for (const TrackSegment& segment : TrackFile.Segments)
-        tunnels += segment.IsTunnel ? 1 : 0;
-    return tunnels;
+// "1 object", "2 objects"
+std::string Count(std::int64_t count, const std::string& thing) {
+    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+}
+
+void WarnOfLosses(const std::string& track) {
+    std::string lost;
+    if (TrackOnDisk.ForeignChunks > 0) lost = Count(TrackOnDisk.ForeignChunks, "chunk") + " of an unknown kind";
+    if (TrackOnDisk.BytesAfterEnd > 0)
+        lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.BytesAfterEnd, "byte") +
+                " after the last chunk";
+    if (!lost.empty()) PrintError("Warning: " + track + " has " + lost + "; the saved track won't have them.");
 }
 
 void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {
     std::int64_t faces = 0;
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         faces += mesh.FaceCount();
-    std::printf("%d segments, %d tunnel segments: %d objects, %lld faces, %d bytes %s %s\n",
-                TrackFile.SegmentCount(), tunnels, Model3DS.MeshCount(), static_cast<long long>(faces),
-                Compute3DSLength(), isWritten ? "in" : "for", Printable(object).c_str());
+    const std::string text = Count(TrackFile.SegmentCount(), "segment") + ", " +
+                             Count(tunnels, "tunnel segment") + ": " + Count(Model3DS.MeshCount(), "object") +
+                             ", " + Count(faces, "face") + ", " + Count(Compute3DSLength(), "byte") +
+                             (isWritten ? " in " : " for ") + Printable(object) + "\n";
+    std::fputs(text.c_str(), stdout);
 }
 
-bool RunJob(const BatchOptions& options, const BatchJob& job) {
-    if (!OutputsAreApart(options, job)) return false;
-    if (!OpenTrack(job.Track)) {
-        PrintError(job.Track + ": " + ReadFailureText("track"));
-        return false;
-    }
+Outcome MakeObject(const BatchOptions& options, const BatchJob& job) {
+    TunnelJobSettings settings = DeriveJobSettings(options.Choices, job.Object);
+    if (!options.DryRun && !options.NoTrack) return RunTunnelJob(settings);
+    if (options.NoTrack) settings.PlaceObject = false;
+    const Outcome built = BuildTunnelObject(settings);
+    return options.DryRun ? built : built.Then([&] { return WriteTunnelObject(job.Object); });
+}
+
+ExitStatus RunJob(const BatchOptions& options, const BatchJob& job) {
+    if (const Outcome opened = OpenTrack(job.Track); !opened) return FailToRead(opened.Why(), job.Track);
+    if (!options.NoTrack) WarnOfLosses(job.Track);
     if (!job.TrackOut.empty()) TrackFilePath = job.TrackOut;
     const std::int32_t tunnels = CountTunnels();
-    TunnelJobSettings settings = DeriveJobSettings(options.Choices, job.Object);
-    if (options.NoTrack) settings.PlaceObject = false;
-    if (options.DryRun || options.NoTrack) {
-        if (!BuildTunnelObject(settings)) return false;
-        if (Compute3DSLength() < 0) {
-            ShowError("Error - The Tunnel Is Too Large for a 3DS File!");
-            return false;
-        }
-        if (!options.DryRun && !WriteTunnelObject(job.Object)) return false;
-    } else if (!RunTunnelJob(settings)) {
-        return false;
-    }
+    if (const Outcome made = MakeObject(options, job); !made) return Fail(made.Why());
     PrintSummary(tunnels, job.Object, !options.DryRun);
-    return true;
+    return kDone;
 }
 
 int RunBatch(const BatchOptions& options) {
-    if (!PrepareShape(options)) return kFailed;
+    if (const std::string conflict = ConflictOf(options); !conflict.empty()) {
+        PrintError("boreforge-batch: " + conflict);
+        return kWrongUsage;
+    }
+    if (PrepareShape(options) != kDone) return kFailed;
     int status = kDone;
     for (const BatchJob& job : options.Jobs) {
-        if (RunJob(options, job)) continue;
+        if (RunJob(options, job) == kDone) continue;
         status = kFailed;
         if (options.Jobs.size() > 1) PrintError("Failed: " + job.Track);
     }

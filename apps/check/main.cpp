@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <string>
 
-#include "base/Message.h"
 #include "check/Report.h"
 #include "platform/Files.h"
 #include "shared/CommandLine.h"
@@ -15,11 +14,9 @@ void Print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), s
 
 int CheckObject(const std::string& path, bool asJson) {
     Bytes file;
-    if (!ReadWholeFile(path, file)) {
-        const std::string reason = FailureText();
-        if (asJson) Print(UnreadableJson(path, reason));
-        ShowError("Error - The 3DS Object Can't Be Read!\n\n" + path + "\n" + reason);
-        return kFailed;
+    if (const Outcome read = ReadWholeFile(path, file); !read) {
+        if (asJson) Print(UnreadableJson(path, read.Why().reason));
+        return Fail(read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}).Why());
     }
     const ObjectReport report = Examine(path, file);
     Print(asJson ? ReportJson(report) : Printable(ReportText(report)));

@@ -1,27 +1,26 @@
 #include "shared/CommandLine.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <iostream>
 #include <new>
 #include <utility>
 #include <vector>
 
-#include "base/Message.h"
 #include "base/Text.h"
 #include "base/Values.h"
-#include "platform/FileFailure.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
 #include "version.h"
 
 namespace boreforge {
 
-int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
-    SetMessageHook([](const std::string& text, const std::string&, MessageIcon) { PrintError(text); });
-    const ProcessSetup setup;
-    RemoveUnfinishedOnSignals();
+namespace {
+
+int ParseAndWork(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
     const std::string name = application.get_name();
     application.allow_windows_style_options(false);  // a path may start with "/" on every system
     application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
@@ -35,12 +34,31 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
         PrintError(name + ": " + error.what() + "\nTry '" + name + " --help'.");
         return kWrongUsage;
     }
+    return work();
+}
+
+// False, with the reason in errno, if standard output has failed. CLI11 prints by the first of the two streams.
+bool FlushOutput() {
+    errno = 0;
+    std::cout.flush();
+    if (std::cout.good() && std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
+    if (errno == 0) errno = EIO;  // an earlier write failed
+    return false;
+}
+
+}  // namespace
+
+int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
+    const ProcessSetup setup;
+    RemoveUnfinishedOnSignals();
+    int status = kFailed;
     try {
-        return work();
+        status = ParseAndWork(application, count, arguments, work);
     } catch (const std::bad_alloc&) {
-        ShowError("Error - Not Enough Memory!");
-        return kFailed;
+        return Fail({.headline = "Error - Not Enough Memory!"});
     }
+    if (FlushOutput()) return status;
+    return Fail({.headline = "Error - The Output Can't Be Written!", .reason = SystemFailure(errno).reason});
 }
 
 std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max, int base) {
@@ -64,11 +82,6 @@ CLI::Validator EndsIn(const std::string& extension) {
             return good ? "" : "'" + path + "' doesn't end in " + extension;
         },
         "");
-}
-
-std::string ReadFailureText(const std::string& kind) {
-    const bool isOther = lastFileFailure.problem == FileProblem::WrongBeginning;
-    return isOther ? "It is not a " + kind + "." : FailureText();
 }
 
 namespace {
@@ -98,5 +111,10 @@ std::string Printable(const std::string& text) {
 }
 
 void PrintError(const std::string& text) { std::fprintf(stderr, "%s\n", Printable(text).c_str()); }
+
+ExitStatus Fail(const Failure& failure) {
+    if (const std::string text = failure.Text(); !text.empty()) PrintError(text);
+    return kFailed;
+}
 
 }  // namespace boreforge

@@ -9,13 +9,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include "base/Outcome.h"
+
 namespace boreforge {
 
 enum ExitStatus { kDone = 0, kFailed = 1, kWrongUsage = 2 };
 
 // Runs a program from its main function: parses the arguments with `application`, then calls `work`, whose
 // result is the exit status. Adds --version. On wrong usage, says what is wrong and how to get help, and
-// returns 2. Messages of the core go to standard error.
+// returns 2. Output that can't be written is a failure, too.
 int RunProgram(CLI::App& application, int count, char** arguments, const std::function<int()>& work);
 
 // A text that is a whole number from `min` to `max`, or nullopt.
@@ -45,13 +47,13 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
 // Checks that an option's value is a file name that ends in `extension`, ASCII case ignored.
 CLI::Validator EndsIn(const std::string& extension);
 
-// Why a file that should be a `kind`, for instance a "track", couldn't be read, as a sentence.
-std::string ReadFailureText(const std::string& kind);
-
 // Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
 std::string Printable(const std::string& text);
 
 // Prints Printable(text) and a line end to standard error.
 void PrintError(const std::string& text);
+
+// Prints the text of a failure and returns kFailed.
+ExitStatus Fail(const Failure& failure);
 
 }  // namespace boreforge

@@ -197,21 +197,22 @@ Aim AimAtWhole(const Object3DS& object, CameraLens lens) {
     return AimAtAll(object, {}, lens, kDescent);
 }
 
-std::optional<Aim> AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens,
-                           std::string& reason) {
+Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens, Aim& aim) {
     constexpr double kSteep = 1.2, kShallow = 0.2;
     const std::vector<CoveredStretch> stretches = CoveredStretches(path);
-    if (view == ViewFrom::Inside && stretches.empty()) {
-        reason = path.empty() ? "The view from inside needs the track (--track)."
-                              : "The track doesn't run through the object.";
-        return std::nullopt;
-    }
+    if (view == ViewFrom::Inside && stretches.empty())
+        return Failure{.reason = path.empty() ? "The view from inside needs the track (--track)."
+                                              : "The track doesn't run through the object."};
     lens.HalfAngle = view == ViewFrom::Inside ? kInsideAngle
                      : view == ViewFrom::Side ? kSideAngle
                                               : kAboveAngle;
-    if (view == ViewFrom::Inside) return AimThrough(lens, path, stretches);
-    if (view == ViewFrom::Above) return AimAtAll(object, path, lens, kSteep);
-    return stretches.empty() ? AimAtAll(object, {}, lens, kShallow) : AimAtPortal(lens, path, stretches);
+    if (view == ViewFrom::Inside)
+        aim = AimThrough(lens, path, stretches);
+    else if (view == ViewFrom::Above)
+        aim = AimAtAll(object, path, lens, kSteep);
+    else
+        aim = stretches.empty() ? AimAtAll(object, {}, lens, kShallow) : AimAtPortal(lens, path, stretches);
+    return {};
 }
 
 void Ride::Advance(double seconds, const TrackPath& path) {

@@ -2,9 +2,7 @@
 // from which pictures are taken.
 #pragma once
 
-#include <optional>
-#include <string>
-
+#include "base/Outcome.h"
 #include "view/TrackPath.h"
 
 namespace boreforge {
@@ -51,10 +49,8 @@ struct Aim {
 // The view of the whole object, with which the window starts.
 Aim AimAtWhole(const Object3DS& object, CameraLens lens);
 
-// A view for a picture. Returns nothing, with the reason, if the view needs a track that runs through the
-// object and there is none.
-std::optional<Aim> AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens,
-                           std::string& reason);
+// A view for a picture. Fails if it needs a track that runs through the object and there is none.
+Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens, Aim& aim);
 
 // A passenger on the track.
 struct Ride {

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/Message.h"
 #include "job/mMain.h"
 #include "platform/Files.h"
-#include "shared/CommandLine.h"
 #include "tracing/mZR_TraceTrack.h"
 
 namespace boreforge {
@@ -25,39 +23,29 @@ std::string Count(std::size_t count, const std::string& noun) {
 
 }  // namespace
 
-bool ReadObject(const std::string& path, ShownObject& shown, std::string& reason) {
+Outcome ReadObject(const std::string& path, ShownObject& shown) {
+    const auto refuse = [&](const std::string& reason) { return Failure{.path = path, .reason = reason}; };
     Bytes file;
-    if (!ReadWholeFile(path, file)) {
-        reason = FailureText();
-        return false;
-    }
+    if (Outcome read = ReadWholeFile(path, file); !read) return read.With({.path = path});
     ShownObject read;
     ObjectDamage damage;
-    if (!Read3DSObject(file, read.Object, damage))
-        reason = DamageText(damage);
-    else if (read.Object.Faces.empty())
-        reason = "It has no faces.";
-    else if (read.Object.Faces.size() > kMaxFaces)
-        reason = "It has " + Count(read.Object.Faces.size(), "face") + "; at most " +
-                 Count(kMaxFaces, "face") + " can be shown.";
-    else {
-        read.Surfaces = FindSurfaces(read.Object);
-        shown = std::move(read);
-        return true;
-    }
-    return false;
+    if (!Read3DSObject(file, read.Object, damage)) return refuse(DamageText(damage));
+    const std::size_t faces = read.Object.Faces.size();
+    if (faces == 0) return refuse("It has no faces.");
+    if (faces > kMaxFaces)
+        return refuse("It has " + Count(faces, "face") + "; at most " + Count(kMaxFaces, "face") +
+                      " can be shown.");
+    read.Surfaces = FindSurfaces(read.Object);
+    shown = std::move(read);
+    return {};
 }
 
-bool ReadPath(const std::string& track, TrackPath& path, std::string& reason) {
-    const MessageHook before = SetMessageHook(nullptr);
-    const bool opened = OpenTrack(track);
-    SetMessageHook(before);
-    if (opened && TrackTraced) {
-        path = PathOfTrace();
-        return true;
-    }
-    reason = opened ? "The track's path can't be followed." : ReadFailureText("track");
-    return false;
+Outcome ReadPath(const std::string& track, TrackPath& path) {
+    const Failure noMemory = {.path = track, .reason = "There is not enough memory."};
+    if (Outcome opened = OpenTrack(track); !opened) return opened.With(noMemory);
+    if (!TrackTraced) return Failure{.path = track, .reason = "The track's path can't be followed."};
+    path = PathOfTrace();
+    return {};
 }
 
 std::string Summary(const ShownObject& shown) {

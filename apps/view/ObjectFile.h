@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/Outcome.h"
 #include "shared/ObjectSurfaces.h"
 #include "view/TrackPath.h"
 
@@ -18,11 +19,12 @@ struct ShownObject {
     std::vector<ObjectSurface> Surfaces;
 };
 
-// False, with the reason, if the file can't be read or is damaged, or has no faces or too many.
-[[nodiscard]] bool ReadObject(const std::string& path, ShownObject& shown, std::string& reason);
+// Fails, with the path and the reason, if the file can't be read or is damaged, or has no faces or too many.
+// `shown` is then unchanged.
+Outcome ReadObject(const std::string& path, ShownObject& shown);
 
-// The path of a track. False, with the reason, if the track can't be read or its path can't be followed.
-[[nodiscard]] bool ReadPath(const std::string& track, TrackPath& path, std::string& reason);
+// The path of a track. Fails, with the path and the reason, if the track can't be read or followed.
+Outcome ReadPath(const std::string& track, TrackPath& path);
 
 // What the object consists of, in a line.
 std::string Summary(const ShownObject& shown);

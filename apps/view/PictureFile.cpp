@@ -16,7 +16,7 @@
 
 #include <memory>
 
-#include "base/Message.h"
+#include "base/FileTags.h"
 #include "platform/OutputFile.h"
 
 namespace boreforge {
@@ -65,21 +65,22 @@ QImage Draw(ViewScene& scene, QSize size) {
 
 }  // namespace
 
-bool SavePicture(const std::string& path, ViewScene& scene, int width, int height) {
+Outcome SavePicture(const std::string& path, ViewScene& scene, int width, int height) {
     QImage image = Draw(scene, QSize(width, height)).convertToFormat(QImage::Format_RGB888);
     image.setDotsPerMeterX(3780);  // not the screen's
     image.setDotsPerMeterY(3780);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    if (image.isNull() || !image.save(&buffer, "PNG")) {
-        ShowError("Error - The Picture Can't Be Made!");
-        return false;
-    }
+    if (image.isNull() || !image.save(&buffer, "PNG"))
+        return Failure{.headline = "Error - The Picture Can't Be Made!"};
     const auto* const start = reinterpret_cast<const std::uint8_t*>(bytes.constData());
-    if (SaveWholeFile(path, FileKind::Other, {start, static_cast<std::size_t>(bytes.size())})) return true;
-    ShowError(FailureMessage("Error - The Picture Can't Be Written!", path, "No picture was written."));
-    return false;
+    SaveRules rules;
+    rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, ""); };
+    return SaveWholeFile(path, {start, static_cast<std::size_t>(bytes.size())}, rules)
+        .With({.headline = "Error - The Picture Can't Be Written!",
+               .path = path,
+               .consequence = "No picture was written."});
 }
 
 }  // namespace boreforge

@@ -3,11 +3,12 @@
 
 #include <string>
 
+#include "base/Outcome.h"
 #include "view/ViewScene.h"
 
 namespace boreforge {
 
-// False, with a message, if the picture can't be drawn or written: an existing file is then unchanged.
-[[nodiscard]] bool SavePicture(const std::string& path, ViewScene& scene, int width, int height);
+// If the picture can't be drawn or written, an existing file is unchanged.
+Outcome SavePicture(const std::string& path, ViewScene& scene, int width, int height);
 
 }  // namespace boreforge

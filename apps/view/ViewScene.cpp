@@ -30,14 +30,11 @@ ViewScene::ViewScene() {
     });
 }
 
-bool ViewScene::OpenObject(const std::string& path) {
-    std::string reason;
+Outcome ViewScene::OpenObject(const std::string& path) {
     path_ = path;
-    if (!ReadObject(path, shown_, reason)) {
-        Report(objectProblem_, path, reason);
-        return false;
-    }
-    objectProblem_.clear();
+    const Outcome read = ReadObject(path, shown_);
+    Report(objectProblem_, read);
+    if (!read) return read;
     summary_ = QString::fromStdString(Summary(shown_));
     ShowGeometry();
     if (path != shownPath_) {
@@ -48,30 +45,26 @@ bool ViewScene::OpenObject(const std::string& path) {
     }
     UpdateCamera();
     emit textChanged();
-    return true;
+    return {};
 }
 
 void ViewScene::Reload() {
     if (!path_.empty()) std::ignore = OpenObject(path_);
 }
 
-bool ViewScene::OpenTrackFile(const std::string& path) {
-    std::string reason;
-    if (!ReadPath(path, track_, reason)) {
-        Report(trackProblem_, path, reason);
-        return false;
-    }
-    trackProblem_.clear();
+Outcome ViewScene::OpenTrackFile(const std::string& path) {
+    const Outcome read = ReadPath(path, track_);
+    Report(trackProblem_, read);
+    if (!read) return read;
     ride_.reset();
     rideTimer_.stop();
     ShowGeometry();
     UpdateCamera();
-    emit textChanged();
-    return true;
+    return {};
 }
 
-void ViewScene::Report(QString& problem, const std::string& path, const std::string& reason) {
-    problem = QString::fromStdString(path + "\n" + reason);
+void ViewScene::Report(QString& problem, const Outcome& outcome) {
+    problem = outcome ? QString() : QString::fromStdString(outcome.Why().Text());
     emit textChanged();
 }
 
@@ -105,23 +98,20 @@ void ViewScene::PlaceGround() {
     radius_ = std::max(1.0f, (high - low).length() / 2);
 }
 
-bool ViewScene::LookFrom(ViewFrom view) {
-    std::string reason;
-    const std::optional<Aim> aim = AimFrom(view, shown_.Object, track_, lens_, reason);
-    if (!aim) {
-        Report(objectProblem_, path_, reason);
-        return false;
-    }
+Outcome ViewScene::LookFrom(ViewFrom view) {
+    Aim aim;
+    const Outcome aimed = AimFrom(view, shown_.Object, track_, lens_, aim).With({.path = path_});
+    if (!aimed) return aimed;
     fitted_ = false;
-    fixed_ = aim->Pose;
-    lens_ = aim->Lens;
-    orbit_ = OrbitCamera::From(aim->Pose, aim->Distance);
-    PlaceSun(aim->Pose);
+    fixed_ = aim.Pose;
+    lens_ = aim.Lens;
+    orbit_ = OrbitCamera::From(aim.Pose, aim.Distance);
+    PlaceSun(aim.Pose);
     UpdateCamera();
     lamp_ = view == ViewFrom::Inside;
     if (view != ViewFrom::Above) scaleBarPixels_ = 0;
     emit cameraChanged();
-    return true;
+    return {};
 }
 
 void ViewScene::SetSize(int width, int height) {

@@ -47,16 +47,16 @@ class ViewScene : public QObject {
   public:
     ViewScene();
 
-    // Shows another object, or the same one again; then the camera stays. False, with the problem shown, if
-    // it can't be read: what was shown before stays.
-    [[nodiscard]] bool OpenObject(const std::string& path);
-    [[nodiscard]] bool OpenTrackFile(const std::string& path);
+    // Shows another object, or the same one again; then the camera stays. If it can't be read, what was shown
+    // before stays, with the reason in the bottom line.
+    Outcome OpenObject(const std::string& path);
+    Outcome OpenTrackFile(const std::string& path);
     // Reads the object again.
     void Reload();
     const std::string& ObjectPath() const { return path_; }
 
-    // Sets the view for a picture. False, with the problem set, if there is no such view.
-    [[nodiscard]] bool LookFrom(ViewFrom view);
+    // Sets the view for a picture. Fails if there is no such view.
+    Outcome LookFrom(ViewFrom view);
     void SetSize(int width, int height);
 
     // What the user does.
@@ -99,7 +99,7 @@ class ViewScene : public QObject {
     void PlaceSun(const CameraPose& pose);
     float DistanceToNearest(const Vec& eye) const;
     void UpdateScaleBar();
-    void Report(QString& problem, const std::string& path, const std::string& reason);
+    void Report(QString& problem, const Outcome& outcome);
 
     std::string path_, shownPath_;  // which differ while the file can't be read
     ShownObject shown_;

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "base/Message.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/Signals.h"
@@ -29,31 +28,30 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
     std::_Exit(kFailed);
 }
 
-bool PictureIsApart(const ViewOptions& options) {
-    for (const std::string& input : {options.Object, options.Track}) {
-        if (input.empty() || !SameFile(options.Picture, input)) continue;
-        ShowError("Error - The Picture Would Replace " + input + "!");
-        return false;
-    }
-    return true;
+Outcome CheckPicturePath(const ViewOptions& options) {
+    for (const std::string& input : {options.Object, options.Track})
+        if (!input.empty() && SameFile(options.Picture, input))
+            return Failure{.headline = "Error - The Picture Would Replace " + input + "!"};
+    return {};
 }
 
-// Opens both, so that the window has the track when the object appears later.
-[[nodiscard]] bool OpenFiles(const ViewOptions& options, ViewScene& scene) {
-    const bool hasObject = options.Object.empty() || scene.OpenObject(options.Object);
-    const bool hasTrack = options.Track.empty() || scene.OpenTrackFile(options.Track);
-    return hasObject && hasTrack;
+// Opens both, so that the window has the track when the object appears later. Returns the first failure.
+Outcome OpenFiles(const ViewOptions& options, ViewScene& scene) {
+    const Outcome object = options.Object.empty() ? Outcome() : scene.OpenObject(options.Object);
+    const Outcome track = options.Track.empty() ? Outcome() : scene.OpenTrackFile(options.Track);
+    return object.Then([&] { return track; });
 }
 
 int MakePicture(const ViewOptions& options) {
+    const Failure nothingToDraw = {.headline = "Error - There Is Nothing to Draw!"};
     ViewScene scene;
     scene.SetSize(options.Width, options.Height);
-    if (!PictureIsApart(options)) return kFailed;
-    if (!OpenFiles(options, scene) || !scene.LookFrom(options.From)) {
-        ShowError("Error - There Is Nothing to Draw!\n\n" + scene.problem().toStdString());
-        return kFailed;
-    }
-    return SavePicture(options.Picture, scene, options.Width, options.Height) ? kDone : kFailed;
+    const Outcome made =
+        CheckPicturePath(options)
+            .Then([&] { return OpenFiles(options, scene).With(nothingToDraw); })
+            .Then([&] { return scene.LookFrom(options.From).With(nothingToDraw); })
+            .Then([&] { return SavePicture(options.Picture, scene, options.Width, options.Height); });
+    return made ? kDone : Fail(made.Why());
 }
 
 int ShowWindow(const ViewOptions& options) {
@@ -68,7 +66,7 @@ int ShowWindow(const ViewOptions& options) {
 
 int Run(const ViewOptions& options, char* program) {
     if (!options.Picture.empty() && options.Object.empty()) {
-        ShowError("Error - There Is Nothing to Draw!\n\n--save needs an object.");
+        PrintError("Error - There Is Nothing to Draw!\n\n--save needs an object.");
         return kWrongUsage;
     }
     RemoveUnfinishedOnSignals();

@@ -19,13 +19,14 @@ QWidget* MessageOwner() {
 
 }  // namespace
 
-void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon) {
+void ShowFailure(const Failure& failure) {
+    const QString text = QString::fromStdString(failure.Text());
+    if (text.isEmpty()) return;
     // During a job the cursor is an hourglass; show an arrow while the box is open.
     const bool waiting = QApplication::overrideCursor() != nullptr;
     if (waiting) QApplication::setOverrideCursor(Qt::ArrowCursor);
-    QMessageBox box(icon == MessageIcon::Information ? QMessageBox::Information : QMessageBox::Warning,
-                    QString::fromStdString(title), QString::fromStdString(text), QMessageBox::Ok,
-                    MessageOwner());
+    QMessageBox box(failure.isNotice ? QMessageBox::Information : QMessageBox::Warning,
+                    failure.isNotice ? "Notice!" : "Error!", text, QMessageBox::Ok, MessageOwner());
     box.setTextFormat(Qt::PlainText);
     box.exec();
     if (waiting) QApplication::restoreOverrideCursor();

@@ -2,14 +2,14 @@
 #pragma once
 
 #include <new>
-#include <string>
 
-#include "base/Message.h"
+#include "base/Outcome.h"
 
 namespace boreforge {
 
-// A message hook: shows a modal message box with an OK button over the active window and waits for the user.
-void ShowMessageBox(const std::string& text, const std::string& title, MessageIcon icon);
+// Shows a modal message box with an OK button over the active window and waits for the user. A failure without
+// words isn't shown.
+void ShowFailure(const Failure& failure);
 
 // Runs the action of an event. If memory runs out, tells the user and carries on.
 template <class Action>
@@ -17,7 +17,7 @@ void Guarded(Action action) {
     try {
         action();
     } catch (const std::bad_alloc&) {
-        ShowError("Error - Not Enough Memory!");
+        ShowFailure({.headline = "Error - Not Enough Memory!"});
     }
 }
 

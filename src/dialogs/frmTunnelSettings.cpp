@@ -227,10 +227,9 @@ void frmTunnelSettings::Make() {
     arguments.OverwritePrompt = true;
     if (!ShowSaveFileDialog(arguments)) return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    // The job tells the user what failed; the dialog closes either way.
-    Guarded(
-        [&] { std::ignore = RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString())); });
+    const Outcome made = RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString()));
     QApplication::restoreOverrideCursor();
+    if (!made) ShowFailure(made.Why());
     accept();
 }
 

@@ -255,11 +255,11 @@ void UsePreset(std::int16_t preset, const EditorControls& controls) {
     EndStep(controls);
 }
 
-bool OpenShapeFile(const std::string& path, const EditorControls& controls) {
+Outcome OpenShapeFile(const std::string& path, const EditorControls& controls) {
     EndStep(controls);
-    const bool good = LoadTunnelShape(path);
+    const Outcome loaded = LoadTunnelShape(path);
     EndStep(controls);
-    return good;
+    return loaded;
 }
 
 int ToolOfKey(const KeyPress& key) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Outcome.h"
 #include "editor/ShapeDrawing.h"
 #include "tracing/mMath3D.h"
 
@@ -80,9 +81,8 @@ bool RunShapeTool(int tool, const EditorControls& controls);
 bool TurnWheel(int eighths, const EditorControls& controls);
 
 // MakePresetShape and LoadTunnelShape as undo steps. A failed load that empties the shape is a step, too.
-// OpenShapeFile returns the result of the load.
 void UsePreset(std::int16_t preset, const EditorControls& controls);
-[[nodiscard]] bool OpenShapeFile(const std::string& path, const EditorControls& controls);
+Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
 // The platform-independent codes of the keys that the editor uses. A slash has a tool only on the numeric
 // pad.

@@ -1,12 +1,11 @@
 #include "editor/TunnelShapeFile.h"
 
+#include <cerrno>
 #include <cstdint>
-#include <string_view>
 
+#include "base/FileTags.h"
 #include "editor/TunnelShape.h"
 #include "editor/modFileIO.h"
-#include "platform/FileFailure.h"
-#include "platform/Files.h"
 
 namespace boreforge {
 
@@ -30,37 +29,40 @@ void PutPoint(std::int32_t& position, const Vector3D& point) {
 }
 
 // Fills the empty shape from FileBuffer.
-bool GetShape() {
+Outcome GetShape() {
     const auto length = static_cast<std::int64_t>(FileBuffer.size()) - 1;  // the buffer has one byte more
     const std::string end = "It ends at byte " + std::to_string(length);
-    if (length < kHeadBytes) return FailAsDamaged(end + ", within the number of its nodes.");
     std::int32_t position = 0;
-    if (GetTag(position) != kShapeBeginning) return Fail(FileProblem::WrongBeginning);
+    if (GetTag(position) != kShapeTag) return Failure{.reason = "It is not a tunnel shape."};
+    if (length < kHeadBytes) return Failure{.reason = end + ", within the number of its nodes."};
     const std::int32_t count = GetInt32(position);
-    if (kHeadBytes + kNodeBytes * count > length)
-        return FailAsDamaged(end + ", which is too early for " + std::to_string(count) + " nodes.");
+    if (kHeadBytes + kNodeBytes * count > length) {
+        const std::string nodes = std::to_string(count) + (count == 1 ? " node." : " nodes.");
+        return Failure{.reason = end + ", which is too early for " + nodes};
+    }
     for (std::int32_t i = 0; i < count; ++i) {
         AddShapeNode(GetPoint(position));
         TunnelShape.OutsideNodes.back() = GetPoint(position);
     }
-    return true;
+    return {};
 }
 
 }  // namespace
 
-bool LoadTunnelShape(const std::string& path) {
-    const bool isRead = IfMemorySuffices([&] { return ReadFileToBuffer(path, kShapeBeginning); });
-    if (!isRead && lastFileFailure.problem != FileProblem::WrongBeginning) return false;
+Outcome LoadTunnelShape(const std::string& path) {
+    const Failure noMemory = SystemFailure(ENOMEM);
+    const Outcome read = WithinMemory([&] { return ReadFileToBuffer(path); }, noMemory);
+    if (!read) return read;
     ResetTunnelShape();
-    const bool good = isRead && IfMemorySuffices(GetShape);
+    const Outcome good = WithinMemory(GetShape, noMemory);
     if (!good) ResetTunnelShape();
     return good;
 }
 
-bool SaveTunnelShape(const std::string& path) {
+Outcome SaveTunnelShape(const std::string& path) {
     ClearFileBuffer();
     std::int32_t position = 0;
-    PutTag(position, kShapeBeginning);
+    PutTag(position, kShapeTag);
     PutInt32(position, TunnelShape.NodeCount());
     for (std::size_t i = 0; i < TunnelShape.InsideNodes.size(); ++i) {
         PutPoint(position, TunnelShape.InsideNodes[i]);

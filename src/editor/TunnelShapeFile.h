@@ -4,15 +4,16 @@
 
 #include <string>
 
+#include "base/Outcome.h"
+
 namespace boreforge {
 
-// Replaces the shape with the file's. False if the path is empty or the file is missing or can't be read: the
-// shape is then unchanged. Also false if the file isn't a shape or is too short for its node count: the shape
-// is then empty. The reason is in lastFileFailure. A count of 0 or less is an empty shape; bytes after the
-// last node are ignored, and coordinates aren't tested.
-[[nodiscard]] bool LoadTunnelShape(const std::string& path);
+// Replaces the shape with the file's. The shape is unchanged if the path is empty or the file can't be read. It
+// is empty if the file isn't a shape or is too short for its node count. A count of 0 or less is an empty
+// shape; bytes after the last node are ignored, and coordinates aren't tested.
+Outcome LoadTunnelShape(const std::string& path);
 
-// Saves the shape to `path`. False if the file can't be written whole: an existing file is then unchanged.
-[[nodiscard]] bool SaveTunnelShape(const std::string& path);
+// Saves the shape to `path`, in place of any file but a track. If it fails, an existing file is unchanged.
+Outcome SaveTunnelShape(const std::string& path);
 
 }  // namespace boreforge

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <functional>
 
-#include "base/Message.h"
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
@@ -27,7 +26,6 @@
 #include "editor/WindowAccess.h"
 #include "editor/WindowKeys.h"
 #include "job/mMain.h"
-#include "platform/FileFailure.h"
 #include "version.h"
 
 namespace boreforge {
@@ -329,7 +327,7 @@ void frmMain::OpenShapeAt(const QString& path) {
     if (OpenShapeFile(path.toStdString(), Controls()))
         RedrawAndFocus();
     else
-        ShowError("Error - Invalid Tunnel Shape File!");
+        ShowFailure({.headline = "Error - Invalid Tunnel Shape File!"});
 }
 
 void frmMain::SaveShape() {
@@ -337,9 +335,15 @@ void frmMain::SaveShape() {
     arguments.OverwritePrompt = true;
     if (!ShowSaveFileDialog(arguments)) return;
     const std::string path = arguments.FileName.toStdString();
-    if (!SaveTunnelShape(path))
-        ShowError(
-            FailureMessage("Error - The Tunnel Shape Can't Be Saved!", path, "The shape is still open."));
+    if (const Outcome saved = SaveTunnelShape(path); !saved) {
+        const bool isElsewhere = saved.Why().problem == Problem::NoAccess;
+        const std::string advice = isElsewhere ? " Save it in a folder of your own." : "";
+        ShowFailure(saved
+                        .With({.headline = "Error - The Tunnel Shape Can't Be Saved!",
+                               .path = path,
+                               .consequence = "The shape is still open." + advice})
+                        .Why());
+    }
     RedrawAndFocus();
 }
 
@@ -358,9 +362,9 @@ void frmMain::MakeObjectForTrack() {
 
 void frmMain::MakeObjectForTrackAt(const QString& path) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const bool opened = OpenTrack(path.toStdString());
+    const Outcome opened = OpenTrack(path.toStdString());
     QApplication::restoreOverrideCursor();
-    if (!opened) return;
+    if (!opened) return ShowFailure({.headline = opened.Why().headline});
     frmTunnelSettings settings(this);
     settings.exec();
     pbShape_->setFocus();

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "base/FileTags.h"
 #include "base/Values.h"
 #include "platform/OutputFile.h"
 
@@ -31,15 +32,19 @@ const std::uint8_t* Get4(std::int32_t& position) {
 
 void ClearFileBuffer() { FileBuffer.assign(1, 0); }
 
-bool ReadFileToBuffer(const std::string& path, std::string_view beginning) {
+Outcome ReadFileToBuffer(const std::string& path) {
     Bytes content;
-    if (!ReadWholeFile(path, content, beginning)) return false;
+    if (Outcome read = ReadWholeFile(path, content); !read) return read;
     content.push_back(0);
     FileBuffer = std::move(content);
-    return true;
+    return {};
 }
 
-bool WriteBufferToFile(const std::string& path) { return SaveWholeFile(path, FileKind::Shape, FileBuffer); }
+Outcome WriteBufferToFile(const std::string& path) {
+    SaveRules rules;
+    rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, kShapeTag); };
+    return SaveWholeFile(path, FileBuffer, rules);
+}
 
 std::int32_t GetInt32(std::int32_t& position) {
     const std::uint8_t* const b = Get4(position);

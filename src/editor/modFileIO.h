@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/Outcome.h"
 #include "platform/Bytes.h"
 
 namespace boreforge {
@@ -14,14 +15,12 @@ extern Bytes FileBuffer;
 // Resets FileBuffer to one zero byte.
 void ClearFileBuffer();
 
-// Replaces FileBuffer with the file's bytes and one zero byte. False if the file is missing, can't be read,
-// or doesn't begin with `beginning` (ASCII case ignored; the rest isn't read then). FileBuffer is then
-// unchanged, and the reason is in lastFileFailure.
-[[nodiscard]] bool ReadFileToBuffer(const std::string& path, std::string_view beginning = {});
+// Replaces FileBuffer with the file's bytes and one zero byte. FileBuffer is unchanged if the path is empty or
+// the file can't be read.
+Outcome ReadFileToBuffer(const std::string& path);
 
-// Writes FileBuffer to `path`. False if the path is empty or the file can't be written whole: an existing
-// file is then unchanged.
-[[nodiscard]] bool WriteBufferToFile(const std::string& path);
+// Writes FileBuffer to `path`, in place of any file but a track.
+Outcome WriteBufferToFile(const std::string& path);
 
 // Each reads 4 bytes at `position` and advances it by 4. Past the end of the buffer it returns 0 or an empty
 // tag, and `position` stays.

@@ -242,14 +242,14 @@ void PutPercentChunk(std::int16_t value, OutputFile& file) {
 
 std::int32_t Compute3DSLength() {
     const std::int64_t length = FileLength();
+    if (Model3DS.MeshCount() > kMaxMeshes) return -1;
     return length <= std::numeric_limits<std::int32_t>::max() ? static_cast<std::int32_t>(length) : -1;
 }
 
-bool Save3DSFile(const std::string& fileName) {
+Outcome Write3DSFile(OutputFile& file) {
     const std::int32_t length = Compute3DSLength();
-    if (length < 0 || Model3DS.MeshCount() > kMaxMeshes) return Fail(FileProblem::TooLarge);
-    OutputFile file;
-    if (!file.Create(fileName, FileKind::Other, length)) return false;
+    if (length < 0) return Failure{.reason = "It would be too large."};
+    if (Outcome reserved = file.Reserve(length); !reserved) return reserved;
     PutChunkHeader(MAIN3DS, length, file);
     PutVersion(M3D_VERSION, file);
     PutLength(MDATA, MeshDataLength(), file);
@@ -260,7 +260,12 @@ bool Save3DSFile(const std::string& fileName) {
     PutDword(kMasterScale, file);
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         PutMesh(mesh, file);
-    return file.Finish();
+    return file.Complete();
+}
+
+Outcome Save3DSFile(const std::string& fileName) {
+    OutputFile file;
+    return file.Open(fileName).Then([&] { return Write3DSFile(file); }).Then([&] { return file.PutInPlace(); });
 }
 
 }  // namespace boreforge

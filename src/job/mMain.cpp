@@ -1,10 +1,10 @@
 #include "job/mMain.h"
 
-#include <cstdint>
+#include <algorithm>
 #include <limits>
-#include <new>
+#include <tuple>
 
-#include "base/Message.h"
+#include "base/FileTags.h"
 #include "editor/TunnelShape.h"
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
@@ -29,20 +29,11 @@ constexpr std::int16_t kShininessStrength = 5;
 
 bool IsTunnel(std::int32_t index) { return TrackFile.Segments[index].IsTunnel != kFalse; }
 
-// Calls `sweep` with the index of each tunnel segment in ascending order. Returns their number.
+// Calls `sweep` with the index of each tunnel segment in ascending order.
 template <class Sweep>
-std::int32_t ForEachTunnel(Sweep sweep) {
-    std::int32_t tunnels = 0;
-    for (std::int32_t i = 0; i < TrackFile.SegmentCount(); ++i) {
-        if (!IsTunnel(i)) continue;
-        sweep(i);
-        ++tunnels;
-    }
-    return tunnels;
-}
-
-std::int32_t CountTunnels() {
-    return ForEachTunnel([](std::int32_t) {});
+void ForEachTunnel(Sweep sweep) {
+    for (std::int32_t i = 0; i < TrackFile.SegmentCount(); ++i)
+        if (IsTunnel(i)) sweep(i);
 }
 
 // True if the walls alone are more than the format can hold: 32-bit lengths, with 14 bytes for each face, and
@@ -105,126 +96,143 @@ void ModifyTrack(const TunnelJobSettings& settings) {
     if (settings.PlaceObject) PlaceObjectInTrack(settings.OutputPath);
 }
 
-void ShowTrackFailure(const std::string& consequence) {
-    const FileProblem problem = lastFileFailure.problem;
-    if (problem == FileProblem::Changed)
-        ShowError("Error - The Track Was Changed by Another Program!\n\n" + TrackFilePath + "\n\n" +
-                  consequence + " Open the track again and make the object once more.");
-    else if (problem == FileProblem::InUse)
-        ShowError("Error - The Track Is in Use by Another Program!\n\n" + TrackFilePath + "\n\n" +
-                  consequence + " Open the track again when that program has finished.");
-    else
-        ShowError(FailureMessage("Error - The Track Can't Be Saved!", TrackFilePath, consequence));
-}
-
 // When the user reads a message, the settings dialog has closed, so the message says how to get back there.
 constexpr char kOtherName[] = "Nothing was written. Open the track again and choose another name.";
 constexpr char kLessDetail[] =
     "Nothing was written. Open the track again and choose less detail, or use a shape with fewer nodes.";
 
-bool Refuse(const std::string& headline, const std::string& explanation) {
-    ShowError("Error - " + headline + "!\n\n" + explanation);
-    return false;
+const Failure kNoMemory = {.headline = "Error - Not Enough Memory for This Tunnel!", .consequence = kLessDetail};
+const Failure kTooLarge = {.headline = "Error - The Tunnel Is Too Large for a 3DS File!",
+                           .consequence = kLessDetail};
+const Failure kNoPath = {
+    .headline = "Error - The Track's Path Can't Be Followed!",
+    .consequence = "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
+                   "and no more than 1,000,000 units of path. Nothing was written."};
+
+// Adds what it means for the user that the object can't be written.
+Outcome OfObject(const Outcome& outcome, const std::string& path) {
+    if (outcome) return outcome;
+    const bool isElsewhere = outcome.Why().problem == Problem::NoAccess;
+    const std::string advice = isElsewhere ? " Open it again and save the object in a folder of your own." : "";
+    return outcome.With({.headline = "Error - The 3DS Object Can't Be Written!",
+                         .path = path,
+                         .consequence = "The track was not changed." + advice});
 }
 
-bool HasWalkedPath() {
-    return TrackTraced ||
-           Refuse("The Track's Path Can't Be Followed",
-                  "A tunnel needs at least two segments, a node for each of them, finite positions "
-                  "and rolls, and no more than 1,000,000 units of path. Nothing was written.");
+// The same for the track; `state` says what was written.
+Outcome OfTrack(const Outcome& outcome, const std::string& state) {
+    if (outcome) return outcome;
+    Failure failure = outcome.Why();
+    if (failure.problem == Problem::Changed)
+        failure = {.headline = "Error - The Track Was Changed by Another Program!",
+                   .consequence = state + " Open the track again and make the object once more."};
+    if (failure.problem == Problem::InUse)
+        failure = {.headline = "Error - The Track Is in Use by Another Program!",
+                   .consequence = state + " Open the track again when that program has finished."};
+    if (failure.problem == Problem::NoAccess)
+        failure.consequence = state + " Copy the track to a folder of your own and open it there.";
+    return Outcome(failure).With(
+        {.headline = "Error - The Track Can't Be Saved!", .path = TrackFilePath, .consequence = state});
 }
 
-bool ObjectMayBeWritten(const TunnelJobSettings& settings) {
+SaveRules ObjectRules() {
+    SaveRules rules;
+    rules.mayReplace = [](std::string_view beginning) {
+        return MayReplace(beginning, "").With({.consequence = kOtherName});
+    };
+    if (!TrackOnDisk.Path.empty()) rules.like = &TrackOnDisk.State;
+    return rules;
+}
+
+// Every reason to refuse the job that follows from the track in memory and the settings.
+Outcome CheckJob(const TunnelJobSettings& settings) {
     const std::string& path = settings.OutputPath;
+    if (!TrackTraced) return kNoPath;
     if (SameFile(path, TrackSavePath(TrackFilePath)))
-        return Refuse("The 3DS Object Would Replace the Track", kOtherName);
-    if (!MayReplace(path, FileKind::Other)) {
-        ShowError(FailureMessage("", path, kOtherName));
-        return false;
-    }
-    if (!settings.PlaceObject || ObjectNameInTrack(path)) return true;
-    return Refuse("The Object's Name Can't Be Put into the Track",
-                  path +
-                      "\n\nThe texts in a track can hold only Western European characters (Windows-1252). " +
-                      kOtherName);
+        return Failure{.headline = "Error - The 3DS Object Would Replace the Track!", .consequence = kOtherName};
+    if (settings.PlaceObject && !ObjectNameInTrack(path))
+        return Failure{.headline = "Error - The Object's Name Can't Be Put into the Track!",
+                       .path = path,
+                       .consequence = "The texts in a track can hold only Western European characters "
+                                      "(Windows-1252). " +
+                                      std::string(kOtherName)};
+    return IsTooLarge(settings) ? kTooLarge : Outcome();
 }
 
-// Locks the track that will be replaced against other instances. A track that was read from another path is
-// neither locked nor compared.
-bool HoldTrack(HeldFile& held) {
-    const std::string path = TrackSavePath(TrackFilePath);
-    const bool wasRead = path == TrackOnDisk.Path || SameFile(path, TrackOnDisk.Path);
-    if (!wasRead || held.Hold(path, TrackOnDisk.State)) return true;
-    ShowTrackFailure("Nothing was written.");
-    return false;
-}
-
-bool SaveTrack(HeldFile& held) {
-    if (WriteTrackFile(TrackFilePath, held.IsHeld() ? &held : nullptr)) return true;
-    ShowTrackFailure("The 3DS object was written; the track was not saved.");
-    return false;
-}
-
-bool FitsFormat(const TunnelJobSettings& settings) {
-    return !IsTooLarge(settings) || Refuse("The Tunnel Is Too Large for a 3DS File", kLessDetail);
-}
-
-// Everything before the first write. If `held` is given, locks the track before memory is filled.
-bool BuildObject(TunnelJobSettings& settings, HeldFile* held) {
-    if (!TrackLoaded) return false;
-    if (CountTunnels() == 0) {
-        BuildTunnels(settings);  // leaves only the materials in the model
-        ShowMessage("Track does not have any tunnels!", "Notice!", MessageIcon::Information);
-        return false;
-    }
-    if (!HasWalkedPath() || !ObjectMayBeWritten(settings) || !FitsFormat(settings)) return false;
-    if (held && !HoldTrack(*held)) return false;
+// The steps of a job that depend on no file. Without a tunnel the model has only the materials.
+Outcome Build(TunnelJobSettings& settings) {
     BuildTunnels(settings);
-    return true;
+    return Compute3DSLength() < 0 ? kTooLarge : Outcome();
 }
 
-// Calls `work`, which returns false with a message when it fails.
+// Calls `work` if there is a track with a tunnel.
 template <class Work>
-bool WithinMemory(Work work) {
-    try {
-        return work();
-    } catch (const std::bad_alloc&) {
-        ResetModel();
-        return Refuse("Not Enough Memory for This Tunnel", kLessDetail);
-    }
+Outcome WithTunnels(TunnelJobSettings& settings, const Work& work) {
+    if (!TrackLoaded) return Failure{};
+    if (CountTunnels() > 0) return WithinMemory(work, kNoMemory);
+    BuildTunnels(settings);
+    return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
+}
+
+// Both files are complete on the disk before either is put in its place, and the object is in its place for
+// good before the track names it.
+Outcome MakeFiles(TunnelJobSettings& settings) {
+    constexpr char kNothing[] = "Nothing was written.";
+    const std::string path = settings.OutputPath;
+    OutputFile object;
+    TrackSave track;
+    return CheckJob(settings)
+        .Then([&] { return OfObject(object.Open(path, ObjectRules()), path); })
+        .Then([&] { return OfTrack(track.Open(TrackFilePath), kNothing); })
+        .Then([&] { return Build(settings); })
+        .Then([&] { return OfObject(Write3DSFile(object), path); })
+        .Then([&] {
+            ModifyTrack(settings);
+            return OfTrack(track.Write(), kNothing);
+        })
+        .Then([&] { return OfObject(object.PutInPlace(), path); })
+        .Then([&] { return OfObject(object.FlushFolder(), path); })
+        .Then([&] {
+            return OfTrack(track.PutInPlace(), "The 3DS object was written; the track was not saved.");
+        });
 }
 
 }  // namespace
 
-bool OpenTrack(const std::string& path) {
-    TrackTraced = false;
-    TrackLoaded = ReadTrackFile(path);
-    if (!TrackLoaded) {
-        ShowError("Error - Invalid Track File!");
-        return false;
-    }
+std::int32_t CountTunnels() {
+    return static_cast<std::int32_t>(
+        std::ranges::count_if(TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel; }));
+}
+
+Outcome OpenTrack(const std::string& path) {
+    TrackLoaded = TrackTraced = false;
+    if (Outcome read = ReadTrackFile(path); !read)
+        return read.With({.headline = "Error - Invalid Track File!", .path = path});
     TrackFilePath = path;
-    (void)TraceTrack();  // the job checks TrackTraced
-    return true;
+    const auto trace = [] {
+        std::ignore = TraceTrack();  // the job checks TrackTraced
+        return Outcome();
+    };
+    const Outcome traced = WithinMemory(trace, {.headline = "Error - Not Enough Memory!", .path = path});
+    TrackLoaded = bool(traced);
+    return traced;
 }
 
-bool BuildTunnelObject(TunnelJobSettings settings) {
-    return WithinMemory([&] { return BuildObject(settings, nullptr); });
+Outcome BuildTunnelObject(TunnelJobSettings settings) {
+    return WithTunnels(settings,
+                       [&] { return CheckJob(settings).Then([&] { return Build(settings); }); });
 }
 
-bool WriteTunnelObject(const std::string& path) {
-    if (Save3DSFile(path)) return true;
-    ShowError(FailureMessage("Error - The 3DS Object Can't Be Written!", path, "The track was not changed."));
-    return false;
+Outcome WriteTunnelObject(const std::string& path) {
+    OutputFile object;
+    return OfObject(object.Open(path, ObjectRules())
+                        .Then([&] { return Write3DSFile(object); })
+                        .Then([&] { return object.PutInPlace(); }),
+                    path);
 }
 
-bool RunTunnelJob(TunnelJobSettings settings) {
-    return WithinMemory([&] {
-        HeldFile held;
-        if (!BuildObject(settings, &held)) return false;
-        ModifyTrack(settings);
-        return WriteTunnelObject(settings.OutputPath) && SaveTrack(held);
-    });
+Outcome RunTunnelJob(TunnelJobSettings settings) {
+    return WithTunnels(settings, [&] { return MakeFiles(settings); });
 }
 
 }  // namespace boreforge

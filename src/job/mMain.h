@@ -1,8 +1,10 @@
 // The tunnel job: makes one .3ds file of the traced track, the shape and the settings, and saves the track.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
+#include "base/Outcome.h"
 #include "job/TunnelSettings.h"
 
 namespace boreforge {
@@ -11,23 +13,27 @@ namespace boreforge {
 extern std::string TrackFilePath;
 extern bool TrackLoaded;
 
-// Opens the track at `path` and traces it. False, with a message, if it can't be read: then no track is open,
-// and TrackFilePath keeps the last good path. A track that was read but can't be traced is open; the job
-// refuses it.
-[[nodiscard]] bool OpenTrack(const std::string& path);
+// Opens the track at `path` and traces it. If it can't be read, no track is open, and TrackFilePath keeps the
+// last good path. A track that was read but can't be traced is open; the job refuses it.
+Outcome OpenTrack(const std::string& path);
+
+// The number of tunnel segments of the open track.
+std::int32_t CountTunnels();
 
 // Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
-// writes the object to OutputPath and the track to TrackFilePath, in this order; the track is not touched
-// when the object could not be written. True when both are on the disk. False when no track is open, and,
-// with a message, when the track has no tunnel, isn't traced, or was changed since it was read; when
-// OutputPath is a track, a shape, or a name that can't be put into the track but should be; when the tunnel
-// is too large; and when a file can't be written.
-[[nodiscard]] bool RunTunnelJob(TunnelJobSettings settings);
+// writes the object to OutputPath and the track to TrackFilePath. It fails, before the first write,
+// - without words, when no track is open,
+// - with a notice when the track has no tunnel,
+// - when the track isn't traced, or was changed on the disk since it was read or saved,
+// - when OutputPath is the track, another track, a shape, or a name that can't be put into the track but should,
+// - when the tunnel is too large for a .3ds file or for the memory,
+// - when either file can't be replaced where it is.
+// If writing fails later, neither file is changed, except when only the track can't be put in its place.
+Outcome RunTunnelJob(TunnelJobSettings settings);
 
-// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
-// the model store and writes nothing; false, with a message, if the job would refuse. The second writes the
-// object.
-[[nodiscard]] bool BuildTunnelObject(TunnelJobSettings settings);
-[[nodiscard]] bool WriteTunnelObject(const std::string& path);
+// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in the
+// model store and writes nothing; it fails if the job would refuse. The second writes the object.
+Outcome BuildTunnelObject(TunnelJobSettings settings);
+Outcome WriteTunnelObject(const std::string& path);
 
 }  // namespace boreforge

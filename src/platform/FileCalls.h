@@ -23,17 +23,19 @@ inline bool IsSameFile(const FileInfo& a, const FileInfo& b) {
     return a.device == b.device && a.number == b.number;
 }
 
+// Whether the size and the times of a file are what they were.
+inline bool IsUnchanged(const FileInfo& before, const FileInfo& now) {
+    return before.size == now.size && before.modified == now.modified && before.changed == now.changed;
+}
+
 enum class OpenFor {
     Reading,
     ReadingAndWriting,
-    Creating,  // for both; a missing file is created with the usual permissions
-    Folder,    // to name the files in it
+    Folder,  // to name the files in it
 };
 
-// The longest path in bytes. Windows has 32,767 UTF-16 units.
-inline constexpr std::size_t kMaxPath = std::size_t{3} << 15;
-
-// Each returns -1 and sets errno when it fails, as the POSIX calls do. Paths and names are UTF-8.
+// Each returns -1 and sets errno when it fails, as the POSIX calls do. A call that a signal interrupts is
+// repeated, so none fails with EINTR. Paths and names are UTF-8.
 struct FileCalls {
     // Follows links. Doesn't wait for the other end of a pipe.
     int (*open)(const char* path, OpenFor purpose);
@@ -42,8 +44,6 @@ struct FileCalls {
     int (*inspect)(int file, FileInfo* info);
     // Of the link itself, if `name` is one.
     int (*inspectIn)(int folder, const char* name, FileInfo* info);
-    // The absolute path of an open file, without links and without a terminating zero; returns its length.
-    std::int64_t (*realPath)(int file, char* path, std::size_t size);
 
     std::int64_t (*read)(int file, void* bytes, std::size_t count);
     std::int64_t (*write)(int file, const void* bytes, std::size_t count);
@@ -51,27 +51,29 @@ struct FileCalls {
     // space.
     int (*reserve)(int file, std::int64_t length);
     int (*rewind)(int file);
-    int (*truncate)(int file, std::int64_t length);
 
-    int (*setOwner)(int file, unsigned owner);
-    int (*setGroup)(int file, unsigned group);
+    // Windows keeps rights by itself (see replaceIn): there a file's owner and permissions are always the same,
+    // and there are no lists.
+    int (*setOwner)(int file, unsigned owner, unsigned group);
     int (*setMode)(int file, unsigned mode);
     // The permissions that the user's new files get.
     unsigned (*usualMode)();
-    // Extended attributes. The first two return a length in bytes; the list holds zero-terminated names.
-    std::int64_t (*listAttributes)(int file, char* names, std::size_t size);
-    std::int64_t (*getAttribute)(int file, const char* name, void* value, std::size_t size);
-    int (*setAttribute)(int file, const char* name, const void* value, std::size_t size);
-    int (*removeAttribute)(int file, const char* name);
+    // The access list beyond the permission bits, in the system's own encoding; the first returns its length in
+    // bytes, 0 if the file has none. A length of 0 removes it.
+    std::int64_t (*getAccessList)(int file, void* list, std::size_t size);
+    int (*setAccessList)(int file, const void* list, std::size_t size);
 
     // Takes the file's exclusive lock until the file is closed. EWOULDBLOCK: somebody else has it.
     int (*lock)(int file);
     int (*flush)(int file);
     int (*flushFolder)(int folder);
     int (*close)(int file);
-    // Replaces `to` if it exists.
+    // Renames `from` to `to`, which exists and is replaced. On Windows the file keeps the access list, the
+    // attributes and the streams of the old one.
+    int (*replaceIn)(int folder, const char* from, const char* to);
+    // Renames `from` to `to`. EEXIST if there is such a file, even if it was made a moment ago.
     int (*renameIn)(int folder, const char* from, const char* to);
-    // Whether renameIn can replace a file that is open.
+    // Whether replaceIn can replace a file that is open.
     bool replacesOpenFiles;
     int (*removeIn)(int folder, const char* name);
 };
@@ -89,7 +91,8 @@ class OpenFile {
     explicit OpenFile(int file) : file_(file) {}
     OpenFile(OpenFile&& other) noexcept : file_(std::exchange(other.file_, -1)) {}
     OpenFile& operator=(OpenFile&& other) noexcept {
-        std::swap(file_, other.file_);
+        (void)Close();
+        file_ = std::exchange(other.file_, -1);
         return *this;
     }
     ~OpenFile() { (void)Close(); }

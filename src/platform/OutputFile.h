@@ -1,26 +1,39 @@
-// How every file is written: beside the old one, flushed to the disk, renamed.
+// How every file is written: beside the old one, flushed to the disk, renamed over it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
+#include "base/Outcome.h"
 #include "platform/FileCalls.h"
 #include "platform/Files.h"
 
 namespace boreforge {
 
-// A track never replaces a shape, nor a shape a track, and other files replace neither.
-enum class FileKind { Track, Shape, Other };
+// What a save must respect. Null means no such demand.
+struct SaveRules {
+    // Whether an old file may be replaced that starts with `beginning`, four bytes or fewer if it is shorter.
+    std::function<Outcome(std::string_view beginning)> mayReplace = {};
+    // The old file must be there and still have the content that it had when it was read, and no other of our
+    // programs may be saving it. It is locked against them until the save is over.
+    const FileState* asRead = nullptr;
+    // A new file gets no permission that this one lacks.
+    const FileState* like = nullptr;
+};
 
 // A new file that replaces the old one all at once: at every moment one of the two is there, complete.
 //
-// It is written under a hidden name in the same folder, flushed and renamed, and the folder is flushed. Links
-// are followed, and the file that they lead to is replaced. The old file's owner, permissions and access list
-// are kept. If no file can be created in the folder, or the old one can't be replaced there, an old file that
-// is neither a track nor a shape is overwritten; a failure can then leave it incomplete.
+// It is written under a hidden name in the same folder, flushed, and renamed. It has exactly the owner, group,
+// permissions and access list of the old file. Links are followed, and the file that they lead to is replaced.
+// A file that another program changed or made since Open is never replaced.
+//
+// A failure leaves the old file as it was and removes the new one. The steps below come in this order; after a
+// failure the later ones must not be called, except Open.
 class OutputFile {
   public:
     OutputFile() = default;
@@ -29,66 +42,59 @@ class OutputFile {
     // Removes an unfinished file.
     ~OutputFile();
 
-    // Starts a file and reserves space for about `length` bytes. A new file gets no permission that the file
-    // `like` lacks. False, with the reason in lastFileFailure, if what is at `path` isn't a regular file,
-    // can't be opened for reading and writing, or is a track or shape that must not be replaced; if the old
-    // file's rights can't be kept; and if the file can't be created.
-    [[nodiscard]] bool Create(const std::string& path, FileKind kind, std::int64_t length = 0,
-                              const FileState* like = nullptr);
+    // Finds out all that can refuse the save, and starts the new file. Fails if what is at `path` isn't a
+    // regular file, can't be opened for reading and writing, or breaks the rules; if a link leads nowhere; if
+    // the folder takes no new file; and if the old file's rights can't be kept.
+    Outcome Open(const std::string& path, const SaveRules& rules = {});
 
-    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
-    // written.
+    // Reserves space for `length` bytes, so that a full disk shows at once. Fails only if there isn't enough.
+    Outcome Reserve(std::int64_t length);
+
+    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as written.
     std::uint8_t* Claim(std::size_t count) {
-        if (kBufferSize - used_ < count) Flush();
-        std::uint8_t* const place = buffer_.get() + used_;
+        if (kBufferSize - used_ < count) EmptyBuffer();
+        std::uint8_t* const start = buffer_.get() + used_;
         used_ += count;
-        return place;
+        return start;
     }
-
     void Write(std::span<const std::uint8_t> bytes);
 
-    // Replaces the old file. With `held`, that file must not have changed since it was read. False, with the
-    // reason in lastFileFailure, if this or any write since Create failed; the old file is then unchanged.
-    [[nodiscard]] bool Finish(HeldFile* held = nullptr);
+    // Completes the new file on the disk. Also fails if a write since Open failed.
+    Outcome Complete();
+
+    // Puts the new file in its place.
+    Outcome PutInPlace();
+
+    // Flushes the folder, after which the file is found under its name even if the power fails.
+    Outcome FlushFolder() const;
 
     static constexpr std::size_t kBufferSize = std::size_t{1} << 18;
 
   private:
-    [[nodiscard]] bool OpenTarget(const std::string& path);
-    [[nodiscard]] bool OpenPlaceholder(const std::string& path);
-    [[nodiscard]] bool FindRealPlace();
-    [[nodiscard]] bool CheckTarget();
-    [[nodiscard]] bool OpenTemporary(bool isPrivate);
-    [[nodiscard]] bool MayRename() const;
-    [[nodiscard]] bool KeepRights();
-    [[nodiscard]] bool Reserve(std::int64_t length);
-    [[nodiscard]] bool PutInPlace(HeldFile* held);
-    [[nodiscard]] bool IsTargetUnchanged() const;
-    [[nodiscard]] bool FlushFolder() const;
-    void Flush();
-    void Discard();
+    Outcome FindTarget(const std::string& path);
+    Outcome CheckTarget();
+    Outcome CheckBeginning() const;
+    Outcome CheckContent() const;
+    Outcome CheckTargetAgain() const;
+    Outcome OpenTemporary();
+    Outcome SetRights() const;
+    void EmptyBuffer();
+    void Close();
 
-    FileKind kind_ = FileKind::Other;
+    SaveRules rules_;
     OpenFile folder_;
-    std::string name_;         // in that folder
-    OpenFile target_;          // the old file, if there is one
-    FileInfo rights_;          // of the old file when its rights were copied
-    bool madeTarget_ = false;  // an empty placeholder for a link that led nowhere
-    OpenFile file_;
-    std::string temporary_;  // its name; empty while an old file is overwritten in place
-    std::int64_t written_ = 0;
+    std::string name_;      // in that folder
+    OpenFile target_;       // the old file, if there is one
+    FileInfo targetInfo_;   // of the old file when it was opened
+    OpenFile file_;         // the new one
+    std::string temporary_;  // its name; empty if there is none
     std::unique_ptr<std::uint8_t[]> buffer_;
     std::size_t used_ = 0;
-    bool good_ = false;
+    Outcome written_;  // the first failed write
 };
 
-// Replaces or creates the file at `path`. Fails as OutputFile does; the old file is then unchanged.
-[[nodiscard]] bool SaveWholeFile(const std::string& path, FileKind kind,
-                                 std::span<const std::uint8_t> content, HeldFile* held = nullptr,
-                                 const FileState* like = nullptr);
-
-// False if there is a track or a shape at `path` that a file of this kind must not replace; the problem is
-// then IsTrack or IsShape. A file that can't be read is left to the writer to report.
-[[nodiscard]] bool MayReplace(const std::string& path, FileKind kind);
+// Replaces or creates the file at `path`, in all the steps above.
+Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                      const SaveRules& rules = {});
 
 }  // namespace boreforge

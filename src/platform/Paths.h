@@ -1,22 +1,35 @@
 // Paths as the system reads them. They are UTF-8.
 #pragma once
 
+#include <compare>
+#include <cstdint>
 #include <string>
 
 namespace boreforge {
 
-// A path split into folder and name.
-struct Place {
+struct SplitPath {
     std::string folder, name;
 };
 
-Place PlaceOf(const std::string& path);
+// Splits a path after its last separator; a path without one is a name in the current folder.
+SplitPath Split(const std::string& path);
 
-// True if there is something other than a folder at `path`. Follows links.
-bool FileExists(const std::string& path);
+// The absolute path without links of the file or folder at `path`. Empty, with the reason in errno, if there
+// is none.
+std::string RealPath(const std::string& path);
 
-// True if both paths lead to the same file, also through links. Two paths without a file are the same if a
-// file created at one would be found at the other.
-bool SameFile(const std::string& one, const std::string& other);
+// Which file a path leads to, also through links. Two paths without a file are the same if their names in the
+// same folder differ at most in the case of letters: some disks ignore it.
+struct FileIdentity {
+    std::uint64_t device = 0, number = 0;  // of the file, or of its folder if there is no file, or 0
+    std::string newName;  // in lower case: empty if there is a file, the whole path if there is no folder
+    friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+};
+FileIdentity IdentityOf(const std::string& path);
+
+// True if both paths lead to the same file.
+inline bool SameFile(const std::string& one, const std::string& other) {
+    return IdentityOf(one) == IdentityOf(other);
+}
 
 }  // namespace boreforge

@@ -1,31 +1,29 @@
-// Removes an unfinished file when a signal ends the program.
+// Removes unfinished files when a signal ends the program.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace boreforge {
 
-// Call this from the main thread, the one that writes files. From now on SIGINT, SIGTERM and SIGHUP, except
-// those that are ignored already, remove the file being written before they end the program. On Windows these
-// are Ctrl+C, Ctrl+Break, and the closing of the console.
+// Call this from the main thread, the one that writes files. From now on every signal that would end the
+// program and can be caught removes the files being written first. Signals that are ignored or handled
+// already are left alone. On Windows these are Ctrl+C, Ctrl+Break, and the closing of the console.
 void RemoveUnfinishedOnSignals();
 
-// Blocks those signals while a file and the record of it are created or removed together.
+// Blocks those signals while a file and the record of it are created or removed together. Can be nested.
 class BlockedSignals {
   public:
     BlockedSignals();
     BlockedSignals(const BlockedSignals&) = delete;
     BlockedSignals& operator=(const BlockedSignals&) = delete;
     ~BlockedSignals();
-
-  private:
-    unsigned blocked_ = 0;  // a bit for each signal that was not blocked before
 };
 
-// Set and forget the files that such a signal removes: `name` in an open folder. A placeholder is removed
-// only while it is empty. Call these with the signals blocked.
+// Records that `name` in an open folder is to be removed on such a signal, and forgets it again. At most
+// kMaxUnfinished files at a time; a job writes two. Call these with the signals blocked.
+inline constexpr std::size_t kMaxUnfinished = 4;
 void NoteUnfinished(int folder, const std::string& name);
-void NotePlaceholder(int folder, const std::string& name);
-void ForgetUnfinished();
+void ForgetUnfinished(int folder, const std::string& name);
 
 }  // namespace boreforge

@@ -3,85 +3,84 @@
 #include <fcntl.h>
 #include <limits.h>
 #include <pthread.h>
-#include <sys/stat.h>
+#include <signal.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <cstddef>
-#include <iterator>
+#include <algorithm>
 
 namespace boreforge {
 
 namespace {
 
-constexpr int kCaughtSignals[] = {SIGINT, SIGTERM, SIGHUP};
-
 struct UnfinishedFile {
     int folder = -1;
-    char name[NAME_MAX + 1] = "";  // empty when there is no such file
+    char name[NAME_MAX + 1] = "";  // empty: no file
 };
 
-UnfinishedFile temporary, placeholder;
+UnfinishedFile unfinished[kMaxUnfinished];
 pthread_t mainThread;
+sigset_t caught;  // the signals with our handler
+sigset_t before;  // those blocked before the outermost BlockedSignals
+int blocks = 0;   // BlockedSignals that exist
 
-// Those of the caught signals whose bit is set.
-sigset_t SignalSet(unsigned bits) {
-    sigset_t set;
-    ::sigemptyset(&set);
-    for (std::size_t i = 0; i < std::size(kCaughtSignals); ++i)
-        if (bits >> i & 1) ::sigaddset(&set, kCaughtSignals[i]);
-    return set;
+// The others end the program by default, those that can't be caught included.
+bool EndsProgram(int signal) {
+    constexpr int kOthers[] = {SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTSTP, SIGTTIN, SIGTTOU};
+    return std::find(std::begin(kOthers), std::end(kOthers), signal) == std::end(kOthers);
 }
 
-// True when nobody has written anything to the file yet.
-bool IsEmpty(const UnfinishedFile& file) {
-    struct stat found;
-    return ::fstatat(file.folder, file.name, &found, AT_SYMLINK_NOFOLLOW) == 0 && found.st_size == 0;
-}
-
-void Note(UnfinishedFile& file, int folder, const std::string& name) {
-    file.folder = folder;
-    file.name[name.copy(file.name, NAME_MAX)] = 0;
-}
-
+// Calls only what POSIX allows in a signal handler.
 void EndBySignal(int signal) {
     // Only the main thread writes files, and only it can hold the signals back.
     if (!::pthread_equal(::pthread_self(), mainThread)) {
         (void)::pthread_kill(mainThread, signal);
         return;
     }
-    if (temporary.name[0] != 0) (void)::unlinkat(temporary.folder, temporary.name, 0);
-    if (placeholder.name[0] != 0 && IsEmpty(placeholder))
-        (void)::unlinkat(placeholder.folder, placeholder.name, 0);
-    (void)std::signal(signal, SIG_DFL);
-    (void)std::raise(signal);
+    for (const UnfinishedFile& file : unfinished)
+        if (file.name[0] != 0) (void)::unlinkat(file.folder, file.name, 0);
+    struct sigaction byDefault {};
+    byDefault.sa_handler = SIG_DFL;
+    (void)::sigaction(signal, &byDefault, nullptr);
+    (void)::raise(signal);
 }
 
 }  // namespace
 
 void RemoveUnfinishedOnSignals() {
     mainThread = ::pthread_self();
-    for (const int signal : kCaughtSignals)
-        if (std::signal(signal, EndBySignal) == SIG_IGN) (void)std::signal(signal, SIG_IGN);  // as by nohup
+    ::sigemptyset(&caught);
+    for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+        struct sigaction now {};
+        const bool known = ::sigaction(signal, nullptr, &now) == 0;
+        if (known && now.sa_handler == SIG_DFL && EndsProgram(signal)) ::sigaddset(&caught, signal);
+    }
+    struct sigaction ours {};
+    ours.sa_handler = EndBySignal;
+    ours.sa_mask = caught;
+    for (int signal = 1; signal <= SIGRTMAX; ++signal)
+        if (::sigismember(&caught, signal) == 1) (void)::sigaction(signal, &ours, nullptr);
 }
 
 BlockedSignals::BlockedSignals() {
-    sigset_t before;
-    const sigset_t caught = SignalSet(~0u);
-    ::pthread_sigmask(SIG_BLOCK, &caught, &before);
-    for (std::size_t i = 0; i < std::size(kCaughtSignals); ++i)
-        if (!::sigismember(&before, kCaughtSignals[i])) blocked_ |= 1u << i;
+    if (blocks++ == 0) (void)::pthread_sigmask(SIG_BLOCK, &caught, &before);
 }
 
 BlockedSignals::~BlockedSignals() {
-    const sigset_t blocked = SignalSet(blocked_);
-    ::pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
+    if (--blocks == 0) (void)::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-void NoteUnfinished(int folder, const std::string& name) { Note(temporary, folder, name); }
+void NoteUnfinished(int folder, const std::string& name) {
+    for (UnfinishedFile& file : unfinished) {
+        if (file.name[0] != 0) continue;
+        file.folder = folder;
+        file.name[name.copy(file.name, NAME_MAX)] = 0;
+        return;
+    }
+}
 
-void NotePlaceholder(int folder, const std::string& name) { Note(placeholder, folder, name); }
-
-void ForgetUnfinished() { temporary.name[0] = placeholder.name[0] = 0; }
+void ForgetUnfinished(int folder, const std::string& name) {
+    for (UnfinishedFile& file : unfinished)
+        if (file.folder == folder && file.name == name) file.name[0] = 0;
+}
 
 }  // namespace boreforge

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "platform/FileFailure.h"
 #include "platform/HugePages.h"
 #include "trackfile/TrackDocument.h"
 
@@ -196,7 +195,7 @@ void TraceSegment(std::int32_t index) {
 bool TraceTrack() {
     TrackTraced = false;
     TraceUpperIndex = TrackFile.SegmentCount() - 1;
-    TrackTraced = IfMemorySuffices(TraceAllPieces);
+    TrackTraced = TraceAllPieces();
     return TrackTraced;
 }
 

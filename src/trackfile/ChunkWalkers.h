@@ -42,6 +42,7 @@ class FieldCounter {
     void Reserved(std::int32_t bytes) { count += std::max(bytes, 0); }
     void Version(const std::array<std::uint8_t, 4>&) { count += 4; }
     void Presence(Truth) {}
+    void Extent(std::int32_t) { count += 4; }
     void Count(const auto&) { count += 4; }
     void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
         count += 4 * std::ssize(values);
@@ -78,6 +79,12 @@ class FieldReader {
     // Takes no bytes of the file; records that the chunk exists.
     void Presence(Truth& present) { present = kTrue; }
 
+    // The width or depth of a grid. A negative one fails.
+    void Extent(std::int32_t& value) {
+        value = ReadI32(at_);
+        if (value < 0) at_.Fail();
+    }
+
     // The number of records in a list, which gets that size. A number too large for the rest of the file
     // fails before any memory is allocated.
     template <class List>
@@ -93,7 +100,6 @@ class FieldReader {
     // `depth` rows of `width` values.
     void Grid(std::pmr::vector<float>& values, std::int32_t width, std::int32_t depth) {
         values.clear();
-        if (width < 0 || depth < 0) at_.Fail();
         if (at_.failed || width == 0 || depth == 0) return;
         if (width > at_.Remaining() / 4 / depth) return at_.Fail();
         values.resize(std::int64_t{width} * depth);
@@ -140,6 +146,7 @@ class FieldWriter {
             WriteU8(at_, byte);
     }
     void Presence(Truth) {}
+    void Extent(std::int32_t value) { WriteI32(at_, value); }
     void Count(const auto& list) { WriteI32(at_, static_cast<std::int32_t>(list.size())); }
     void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
         std::uint8_t* place = at_.Take(4 * std::ssize(values));

@@ -43,8 +43,8 @@ inline constexpr auto WriteScobChunk = WriteChunk<ScobLayout>;
 struct TeraLayout : ChunkLayout<"TERA", &TrackDocument::TeraSize, &TrackDocument::TeraChildren> {
     template <class Walk>
     static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
-        walk.I32(track.TerrainWidth);
-        walk.I32(track.TerrainDepth);
+        walk.Extent(track.TerrainWidth);
+        walk.Extent(track.TerrainDepth);
         walk.F32(track.TerrainFloat1);
         walk.F32(track.TerrainFloat2);
         walk.StrictText(track.TerrainText1);

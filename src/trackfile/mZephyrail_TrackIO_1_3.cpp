@@ -1,12 +1,14 @@
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 #include <array>
+#include <cerrno>
 #include <limits>
 #include <span>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
-#include "platform/OutputFile.h"
+#include "base/FileTags.h"
 #include "platform/Paths.h"
 #include "trackfile/HeaderChunks.h"
 #include "trackfile/PathChunks.h"
@@ -89,25 +91,25 @@ void SkipForeignChunk(ReadCursor& at) {
     SkipBytes(at, kForeignChunkExtraBytes);
 }
 
-// Records why the chunk that begins at byte `start` can't be read. Only here is a known chunk's size used: it
-// tells a file that was cut short from a damaged one.
-bool FailInChunk(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
+// Why the chunk that begins at byte `start` can't be read. A known chunk's size field is otherwise ignored;
+// here it shows whether the file was cut short or is damaged.
+Failure ChunkFailure(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
     const std::ptrdiff_t present = std::ssize(TrackBytes) - start;
     const std::string ofChunk = " of chunk \"" + tag + "\".";
     if (tag.empty())
-        return FailAsDamaged("It ends at byte " + std::to_string(start) + ", where another chunk is due.");
+        return {.reason = "It ends at byte " + std::to_string(start) + ", where another chunk is due."};
     if (present < kTagAndSizeBytes || BitsAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)
-        return FailAsDamaged("It ends at byte " + std::to_string(present) + ofChunk);
-    return FailAsDamaged("It is damaged at byte " + std::to_string(at.position - start) + ofChunk);
+        return {.reason = "It ends at byte " + std::to_string(present) + ofChunk};
+    return {.reason = "It is damaged at byte " + std::to_string(at.position - start) + ofChunk};
 }
 
 // Reads the chunks of a file from its first byte. Nesting only determines how many chunks are still to come:
 // each chunk adds its children.
-bool ReadChunks(ReadCursor& at) {
-    if (ReadTag(at) != ZphrLayout::Tag) return Fail(FileProblem::WrongBeginning);
+Outcome ReadChunks(ReadCursor& at) {
+    if (ReadTag(at) != ZphrLayout::Tag) return Failure{.reason = "It is not a track."};
     ReadZphrChunk(at, TrackFile);
     std::int64_t remaining = TrackFile.ZphrChildren;
-    if (at.failed || remaining < 0) return FailInChunk("ZPHR", 0, at);
+    if (at.failed || remaining < 0) return ChunkFailure("ZPHR", 0, at);
     for (; remaining >= 1; --remaining) {
         const std::ptrdiff_t start = at.position;
         const std::string tag = ReadTag(at);
@@ -117,50 +119,78 @@ bool ReadChunks(ReadCursor& at) {
         else
             SkipForeignChunk(at);
         const std::int32_t children = kind ? TrackFile.*kind->children : 0;
-        if (at.failed || children < 0) return FailInChunk(tag, start, at);
+        if (at.failed || children < 0) return ChunkFailure(tag, start, at);
         remaining += children;
+        TrackOnDisk.ForeignChunks += kind ? 0 : 1;
     }
-    return true;
+    TrackOnDisk.BytesAfterEnd = at.Remaining();
+    return {};
 }
 
-bool LoadTrack(const std::string& path) {
-    FileState state;
-    if (!ReadWholeFile(path, TrackBytes, kTrackBeginning, &state)) return false;
-    TrackOnDisk = {path, state};
-    ReadCursor at{TrackBytes};
-    return ReadChunks(at);
-}
-
-// Needs the Size fields that ComputeChunkSizes sets.
-bool SaveTrack(const std::string& path, HeldFile* held) {
+// Fills TrackBytes. Needs the Size fields that ComputeChunkSizes sets.
+void FillTrackBytes() {
     TrackBytes.clear();
     TrackBytes.resize(TrackFile.ZphrSize + kTagAndSizeBytes);
     WriteCursor at{TrackBytes};
     for (const ChunkKind& kind : kChunkTree)
         if (IsWritten(kind)) kind.write(at, TrackFile);
-    return SaveWholeFile(TrackSavePath(path), FileKind::Track, TrackBytes, held,
-                         TrackOnDisk.Path.empty() ? nullptr : &TrackOnDisk.State);
 }
 
 }  // namespace
 
-bool ReadTrackFile(const std::string& path) {
-    if (path.empty() || !FileExists(path)) return Fail(FileProblem::Missing);
-    if (!HasTrackExtension(path)) return Fail(FileProblem::WrongName);
+Outcome ReadTrackFile(const std::string& path) {
+    if (path.empty()) return Failure{.reason = "There is no such file."};
+    if (!HasTrackExtension(path)) return Failure{.reason = "Its name is not that of a file of this kind."};
+    const Failure noMemory = SystemFailure(ENOMEM);
+    Bytes content;
+    FileState state;
+    const Outcome read = WithinMemory([&] { return ReadWholeFile(path, content, &state); }, noMemory);
+    if (!read) return read;
     ResetTrackFile();
-    if (!IfMemorySuffices([&] { return LoadTrack(path); })) {
-        ResetTrackFile();
-        return false;
-    }
+    TrackBytes = std::move(content);
+    TrackOnDisk.Path = path;
+    TrackOnDisk.State = state;
+    ReadCursor at{TrackBytes};
+    const Outcome parsed = WithinMemory([&] { return ReadChunks(at); }, noMemory);
+    if (!parsed) ResetTrackFile();
     TrackBytes.resize(1);  // keep the capacity for the save: touching new memory takes longer than saving
-    return true;
+    return parsed;
 }
 
-bool WriteTrackFile(const std::string& path, HeldFile* held) {
-    if (!ComputeChunkSizes()) return Fail(FileProblem::TooLarge);
-    const bool saved = IfMemorySuffices([&] { return SaveTrack(path, held); });
+Outcome WriteTrackFile(const std::string& path) {
+    TrackSave save;
+    return save.Open(path).Then([&] { return save.Write(); }).Then([&] { return save.PutInPlace(); });
+}
+
+Outcome TrackSave::Open(const std::string& path) {
+    const std::string savePath = TrackSavePath(path);
+    const bool wasRead = !TrackOnDisk.Path.empty();
+    replacesReadFile_ = wasRead && (savePath == TrackOnDisk.Path || SameFile(savePath, TrackOnDisk.Path));
+    SaveRules rules;
+    rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, kTrackTag); };
+    rules.asRead = replacesReadFile_ ? &TrackOnDisk.State : nullptr;
+    rules.like = wasRead ? &TrackOnDisk.State : nullptr;
+    return file_.Open(savePath, rules);
+}
+
+Outcome TrackSave::Write() {
+    if (!ComputeChunkSizes()) return Failure{.reason = "It would be too large."};
+    FillTrackBytes();
+    size_ = std::ssize(TrackBytes);
+    hash_ = HashOf(TrackBytes);
+    const Outcome reserved = file_.Reserve(size_);
+    if (reserved) file_.Write(TrackBytes);
     TrackBytes.resize(1);
-    return saved;
+    return reserved.Then([&] { return file_.Complete(); });
+}
+
+Outcome TrackSave::PutInPlace() {
+    if (Outcome placed = file_.PutInPlace(); !placed) return placed;
+    std::ignore = file_.FlushFolder();  // too late to fail: the new track is in its place
+    if (!replacesReadFile_) return {};
+    TrackOnDisk.State.info.size = size_;
+    TrackOnDisk.State.hash = hash_;
+    return {};
 }
 
 std::string TrackSavePath(const std::string& path) {

@@ -4,30 +4,46 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/Files.h"
+#include "base/Outcome.h"
+#include "platform/OutputFile.h"
 #include "trackfile/TrackBytes.h"
 #include "trackfile/TrackDocument.h"
 
 namespace boreforge {
 
-// Reads the file at `path` into TrackFile. False if the path is empty, there is no such file, or its
-// extension isn't ".zrtrack" in upper or lower case: TrackFile is then unchanged. Also false if the file
-// can't be read, isn't a track, or holds a count or length that doesn't fit its size: TrackFile is then
-// reset. The reason is in lastFileFailure.
-[[nodiscard]] bool ReadTrackFile(const std::string& path);
+// Reads the file at `path` into TrackFile. TrackFile is unchanged if the path is empty, its extension isn't
+// ".zrtrack" in upper or lower case, or the file can't be read. It is reset if the file isn't a track or holds
+// a count or length that doesn't fit its size.
+Outcome ReadTrackFile(const std::string& path);
 
-// The file that the open track was read from, as it was then. The path is empty if no track is open.
+// The file that the open track was read from, as it was when it was last read or saved.
 struct TrackFileOnDisk {
-    std::string Path;
+    std::string Path;  // empty if no track is open
     FileState State;
+    // What it held that isn't in TrackFile, so that a save drops it.
+    std::int64_t ForeignChunks = 0;  // with unknown tags
+    std::int64_t BytesAfterEnd = 0;  // after the last chunk
 };
 extern TrackFileOnDisk TrackOnDisk;
 
-// Replaces the file at `path` with the open track; a path without ".zrtrack" gets it appended. With `held`,
-// the file must not have changed since it was read. A new file gets no permission that the track's own file
-// lacks. False if the file can't be written whole: an existing file is then unchanged, and the reason is in
-// lastFileFailure. Also sets the Size and Children fields of TrackFile.
-[[nodiscard]] bool WriteTrackFile(const std::string& path, HeldFile* held = nullptr);
+// Replaces the file at `path` with the open track; a path without ".zrtrack" gets it appended. The file from
+// which the track was read must not have changed since. A new file gets no permission that the track's own
+// file lacks. Also sets the Size and Children fields of TrackFile.
+Outcome WriteTrackFile(const std::string& path);
+
+// The same in steps, as those of OutputFile.
+class TrackSave {
+  public:
+    Outcome Open(const std::string& path);
+    Outcome Write();
+    Outcome PutInPlace();
+
+  private:
+    OutputFile file_;
+    bool replacesReadFile_ = false;
+    std::int64_t size_ = 0;
+    std::size_t hash_ = 0;
+};
 
 // Where WriteTrackFile writes: `path` itself, or with ".zrtrack" appended.
 std::string TrackSavePath(const std::string& path);

@@ -57,7 +57,7 @@ class FailingBatchTest : public BatchTest {
         for (const auto& [arguments, saying] : cases) {
             SCOPED_TRACE(arguments);
             EXPECT_EQ(Run(kBatch + arguments), status);
-            EXPECT_NE(Text("err").find(saying), std::string::npos) << Text("err");
+            EXPECT_TRUE(Contains(Text("err"), saying));
             EXPECT_TRUE(TrackIsAsItWas());
             EXPECT_EQ(ReadBytes(In("s.zrbf")), shape);
         }
@@ -68,9 +68,7 @@ TEST_F(FailingBatchTest, AFailureEndsWithOneAndItsReason) {
     WriteBytes(In("track.3ds"), track_);
     MakeTrack(WindingCircuit(), "------");
     ASSERT_TRUE(WriteTrackFile(In("plain.zrtrack")));
-    std::filesystem::create_symlink("plain.zrtrack", In("plain.3ds"));
     ExpectFailures({{"t.zrtrack absent/o.3ds", "Can't Be Written"},
-                    {"plain.zrtrack plain.3ds", "Track does not have any tunnels!"},
                     {"plain.zrtrack o.3ds --dry-run", "Track does not have any tunnels!"},
                     {"t.zrtrack track.3ds", "Error - That File Is a Track!"},
                     {"t.zrtrack o.3ds --track-out absent/u.zrtrack", "Can't Be Saved"}},
@@ -84,6 +82,7 @@ TEST_F(FailingBatchTest, AFileThatCantBeReadHasItsReasonInTheSecondLine) {
         WriteBytes(In(name), bytes);
     };
     const Bytes shape = ReadBytes(In("s.zrbf"));
+    std::filesystem::create_directory(In("folder.zrtrack"));
     const std::size_t segments = std::string(track_.begin(), track_.end()).find("SEGM");
     write("shape.zrtrack", shape, shape.size());
     write("cut.zrtrack", track_, segments + 60);
@@ -95,6 +94,7 @@ TEST_F(FailingBatchTest, AFileThatCantBeReadHasItsReasonInTheSecondLine) {
     write("head.zrbf", shape, 6);
     ExpectFailures({{"absent.zrtrack o.3ds", "Invalid Track File!\nabsent.zrtrack: There is no such file."},
                     {"s.zrbf o.3ds", "\ns.zrbf: Its name is not that"},
+                    {"folder.zrtrack o.3ds", "\nfolder.zrtrack: It is not a regular file."},
                     {"shape.zrtrack o.3ds", "\nshape.zrtrack: It is not a track."},
                     {"cut.zrtrack o.3ds", "\ncut.zrtrack: It ends at byte 60 of chunk \"SEGM\"."},
                     {"between.zrtrack o.3ds", ", where another chunk is due."},
@@ -142,13 +142,64 @@ TEST_F(BatchTest, SeveralTracksGoToTheOutputFolderAndOneThatFailsStopsNoOther) {
     ASSERT_EQ(Run(kBatch + "t.zrtrack made/t.3ds --track-out made/t.zrtrack"), 0);
     const Bytes object = ReadBytes(In("made/t.3ds")), changed = ReadBytes(In("made/t.zrtrack"));
     EXPECT_EQ(Run(kBatch + "t.zrtrack bad.zrtrack u.zrtrack --output-folder made"), 1);
-    EXPECT_NE(Text("err").find("Failed: bad.zrtrack"), std::string::npos) << Text("err");
+    EXPECT_TRUE(Contains(Text("err"), "Failed: bad.zrtrack"));
     EXPECT_EQ(ReadBytes(In("made/t.zrtrack")), changed);
     EXPECT_EQ(ReadBytes(In("made/u.3ds")), object);
     EXPECT_FALSE(std::filesystem::exists(In("made/bad.3ds")));
     EXPECT_TRUE(TrackIsAsItWas());
-    EXPECT_EQ(Run(kBatch + "t.zrtrack --output-folder ."), 1) << "would replace the original";
-    EXPECT_TRUE(TrackIsAsItWas());
+}
+
+TEST_F(FailingBatchTest, OutputsThatAreInputsOrOneFileAreWrongUsage) {
+    WriteBytes(In("u.zrtrack"), track_);
+    std::filesystem::create_directory(In("d"));
+    std::filesystem::create_symlink("../t.zrtrack", In("d/u.3ds"));
+    std::filesystem::create_symlink("u.zrtrack", In("link.zrtrack"));
+    ExpectFailures(
+        {{"t.zrtrack --output-folder .", "'./t.zrtrack' would replace 't.zrtrack'"},
+         {"t.zrtrack u.zrtrack --output-folder d", "'d/u.3ds' would replace 't.zrtrack'"},
+         {"t.zrtrack o.3ds --track-out d/../t.zrtrack", "'d/../t.zrtrack' would replace 't.zrtrack'"},
+         {"link.zrtrack o.3ds --track-out u.zrtrack", "'u.zrtrack' would replace 'link.zrtrack'"},
+         {"t.zrtrack a/T.zrtrack --output-folder made", "'made/t.3ds' and 'made/T.3ds' are the same file"}},
+        2);
+    EXPECT_EQ(ReadBytes(In("u.zrtrack")), track_);
+    EXPECT_EQ(Listing(), (std::vector<std::string>{"d", "err", "link.zrtrack", "out", "s.zrbf", "t.zrtrack",
+                                                   "u.zrtrack"}));
+}
+
+TEST_F(FailingBatchTest, MessagesNeverGoIntoAFileWhenAStandardStreamIsClosed) {
+    const Bytes shape = ReadBytes(In("s.zrbf"));
+    for (const char* closed : {"0<&-", "1>&-", "2>&-", "0<&- 1>&- 2>&-"}) {
+        const std::string command = "(" + kBatch + "t.zrtrack absent/o.3ds " + closed + ")";
+        EXPECT_EQ(Run(command), 1) << closed;
+        EXPECT_TRUE(TrackIsAsItWas()) << closed;
+    }
+}
+
+TEST_F(FailingBatchTest, OutputThatCantBeWrittenIsAFailure) {
+    for (const char* arguments : {"--help", "--version", "t.zrtrack o.3ds --dry-run"}) {
+        EXPECT_EQ(Run("(" + kBatch + arguments + " >/dev/full)"), 1) << arguments;
+        EXPECT_TRUE(Contains(Text("err"), "The Output Can't Be Written!\n\nNo space left on device."));
+    }
+}
+
+TEST_F(BatchTest, WarnsOfWhatASavedTrackLoses) {
+    Bytes more = track_;
+    more.resize(more.size() + 3);
+    WriteBytes(In("more.zrtrack"), more);
+    EXPECT_EQ(Run(kBatch + "more.zrtrack o.3ds --dry-run"), 0);
+    EXPECT_EQ(Text("err"), "Warning: more.zrtrack has 3 bytes after the last chunk; the saved track won't have "
+                           "them.\n");
+    EXPECT_EQ(Run(kBatch + "more.zrtrack o.3ds --no-track"), 0);
+    EXPECT_EQ(Text("err"), "");
+}
+
+TEST_F(BatchTest, ANewObjectIsAsPrivateAsItsTrack) {
+    std::filesystem::permissions(In("t.zrtrack"), std::filesystem::perms(0600));
+    for (const std::string options : {"", " --no-track"}) {
+        std::filesystem::remove(In("o.3ds"));
+        ASSERT_EQ(Run("umask 022 && " + kBatch + "t.zrtrack o.3ds --keep-tunnel-flags" + options), 0) << Text("err");
+        EXPECT_EQ(std::filesystem::status(In("o.3ds")).permissions(), std::filesystem::perms(0600)) << options;
+    }
 }
 
 TEST_F(BatchTest, NoTrackWritesTheObjectAloneAndADryRunNothing) {

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <thread>
@@ -19,101 +20,106 @@ const Bytes kContent(3000, 'c');
 
 using FilesTest = CoreTest;
 
-TEST_F(FilesTest, OnlyRegularFilesAreRead) {
+TEST_F(FilesTest, WhatCantBeReadIsRefusedWithItsReason) {
     fs::create_directory(In("folder"));
     fs::create_symlink("ring", In("ring"));
     ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
-    for (const char* name : {"folder", "folder/", "absent/f", "ring", "pipe"}) {
+    WriteBytes(In("huge"), {});
+    fs::resize_file(In("huge"), std::uintmax_t{1} << 31);
+    const struct {
+        const char *name, *reason;
+    } cases[] = {{"folder", "It is not a regular file."},
+                 {"pipe", "It is not a regular file."},
+                 {"absent/f", "There is no such file."},
+                 {"ring", "Too many levels of symbolic links."},
+                 {"huge", "It is too large to be read."}};
+    for (const auto& [name, reason] : cases) {
         Bytes content = kContent;
-        EXPECT_FALSE(ReadWholeFile(In(name), content)) << name;
+        EXPECT_EQ(TextOf(ReadWholeFile(In(name), content)), reason) << name;
         EXPECT_TRUE(content.empty()) << name;
     }
 }
 
-TEST_F(FilesTest, PathsAreTheSameWhenTheyLeadToTheSamePlace) {
+TEST_F(FilesTest, PathsAreTheSameWhenTheyLeadToTheSameFile) {
     fs::create_directory(In("folder"));
     WriteBytes(In("folder/real"), kContent);
     fs::create_symlink("folder/real", In("link"));
-    fs::create_symlink("folder/new", In("dangling"));
     const struct {
         const char *one, *other;
         bool same;
     } cases[] = {{"link", "folder/../folder/real", true},
-                 {"dangling", "folder/./new", true},
-                 {"dangling", "new", false},
-                 {"link", "dangling", false},
-                 {"absent/f", "absent/f", false}};
+                 {"new", "folder/../new", true},
+                 {"new", "NEW", true},
+                 {"new", "folder/new", false},
+                 {"folder", "new", false},
+                 {"link", "new", false}};
     for (const auto& [one, other, same] : cases)
         EXPECT_EQ(SameFile(In(one), In(other)), same) << one << ' ' << other;
 }
 
-class HeldFileTest : public CoreTest {
+// A save over a file that was read before.
+class ReadFileTest : public CoreTest {
   protected:
-    HeldFileTest() {
+    ReadFileTest() {
         WriteBytes(path_, kContent);
         Bytes content;
-        EXPECT_TRUE(ReadWholeFile(path_, content, {}, &asRead_));
+        EXPECT_TRUE(ReadWholeFile(path_, content, &asRead_));
     }
-    // What Hold finds: None when the file is as it was read.
-    FileProblem Held() {
-        HeldFile held;
-        return held.Hold(path_, asRead_) ? FileProblem::None : lastFileFailure.problem;
-    }
+    std::string Refusal() { return TextOf(SaveWholeFile(path_, kContent, {.asRead = &asRead_})); }
     const std::string path_ = In("f");
     FileState asRead_;
 };
 
-TEST_F(HeldFileTest, AFileIsHeldIfItsContentIsAsItWasRead) {
-    Bytes longer = kContent;
-    longer.push_back('c');
+const std::string kChanged = "It was changed by another program.";
+
+TEST_F(ReadFileTest, IsReplacedIfItsContentIsAsItWasRead) {
     const struct {
         const char* name;
         std::function<void()> change;
-        FileProblem problem;
-    } cases[] = {{"untouched", [] {}, FileProblem::None},
-                 {"made again", [&] { fs::remove(path_), WriteBytes(path_, kContent); }, FileProblem::None},
-                 {"longer", [&] { WriteBytes(path_, longer); }, FileProblem::Changed},
-                 {"removed", [&] { fs::remove(path_); }, FileProblem::Changed}};
+        std::string reason;
+    } cases[] = {{"untouched", [] {}, ""},
+                 {"made again", [&] { fs::remove(path_), WriteBytes(path_, kContent); }, ""},
+                 {"longer", [&] { WriteBytes(path_, Bytes(kContent.size() + 1, 'c')); }, kChanged},
+                 {"of the same length", [&] { WriteBytes(path_, Bytes(kContent.size(), 'd')); }, kChanged},
+                 {"removed", [&] { fs::remove(path_); }, kChanged}};
     for (const auto& row : cases) {
         row.change();
-        EXPECT_EQ(Held(), row.problem) << row.name;
+        EXPECT_EQ(Refusal(), row.reason) << row.name;
     }
 }
 
-TEST_F(HeldFileTest, AChangeOfTheSameLengthIsNoticedEvenIfTheTimesAgree) {
+TEST_F(ReadFileTest, ChangedDuringTheSaveStays) {
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path_, {.asRead = &asRead_}));
+    ASSERT_TRUE(file.Complete());
+    // The times agree, as on a disk that stores them in steps of seconds.
     static FileInfo before;
     before = asRead_.info;
     WriteBytes(path_, Bytes(kContent.size(), 'd'));
-    fileCalls.inspect = [](int file, FileInfo* info) {
-        const int result = SystemFileCalls().inspect(file, info);
+    fileCalls.inspect = [](int number, FileInfo* info) {
+        const int result = SystemFileCalls().inspect(number, info);
         info->modified = before.modified;
         info->changed = before.changed;
         return result;
     };
-    EXPECT_EQ(Held(), FileProblem::Changed);
+    EXPECT_EQ(TextOf(file.PutInPlace()), kChanged);
 }
 
-TEST_F(HeldFileTest, AnOldFileWithTheSameTimesIsNotReadAgain) {
-    asRead_.timesTell = true;
-    fileCalls.read = [](int, void*, std::size_t) -> std::int64_t { return -1; };
-    EXPECT_EQ(Held(), FileProblem::None);
-}
-
-TEST_F(HeldFileTest, AFileThatAnotherInstanceHoldsIsRefused) {
+TEST_F(ReadFileTest, HeldByAnotherInstanceIsRefused) {
     const OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
     ASSERT_EQ(fileCalls.lock(other.Get()), 0);
-    EXPECT_EQ(Held(), FileProblem::InUse);
+    EXPECT_EQ(Refusal(), "Another program is saving it right now.");
 }
 
-TEST_F(HeldFileTest, AFileIsHeldOnAFileSystemWithoutLocks) {
+TEST_F(ReadFileTest, IsReplacedOnAFileSystemWithoutLocks) {
     fileCalls.lock = [](int) {
         errno = ENOLCK;
         return -1;
     };
-    EXPECT_EQ(Held(), FileProblem::None);
+    EXPECT_EQ(Refusal(), "");
 }
 
-TEST_F(HeldFileTest, AFileReplacedWhileWaitingForTheLockIsNoticed) {
+TEST_F(ReadFileTest, ReplacedWhileWaitingForTheLockIsNoticed) {
     OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
     ASSERT_EQ(fileCalls.lock(other.Get()), 0);
     std::thread replacing([&] {
@@ -122,7 +128,7 @@ TEST_F(HeldFileTest, AFileReplacedWhileWaitingForTheLockIsNoticed) {
         fs::rename(In("new"), path_);
         other = OpenFile();
     });
-    EXPECT_EQ(Held(), FileProblem::Changed);
+    EXPECT_EQ(Refusal(), kChanged);
     replacing.join();
 }
 

@@ -27,8 +27,8 @@ unsigned ModeOf(const std::string& path) {
 
 class OutputFileTest : public CoreTest {
   protected:
-    bool Save(const std::string& name, FileKind kind = FileKind::Other) {
-        return SaveWholeFile(In(name), kind, kNew);
+    Outcome Save(const std::string& name, const SaveRules& rules = {}) {
+        return SaveWholeFile(In(name), kNew, rules);
     }
     void WriteOld(const std::string& name, unsigned mode = 0644) {
         WriteBytes(In(name), kOld);
@@ -56,16 +56,12 @@ TEST_F(OutputFileTest, TheNewFileIsOnTheDiskBeforeItReplacesTheOldOne) {
         calls += "flush ";
         return kSystem.flush(file);
     };
-    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
-        calls += "rename ";
-        return kSystem.renameIn(folder, from, to);
-    };
-    fileCalls.flushFolder = [](int folder) {
-        calls += "flush-folder ";
-        return kSystem.flushFolder(folder);
+    fileCalls.replaceIn = [](int folder, const char* from, const char* to) {
+        calls += "replace ";
+        return kSystem.replaceIn(folder, from, to);
     };
     EXPECT_TRUE(Save("f"));
-    EXPECT_EQ(calls, "create-private reserve write flush rename flush-folder ");
+    EXPECT_EQ(calls, "create-private reserve write flush replace ");
 }
 
 TEST_F(OutputFileTest, ReservingWhereTheSystemCantIsNoFailure) {
@@ -78,150 +74,140 @@ TEST_F(OutputFileTest, LinksAreFollowedAndStay) {
     WriteOld("folder/real");
     fs::create_symlink("folder/real", In("link"));
     fs::create_symlink("link", In("link2"));
-    fs::create_symlink("folder/new", In("dangling"));
-    const struct {
-        const char *link, *target;
-    } cases[] = {{"link2", "folder/real"}, {"dangling", "folder/new"}};
-    for (const auto& [link, target] : cases) {
-        EXPECT_TRUE(Save(link)) << link;
-        EXPECT_TRUE(fs::is_symlink(In(link))) << link;
-        EXPECT_EQ(ReadBytes(In(target)), kNew) << link;
-    }
-    EXPECT_EQ(Listing(), (std::vector<std::string>{"dangling", "folder", "link", "link2"}));
+    EXPECT_TRUE(Save("link2"));
+    EXPECT_TRUE(fs::is_symlink(In("link2")));
+    EXPECT_EQ(ReadBytes(In("folder/real")), kNew);
+    EXPECT_EQ(Listing(), (std::vector<std::string>{"folder", "link", "link2"}));
 }
 
-TEST_F(OutputFileTest, AFailureLeavesADanglingLinkDangling) {
-    fs::create_symlink("new", In("dangling"));
-    fileCalls.flush = [](int) { return -1; };
-    EXPECT_FALSE(Save("dangling"));
-    EXPECT_EQ(Listing(), std::vector<std::string>{"dangling"});
-}
-
-TEST_F(OutputFileTest, OnlyRegularFilesAreReplaced) {
+TEST_F(OutputFileTest, WhatCantBeReplacedIsRefusedWithItsReason) {
     fs::create_directory(In("folder"));
     fs::create_symlink("ring", In("ring"));
+    fs::create_symlink("new", In("dangling"));
     ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
     const auto before = Listing();
-    for (const char* name : {"folder", "folder/", "absent/f", "ring", "pipe", ""})
-        EXPECT_FALSE(Save(name)) << name;
+    const struct {
+        const char *name, *reason;
+    } cases[] = {{"folder", "Is a directory."},
+                 {"folder/", "Is a directory."},
+                 {"absent/f", "No such file or directory."},
+                 {"ring", "Too many levels of symbolic links."},
+                 {"dangling", "It is a link that leads nowhere."},
+                 {"pipe", "It is not a regular file."},
+                 {"", "Is a directory."}};
+    for (const auto& [name, reason] : cases)
+        EXPECT_EQ(TextOf(Save(name)), reason) << name;
     EXPECT_EQ(Listing(), before);
 }
 
-TEST_F(OutputFileTest, TracksAndShapesAreOnlyReplacedByTheirOwnKind) {
-    const struct {
-        const char* content;
-        FileKind kind;
-        FileProblem problem;
-    } cases[] = {{"ZPHR and more", FileKind::Other, FileProblem::IsTrack},
-                 {"zphr", FileKind::Shape, FileProblem::IsTrack},
-                 {"ZPHR", FileKind::Track, FileProblem::None},
-                 {"zRbF and more", FileKind::Other, FileProblem::IsShape},
-                 {"ZRBF", FileKind::Track, FileProblem::IsShape},
-                 {"ZRBF", FileKind::Shape, FileProblem::None},
-                 {"ZRB", FileKind::Track, FileProblem::None},
-                 {"", FileKind::Other, FileProblem::None},
-                 {"MM and more", FileKind::Shape, FileProblem::None}};
-    for (const auto& [content, kind, problem] : cases) {
-        SCOPED_TRACE(content);
-        const std::string text = content;
-        WriteBytes(In("f"), Bytes(text.begin(), text.end()));
-        lastFileFailure = {};
-        EXPECT_EQ(Save("f", kind), problem == FileProblem::None);
-        EXPECT_EQ(lastFileFailure.problem, problem);
-        EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
-    }
+TEST_F(OutputFileTest, TheRulesSeeTheBeginningOfTheOldFile) {
+    static std::string seen;
+    const SaveRules rules{.mayReplace = [](std::string_view beginning) -> Outcome {
+        seen = beginning;
+        return Failure{.reason = "No."};
+    }};
+    WriteOld("f");
+    EXPECT_EQ(TextOf(Save("f", rules)), "No.");
+    EXPECT_EQ(seen, "oooo");
+    EXPECT_EQ(ReadBytes(In("f")), kOld);
+    EXPECT_TRUE(Save("new", rules));
 }
 
 TEST_F(OutputFileTest, WhatAnotherProgramDoesWithTheFileMeanwhileStays) {
-    const Bytes track = {'Z', 'P', 'H', 'R'};
     const std::vector<std::string> file = {"f"}, nothing;
     const struct {
         const char* name;
         bool existed;
         std::function<void()> change;
-        FileProblem problem;
         std::vector<std::string> left;
     } cases[] = {
-        {"made", false, [&] { WriteOld("f"); }, FileProblem::Changed, file},
-        {"removed", true, [&] { fs::remove(In("f")); }, FileProblem::Changed, nothing},
-        {"turned into a track", true, [&] { WriteBytes(In("f"), track); }, FileProblem::IsTrack, file}};
+        {"made", false, [&] { WriteOld("f"); }, file},
+        {"removed", true, [&] { fs::remove(In("f")); }, nothing},
+        {"changed", true, [&] { WriteBytes(In("f"), {1}); }, file},
+        {"replaced", true, [&] { fs::remove(In("f")), WriteOld("f"); }, file},
+        {"given other permissions", true, [&] { fs::permissions(In("f"), fs::perms(0600)); }, file}};
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
         fs::remove(In("f"));
         if (row.existed) WriteOld("f");
-        OutputFile saved;
-        ASSERT_TRUE(saved.Create(In("f"), FileKind::Other));
-        row.change();
-        EXPECT_FALSE(saved.Finish());
-        EXPECT_EQ(lastFileFailure.problem, row.problem);
+        {
+            OutputFile saved;
+            ASSERT_TRUE(saved.Open(In("f")));
+            ASSERT_TRUE(saved.Complete());
+            row.change();
+            EXPECT_EQ(TextOf(saved.PutInPlace()), "It was changed by another program.");
+        }
         EXPECT_EQ(Listing(), row.left);
     }
 }
 
-TEST_F(OutputFileTest, AnObjectIsOnlySavedWhenItsFolderReachesTheDisk) {
+TEST_F(OutputFileTest, OfTwoSavesOfANewFileTheSecondIsRefused) {
+    OutputFile one, two;
+    for (OutputFile* const file : {&one, &two}) {
+        ASSERT_TRUE(file->Open(In("f")));
+        ASSERT_TRUE(file->Complete());
+    }
+    EXPECT_TRUE(one.PutInPlace());
+    EXPECT_EQ(TextOf(two.PutInPlace()), "It was changed by another program.");
+}
+
+TEST_F(OutputFileTest, AFolderThatCantBeFlushedIsAFailureOnlyIfTheDiskFails) {
     const struct {
-        FileKind kind;
         int error;
-        bool saved;
-    } cases[] = {{FileKind::Other, EIO, false},
-                 {FileKind::Other, ENOSPC, false},
-                 {FileKind::Other, EINVAL, true},  // this file system can't flush folders
-                 {FileKind::Other, EACCES, true},  // a folder that can't be listed
-                 {FileKind::Track, EIO, true}};    // it is in its place
+        bool good;
+    } cases[] = {{EIO, false},
+                 {ENOSPC, false},
+                 {EINVAL, true},   // this file system can't flush folders
+                 {EACCES, true}};  // a folder that can't be listed
     static int error;
     fileCalls.flushFolder = [](int) {
         errno = error;
         return -1;
     };
+    OutputFile file;
+    ASSERT_TRUE(file.Open(In("f")));
     for (const auto& row : cases) {
         error = row.error;
-        EXPECT_EQ(Save("f", row.kind), row.saved) << row.error;
+        EXPECT_EQ(bool(file.FlushFolder()), row.good) << row.error;
     }
 }
 
-TEST_F(OutputFileTest, ReplacingAFileNeitherGrantsNorRevokesAccess) {
+TEST_F(OutputFileTest, ASystemThatWritesNothingIsAFailure) {
+    fileCalls.write = [](int, const void*, std::size_t) -> std::int64_t { return 0; };
+    EXPECT_EQ(TextOf(Save("f")), "Input/output error.");
+}
+
+TEST_F(OutputFileTest, AFileKeepsItsPermissions) {
+    for (const unsigned mode : {0640u, 0604u, 0755u, 06755u}) {
+        WriteOld("f", mode);
+        EXPECT_TRUE(Save("f")) << std::oct << mode;
+        EXPECT_EQ(ModeOf(In("f")), mode);
+    }
+}
+
+TEST_F(OutputFileTest, ASaveThatCantKeepTheOwnerOrTheModeIsRefused) {
     const struct {
         const char* name;
-        unsigned oldMode;
-        bool groupKept, ownerKept;
-        int newMode;  // -1: the save is refused
-    } cases[] = {{"all kept", 0640, true, true, 0640},
-                 {"set-id bits go", 06755, true, true, 0755},
-                 {"group lost, it could do no more than others", 0644, false, true, 0644},
-                 {"group lost, others could do more", 0606, false, true, -1},
-                 {"group lost, it could read what others can't", 0640, false, true, -1},
-                 {"owner lost, the group can write", 0664, true, false, 0664},
-                 {"owner lost, the group can only read", 0644, true, false, -1},
-                 {"both lost, everyone can write", 0666, false, false, 0666}};
-    static bool groupKept, ownerKept;
-    fileCalls.inspect = [](int file, FileInfo* info) {
-        const int result = kSystem.inspect(file, info);
-        // The new file seems to be somebody else's until its group and owner are set.
-        info->owner += info->size == 0 ? 1 : 0;
-        info->group += info->size == 0 ? 1 : 0;
-        return result;
-    };
-    fileCalls.setGroup = [](int, unsigned) { return groupKept ? 0 : -1; };
-    fileCalls.setOwner = [](int, unsigned) { return ownerKept ? 0 : -1; };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.name);
-        WriteOld("f", row.oldMode);
-        groupKept = row.groupKept;
-        ownerKept = row.ownerKept;
-        const bool refused = row.newMode < 0;
-        EXPECT_EQ(Save("f", FileKind::Track), !refused);
-        EXPECT_EQ(ReadBytes(In("f")), refused ? kOld : kNew);
-        EXPECT_EQ(ModeOf(In("f")), refused ? row.oldMode : static_cast<unsigned>(row.newMode));
+        std::function<void()> spoil;
+    } cases[] = {
+        {"the owner can't be set", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return -1; }; }},
+        {"the system ignores the owner", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return 0; }; }},
+        {"the mode can't be set", [] { fileCalls.setMode = [](int, unsigned) { return -1; }; }},
+        {"the system ignores the mode", [] { fileCalls.setMode = [](int, unsigned) { return 0; }; }}};
+    for (const auto& [name, spoil] : cases) {
+        SCOPED_TRACE(name);
+        WriteOld("f");
+        fileCalls = kSystem;
+        fileCalls.inspect = [](int file, FileInfo* info) {
+            const int result = kSystem.inspect(file, info);
+            info->owner += info->size == 0 ? 1 : 0;  // the new file seems to be somebody else's
+            return result;
+        };
+        spoil();
+        EXPECT_EQ(TextOf(Save("f")), "Its owner and permissions can't be kept.");
+        EXPECT_EQ(ReadBytes(In("f")), kOld);
+        EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
     }
-}
-
-TEST_F(OutputFileTest, PermissionsThatChangeDuringTheSaveAreKept) {
-    WriteOld("f", 0644);
-    OutputFile file;
-    ASSERT_TRUE(file.Create(In("f"), FileKind::Other));
-    ASSERT_EQ(::chmod(In("f").c_str(), 0600), 0);
-    EXPECT_TRUE(file.Finish());
-    EXPECT_EQ(ModeOf(In("f")), 0600u);
 }
 
 TEST_F(OutputFileTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
@@ -238,7 +224,7 @@ TEST_F(OutputFileTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
         track.info.group = ::getegid() + (row.sameGroup ? 0 : 1);
         track.hasAccessList = row.hasList;
         const mode_t before = ::umask(row.mask);
-        EXPECT_TRUE(SaveWholeFile(In("f"), FileKind::Track, kNew, nullptr, &track));
+        EXPECT_TRUE(Save("f", {.like = &track}));
         ::umask(before);
         EXPECT_EQ(ModeOf(In("f")), row.newMode) << std::oct << row.trackMode;
     }
@@ -278,31 +264,13 @@ TEST_F(AccessListTest, AnAccessListIsKept) {
     EXPECT_EQ(Attribute("f", "system.posix_acl_access"), List());
 }
 
-TEST_F(AccessListTest, AnAccessListWithoutItsOwnerOrGroupRefusesTheSave) {
-    fileCalls.inspect = [](int file, FileInfo* info) {
-        const int result = kSystem.inspect(file, info);
-        info->owner += info->size == 0 ? 1 : 0;  // the new file seems to be somebody else's
-        info->group += info->size == 0 ? 1 : 0;
-        return result;
-    };
-    ASSERT_EQ(::chmod(In("f").c_str(), 0666), 0);
-    static bool groupKept;
-    fileCalls.setGroup = [](int, unsigned) { return groupKept ? 0 : -1; };
-    fileCalls.setOwner = [](int, unsigned) { return groupKept ? -1 : 0; };
-    for (const bool kept : {true, false}) {
-        groupKept = kept;
-        EXPECT_FALSE(Save("f")) << kept;
-        EXPECT_EQ(lastFileFailure.problem, FileProblem::RightsLost);
-    }
-}
-
 TEST_F(AccessListTest, AListThatAFileInheritsFromItsFolderIsRemoved) {
     fs::create_directory(In("d"));
     WriteOld("d/old", 0600);
     ASSERT_TRUE(Set("d", "system.posix_acl_default", List()));
     FileState track;
     track.info.mode = 0600;
-    EXPECT_TRUE(SaveWholeFile(In("d/new"), FileKind::Track, kNew, nullptr, &track));
+    EXPECT_TRUE(Save("d/new", {.like = &track}));
     EXPECT_TRUE(Save("d/old"));
     for (const char* name : {"d/new", "d/old"})
         EXPECT_TRUE(Attribute(name, "system.posix_acl_access").empty()) << name;

@@ -1,7 +1,9 @@
 #include "platform/Signals.h"
 
 #include <fcntl.h>
+#include <signal.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -29,6 +31,37 @@ TEST_F(SignalsTest, ASignalThatAnotherThreadTakesWaitsUntilTheFileIsNoted) {
     };
     EXPECT_EXIT(endWhileAFileIsMade(), testing::KilledBySignal(SIGTERM), "");
     EXPECT_FALSE(std::filesystem::exists(In("unfinished")));
+}
+
+TEST_F(SignalsTest, EverySignalThatEndsTheProgramRemovesWhatIsUnfinished) {
+    const struct {
+        const char* name;
+        int signal;
+    } cases[] = {{"HUP", SIGHUP},   {"INT", SIGINT},   {"QUIT", SIGQUIT}, {"PIPE", SIGPIPE},
+                 {"ALRM", SIGALRM}, {"TERM", SIGTERM}, {"USR1", SIGUSR1}, {"USR2", SIGUSR2},
+                 {"XCPU", SIGXCPU}, {"RTMIN", SIGRTMIN}};
+    for (const auto& [name, signal] : cases) {
+        WriteBytes(In("one"), {1});
+        WriteBytes(In("two"), {1});
+        const auto end = [&] {
+            RemoveUnfinishedOnSignals();
+            NoteUnfinished(AT_FDCWD, In("one"));
+            NoteUnfinished(AT_FDCWD, In("two"));
+            ::raise(signal);
+        };
+        EXPECT_EXIT(end(), testing::KilledBySignal(signal), "") << name;
+        EXPECT_TRUE(Listing().empty()) << name;
+    }
+}
+
+TEST_F(SignalsTest, AnIgnoredSignalStaysIgnored) {
+    const auto ignore = [] {
+        (void)::signal(SIGHUP, SIG_IGN);  // as by nohup
+        RemoveUnfinishedOnSignals();
+        ::raise(SIGHUP);
+        std::_Exit(7);
+    };
+    EXPECT_EXIT(ignore(), testing::ExitedWithCode(7), "");
 }
 
 }  // namespace boreforge

@@ -37,15 +37,16 @@ class SuddenEndTest : public BatchTest {
         const char* const factor = std::getenv("BOREFORGE_CAMPAIGN");
         return factor ? usual * std::atoi(factor) : usual;
     }
-    pid_t Start() { return Start(object); }
-    pid_t Start(const std::string& output) {
+    pid_t Start() { return Start(object, track); }
+    // Both paths of the track that is saved are the same in most tests.
+    pid_t Start(const std::string& output, const std::string& saved) {
         const pid_t child = ::fork();
         if (child == 0) {
             const int nowhere = ::open("/dev/null", O_WRONLY);
             ::dup2(nowhere, 1);
             ::dup2(nowhere, 2);
             ::execl(PROGRAMS "/boreforge-batch", "boreforge-batch", track.c_str(), output.c_str(), "--shape",
-                    shape.c_str(), nullptr);
+                    shape.c_str(), saved == track ? nullptr : "--track-out", saved.c_str(), nullptr);
             ::_exit(127);
         }
         return child;
@@ -136,7 +137,7 @@ TEST_F(SuddenEndTest, TwoExportsOntoOneTrackNeverLoseAnEntryWithoutAnError) {
         const std::string names[] = {"one.3ds", "two.3ds"};
         std::vector<pid_t> children;
         for (const std::string& name : names)
-            children.push_back(Start(In(name)));
+            children.push_back(Start(In(name), track));
         std::vector<std::string> written;
         for (std::size_t i = 0; i < 2; ++i) {
             if (ExitStatus(children[i]) == 0)
@@ -152,6 +153,23 @@ TEST_F(SuddenEndTest, TwoExportsOntoOneTrackNeverLoseAnEntryWithoutAnError) {
         EXPECT_EQ(entered, written);
     }
     std::printf("%d rounds of two exports: %d were refused\n", rounds, refused);
+}
+
+TEST_F(SuddenEndTest, OfTwoExportsOntoOneNewTrackOneSucceeds) {
+    const int rounds = Rounds(10);
+    const std::string saved = In("new.zrtrack");
+    for (int round = 0; round < rounds && !HasFailure(); ++round) {
+        fs::remove(saved);
+        const std::string names[] = {"one.3ds", "two.3ds"};
+        const pid_t children[] = {Start(In(names[0]), saved), Start(In(names[1]), saved)};
+        std::vector<std::string> written;
+        for (int i = 0; i < 2; ++i)
+            if (ExitStatus(children[i]) == 0) written.push_back(names[i]);
+        ASSERT_TRUE(ReadTrackFile(saved));
+        ASSERT_EQ(TrackFile.SceneryObjects.size(), 1u);
+        // One after the other, both succeed; then the file has the entry of one of them.
+        EXPECT_TRUE(std::ranges::count(written, TrackFile.SceneryObjects[0].ObjectFile) == 1);
+    }
 }
 
 TEST_F(SuddenEndTest, TooLittleMemoryEndsInAMessage) {

@@ -5,7 +5,6 @@
 #include <random>
 #include <set>
 
-#include "base/Message.h"
 #include "editor/ShapeHistory.h"
 #include "editor/ShapeInput.h"
 #include "editor/TunnelShape.h"
@@ -23,10 +22,6 @@ CoreTest::CoreTest() {
         folder_ =
             std::filesystem::temp_directory_path().string() + "/boreforge-test-" + std::to_string(random());
     while (!std::filesystem::create_directory(folder_));
-    shown_.clear();
-    SetMessageHook([](const std::string& text, const std::string& title, MessageIcon icon) {
-        shown_.push_back((icon == MessageIcon::Information ? "(i) " : "(!) ") + title + "\n" + text);
-    });
     fileCalls = SystemFileCalls();
     ResetTrackFile();
     TrackFilePath.clear();
@@ -40,7 +35,6 @@ CoreTest::CoreTest() {
 }
 
 CoreTest::~CoreTest() {
-    SetMessageHook(nullptr);
     fileCalls = SystemFileCalls();
     std::filesystem::remove_all(folder_);
 }
@@ -50,6 +44,11 @@ std::vector<std::string> CoreTest::Listing() const {
     for (const auto& entry : std::filesystem::directory_iterator(folder_))
         names.insert(entry.path().filename().string());
     return {names.begin(), names.end()};
+}
+
+testing::AssertionResult Contains(const std::string& text, const std::string& part) {
+    if (text.find(part) != std::string::npos) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "\"" << part << "\" is not in \"" << text << '"';
 }
 
 Bytes ReadBytes(const std::string& path) {

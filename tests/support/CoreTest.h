@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "base/Outcome.h"
 #include "platform/Bytes.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 
 namespace boreforge {
 
-// Each test starts with the program's initial state, an empty folder of its own, and messages recorded.
+// Each test starts with the program's initial state and an empty folder of its own.
 class CoreTest : public testing::Test {
   protected:
     CoreTest();
@@ -20,13 +21,15 @@ class CoreTest : public testing::Test {
     std::string In(const std::string& name) const { return folder_ + "/" + name; }
     // The names in the folder in alphabetical order, hidden files included.
     std::vector<std::string> Listing() const;
-    // Each message so far: "(i) " or "(!) ", title, line break, text.
-    static const std::vector<std::string>& Shown() { return shown_; }
 
   private:
     std::string folder_;
-    static inline std::vector<std::string> shown_;
 };
+
+// The words of a failure; empty if it worked.
+inline std::string TextOf(const Outcome& outcome) { return outcome ? "" : outcome.Why().Text(); }
+// Whether a text contains another, with both in the message if not.
+testing::AssertionResult Contains(const std::string& text, const std::string& part);
 
 Bytes ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const Bytes& bytes);

@@ -10,18 +10,11 @@ namespace {
 
 const FileCalls kSystem = SystemFileCalls();
 int callsBeforeFailure;
-bool interrupted;
 
 bool Fails() {
     if (callsBeforeFailure-- != 0) return false;
     errno = ENOSPC;
     return true;
-}
-
-bool Interrupts() {
-    interrupted = !interrupted;
-    if (interrupted) errno = EINTR;
-    return interrupted;
 }
 
 // A call of the same type that may fail instead.
@@ -42,15 +35,14 @@ void MakeFail() {
 void FailOneCall(int which) {
     callsBeforeFailure = which;
     using F = FileCalls;
-    MakeFail<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::realPath, &F::reserve, &F::rewind,
-             &F::truncate, &F::setOwner, &F::setGroup, &F::setMode, &F::listAttributes, &F::getAttribute,
-             &F::setAttribute, &F::removeAttribute, &F::lock, &F::flush, &F::flushFolder, &F::renameIn,
-             &F::removeIn>();
+    MakeFail<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::reserve, &F::rewind, &F::setOwner,
+             &F::setMode, &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder,
+             &F::replaceIn, &F::renameIn, &F::removeIn>();
     fileCalls.read = [](int file, void* bytes, std::size_t count) -> std::int64_t {
-        return Interrupts() || Fails() ? -1 : kSystem.read(file, bytes, count / 2 + 1);
+        return Fails() ? -1 : kSystem.read(file, bytes, count / 2 + 1);
     };
     fileCalls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
-        return Interrupts() || Fails() ? -1 : kSystem.write(file, bytes, count / 2 + 1);
+        return Fails() ? -1 : kSystem.write(file, bytes, count / 2 + 1);
     };
     fileCalls.close = [](int file) {
         const int result = kSystem.close(file);

@@ -15,7 +15,7 @@ class TrackIOTest : public CoreTest {
         EXPECT_TRUE(WriteTrackFile(path));
         return ReadBytes(path);
     }
-    bool Loads(const Bytes& file) {
+    Outcome Loads(const Bytes& file) {
         WriteBytes(path, file);
         return ReadTrackFile(path);
     }
@@ -115,21 +115,25 @@ TEST_F(TrackIOTest, ASaveWritesWhatOtherProgramsWroteInItsOwnForm) {
     const struct {
         const char* name;
         Bytes file;
+        std::int64_t foreignChunks = 0, bytesAfterEnd = 0;
     } cases[] = {
         {"our own form", known.bytes},
         {"another style", KnownFile(foreignStyle)},
         {"negative text lengths", WithNegativeTextLengths(known)},
-        {"more after the last chunk", WithMoreAtTheEnd()},
+        {"more after the last chunk", WithMoreAtTheEnd(), 0, 27},
         {"another order", known.InOrder({"ZPHR", "ENVC", "TERA", "SCEN", "SCOB", "TRCK", "SUPP", "CATW",
                                          "TUBE", "FREN", "RASC", "FUND", "SEGM", "BEZR", "INFO"})},
         {"unknown chunks, one of them with another inside",
          WithMoreChunks(known.chunks[1], 6,
-                        "'XYZW' 00000010 'SEGM' 00000000 FFFFFFFF 00000001 'ZPHR' 00000000")},
+                        "'XYZW' 00000010 'SEGM' 00000000 FFFFFFFF 00000001 'ZPHR' 00000000"),
+         2},
         {"a chunk that comes twice",
          WithMoreChunks(known.chunks[2], 5, "'FREN' 00000000" + Zeros(16) + "00000001" + Zeros(48))}};
-    for (const auto& [name, file] : cases) {
+    for (const auto& [name, file, foreignChunks, bytesAfterEnd] : cases) {
         SCOPED_TRACE(name);
         ASSERT_TRUE(Loads(file));
+        EXPECT_EQ(TrackOnDisk.ForeignChunks, foreignChunks);
+        EXPECT_EQ(TrackOnDisk.BytesAfterEnd, bytesAfterEnd);
         ExpectFieldsInUse();
         ExpectFieldsInAnotherOrder();
         EXPECT_EQ(Saved(), known.bytes);
@@ -146,19 +150,12 @@ TEST_F(TrackIOTest, NoPrefixOfATrackIsATrack) {
     }
 }
 
-TEST_F(TrackIOTest, ACountTooLargeForTheRestOfTheFileAllocatesNothing) {
-    const struct {
-        std::string count;
-        std::int32_t segments;
-    } cases[] = {{"00000064", 100}, {"00000065", 0}};
-    for (const auto& [count, segments] : cases) {
-        // Room for 100 segments of 33 bytes, the shortest.
-        const Bytes chunk = FromHex("00000000" + count + Zeros(3300));
-        ReadCursor at{chunk};
-        TrackDocument track;
-        ReadSegmChunk(at, track);
-        EXPECT_EQ(track.SegmentCount(), segments);
-    }
+TEST_F(TrackIOTest, ANegativeWidthOfATerrainIsReportedWhereItIs) {
+    const KnownTrack known = MakeKnownTrack();
+    const std::size_t terrain = known.chunks.at(13);
+    Bytes file = known.bytes;
+    Put32(file, terrain + 8, 0xFFFFFFFF);  // after the tag and the size
+    EXPECT_EQ(TextOf(Loads(file)), "It is damaged at byte 12 of chunk \"TERA\".");
 }
 
 TEST_F(TrackIOTest, APathThatCantBeATrackLeavesTheOpenTrack) {

@@ -44,21 +44,21 @@ bool MakeFolder(const std::filesystem::path& folder) {
 
 template <std::size_t Count>
 bool WriteSamples(const std::filesystem::path& folder, const Sample (&samples)[Count],
-                  bool (*write)(const std::string& path)) {
+                  Outcome (*write)(const std::string& path)) {
     if (!MakeFolder(folder)) return false;
     for (const Sample& sample : samples) {
         sample.make();
         const std::string path = (folder / sample.name).string();
-        if (write(path)) continue;
-        std::fprintf(stderr, "make_samples: can't write %s\n", path.c_str());
-        return false;
+        if (const Outcome written = write(path); !written) {
+            Fail(written.With({.headline = "make_samples: can't write this file:", .path = path}).Why());
+            return false;
+        }
     }
     return true;
 }
 
 int WriteAllSamples(const std::filesystem::path& root) {
-    const auto writeTrack = [](const std::string& path) { return WriteTrackFile(path); };
-    const bool good = WriteSamples(root / "tracks", kTracks, writeTrack) &&
+    const bool good = WriteSamples(root / "tracks", kTracks, WriteTrackFile) &&
                       WriteSamples(root / "elements", kShapes, SaveTunnelShape);
     return good ? kDone : kFailed;
 }

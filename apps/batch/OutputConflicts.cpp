@@ -1,0 +1,26 @@
+#include "batch/OutputConflicts.h"
+
+#include <map>
+
+#include "platform/Paths.h"
+
+namespace boreforge {
+
+std::string ConflictOf(const BatchOptions& options) {
+    std::map<FileIdentity, std::string> inputs, outputs;
+    if (!options.Shape.empty()) inputs.emplace(IdentityOf(options.Shape), options.Shape);
+    for (const BatchJob& job : options.Jobs)
+        inputs.emplace(IdentityOf(job.Track), job.Track);
+    for (const BatchJob& job : options.Jobs)
+        for (const std::string& output : {job.Object, job.TrackOut}) {
+            if (output.empty()) continue;
+            const FileIdentity file = IdentityOf(output);
+            if (const auto input = inputs.find(file); input != inputs.end())
+                return "'" + output + "' would replace '" + input->second + "'";
+            if (const auto [other, isNew] = outputs.emplace(file, output); !isNew)
+                return "'" + other->second + "' and '" + output + "' are the same file";
+        }
+    return {};
+}
+
+}  // namespace boreforge

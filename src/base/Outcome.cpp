@@ -1,0 +1,49 @@
+#include "base/Outcome.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace boreforge {
+
+namespace {
+
+void FillIn(std::string& text, const std::string& context) {
+    if (text.empty()) text = context;
+}
+
+void Append(std::string& text, const std::string& separator, const std::string& more) {
+    if (more.empty()) return;
+    if (!text.empty()) text += separator;
+    text += more;
+}
+
+}  // namespace
+
+std::string Failure::Text() const {
+    std::string body = path, text = headline;
+    Append(body, "\n", reason);
+    Append(text, "\n\n", body);
+    Append(text, "\n\n", consequence);
+    return text;
+}
+
+Outcome Outcome::With(const Failure& context) const {
+    if (!failure_) return *this;
+    Failure failure = *failure_;
+    FillIn(failure.headline, context.headline);
+    FillIn(failure.path, context.path);
+    FillIn(failure.reason, context.reason);
+    FillIn(failure.consequence, context.consequence);
+    return failure;
+}
+
+Failure SystemFailure(int error) {
+    Failure failure;
+    // On Windows, where this isn't only about running programs, the system has no such words.
+    failure.reason =
+        error == ETXTBSY ? "Another program is using it." : std::generic_category().message(error) + ".";
+    if (error == EACCES || error == EPERM || error == EROFS) failure.problem = Problem::NoAccess;
+    return failure;
+}
+
+}  // namespace boreforge

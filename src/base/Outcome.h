@@ -1,0 +1,69 @@
+// How an operation ended. A failure is returned, with its reason in words, to whoever shows it to the user.
+#pragma once
+
+#include <new>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace boreforge {
+
+// What callers distinguish. Everything else is only in the words.
+enum class Problem {
+    Other,
+    Changed,   // another program changed the file since it was read, or made one in its place
+    InUse,     // another program is saving the file right now
+    NoAccess,  // the user may not read the file, or not replace it where it is
+};
+
+// Words for the user. Any of them can be empty.
+struct Failure {
+    std::string headline = {};     // "Error - The Track Can't Be Saved!"
+    std::string path = {};         // of the file
+    std::string reason = {};       // a sentence: "No space left on device."
+    std::string consequence = {};  // what was not done, and what to do now: "Nothing was written."
+    Problem problem = Problem::Other;
+    bool isNotice = false;  // nothing went wrong, but there was nothing to do
+
+    // All of it in paragraphs: the headline, the path with the reason below it, the consequence.
+    std::string Text() const;
+};
+
+class [[nodiscard]] Outcome {
+  public:
+    Outcome() = default;  // it worked
+    Outcome(Failure failure) : failure_(std::move(failure)) {}  // NOLINT(google-explicit-constructor)
+
+    // True if it worked.
+    explicit operator bool() const { return !failure_; }
+
+    // Why it failed. Only if it did.
+    const Failure& Why() const { return *failure_; }
+
+    // What `next` returns if this worked, else this failure: for steps that follow one another.
+    template <class Next>
+    Outcome Then(const Next& next) const {
+        return failure_ ? *this : next();
+    }
+
+    // The same with the words of `context` in place of empty ones.
+    Outcome With(const Failure& context) const;
+
+  private:
+    std::optional<Failure> failure_;
+};
+
+// The reason of a failed system call, from the number in errno.
+Failure SystemFailure(int error);
+
+// What `action` returns, or `failure` if memory runs out in it.
+template <class Action>
+Outcome WithinMemory(const Action& action, const Failure& failure) {
+    try {
+        return action();
+    } catch (const std::bad_alloc&) {
+        return failure;
+    }
+}
+
+}  // namespace boreforge
