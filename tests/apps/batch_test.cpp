@@ -178,7 +178,7 @@ TEST_F(FailingBatchTest, MessagesNeverGoIntoAFileWhenAStandardStreamIsClosed) {
 TEST_F(FailingBatchTest, OutputThatCantBeWrittenIsAFailure) {
     for (const char* arguments : {"--help", "--version", "t.zrtrack o.3ds --dry-run"}) {
         EXPECT_EQ(Run("(" + kBatch + arguments + " >/dev/full)"), 1) << arguments;
-        EXPECT_TRUE(Contains(Text("err"), "The Output Can't Be Written!\n\nNo space left on device."));
+        EXPECT_TRUE(Contains(Text("err"), "The Output Can't Be Written!"));
     }
 }
 

@@ -28,22 +28,26 @@ check() {
     [ -z "$(find "$work/home" "$work/disk" -name '.boreforge*')" ] || fail "$name: left a temporary file"
     checks=$((checks + 1))
 }
+# put FILE: a copy of the track that belongs to the user.
+put() {
+    cp "$work/old" "$1"
+    [ ! "$root" ] || chown 65534:65534 "$1"
+}
 # A track of its own in a folder of its own.
 fresh() {
     rm -rf "${work:?}/home/$1"
     mkdir -m 777 "$work/home/$1"
-    cp "$work/old" "$work/home/$1/t.zrtrack"
-    chmod 666 "$work/home/$1/t.zrtrack"
+    put "$work/home/$1/t.zrtrack"
     cd "$work/home/$1"
 }
 
 if [ "$root" ] && mount -t tmpfs -o size=24k,mode=777 none "$work/disk" 2>/dev/null; then
-    cp "$work/old" "$work/disk/t.zrtrack"
-    chmod 666 "$work/disk/t.zrtrack"
+    put "$work/disk/t.zrtrack"
     check "a full disk, the object" "Object Can't Be Written" "$work/disk/t.zrtrack" "$work/disk/o.3ds"
     [ ! -e "$work/disk/o.3ds" ] || fail "a full disk: a part of the object stays"
     head -c 1000000 /dev/zero >"$work/disk/fill" 2>/dev/null || true
     check "a full disk, the track" "Can't Be Saved" "$work/disk/t.zrtrack" "$work/home/o.3ds"
+    [ ! -e "$work/home/o.3ds" ] || fail "a full disk, the track: the object was written"
     rm "$work/disk/fill"
     user "$batch" "$work/disk/t.zrtrack" "$work/home/o.3ds" >"$work/said" 2>&1 || fail "the next save"
 else
@@ -53,7 +57,8 @@ fi
 fresh folder
 chmod 555 .
 check "a read-only folder, the object" "Object Can't Be Written" t.zrtrack o.3ds
-check "a read-only folder, the track" "Can't Be Saved" t.zrtrack ../p.3ds
+check "a read-only folder, the track" "Copy the track to a folder of your own" t.zrtrack ../p.3ds
+[ ! -e ../p.3ds ] || fail "a read-only folder, the track: the object was written"
 fresh small
 (ulimit -f 8 && check "a limit of file sizes" "Object Can't Be Written" t.zrtrack o.3ds)
 fresh locked
@@ -61,43 +66,53 @@ chmod 444 t.zrtrack
 check "a locked track" "Can't Be Saved" t.zrtrack o.3ds
 fresh target
 ln -s /nowhere/o.3ds link.3ds
-check "a link to nowhere" "Object Can't Be Written" t.zrtrack link.3ds
+check "a link to nowhere" "It is a link that leads nowhere" t.zrtrack link.3ds
+ln -s new.3ds near.3ds
+check "a link to no file" "It is a link that leads nowhere" t.zrtrack near.3ds
 long=$(printf '%0300d' 0)
 check "a name of 300 bytes" "Object Can't Be Written" t.zrtrack "$long.3ds"
 check "a track's name of 300 bytes" "Can't Be Saved" t.zrtrack p.3ds --track-out "$long.zrtrack"
 
-# A folder that takes no new file: an object that is there is overwritten, a track is refused.
+# A folder that takes no new file, with an object in it that the user may write.
 fresh shared
 echo "an older object" >o.3ds
 chmod 666 o.3ds
 mkdir -m 777 ../tracks
 mv t.zrtrack ../tracks/t.zrtrack
 chmod 555 .
-user "$batch" ../tracks/t.zrtrack o.3ds >"$work/said" 2>&1 || fail "an object in a locked folder"
-[ "$(head -c 2 o.3ds)" = MM ] || fail "an object in a locked folder: it is the old one"
+check "an object in a locked folder" "save the object in a folder of your own" ../tracks/t.zrtrack o.3ds
+[ "$(cat o.3ds)" = "an older object" ] || fail "an object in a locked folder: it was overwritten"
 
-# A track that several users work on: its group and rights stay, or the save is refused.
+# Files of other users, whose owner can't be kept.
 if [ "$root" ]; then
-    fresh group
     member() { setpriv --reuid=65533 --regid=65533 --groups=65532 "$@"; }
+    user() { member "$@"; }
+    fresh group
     chown 65531:65532 t.zrtrack
     chmod 664 t.zrtrack
-    member "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a track of the group's"
-    [ "$(stat -c %g:%a t.zrtrack)" = 65532:664 ] || fail "a track of the group's: $(stat -c %g:%a t.zrtrack)"
-    cp "$work/old" t.zrtrack
-    chown 65531:65530 t.zrtrack
-    chmod 646 t.zrtrack
-    user() { member "$@"; }
-    check "a track whose owner would lose it" "can't be kept" t.zrtrack p.3ds
+    check "a track of a group's other member" "owner and permissions can't be kept" t.zrtrack o.3ds
+    fresh sticky
+    chown 65533:65532 t.zrtrack
+    chmod 1777 .
+    echo "somebody's object" >o.3ds
+    chmod 666 o.3ds
+    check "somebody's object in a shared folder" "owner and permissions can't be kept" t.zrtrack o.3ds
+    [ "$(cat o.3ds)" = "somebody's object" ] || fail "somebody's object was overwritten"
+    chown 65533:65532 o.3ds
+    chmod 640 o.3ds t.zrtrack
+    user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a group's track and object"
+    [ "$(stat -c %u:%g:%a t.zrtrack o.3ds | uniq)" = 65533:65532:640 ] || fail "owner, group or permissions changed"
     user() { setpriv --reuid=65534 --regid=65534 --clear-groups "$@"; }
 
     # A link that somebody planted in a shared folder, if the system protects from those.
     if [ "$(cat /proc/sys/fs/protected_symlinks)" = 1 ]; then
         fresh planted
         mkdir -m 1777 all
-        ln -s ../victim all/o.3ds && chown -h 65533 all/o.3ds
+        echo "a victim" >victim.3ds
+        chmod 666 victim.3ds
+        ln -s ../victim.3ds all/o.3ds && chown -h 65533 all/o.3ds
         check "a planted link" "Object Can't Be Written" t.zrtrack all/o.3ds
-        [ ! -e victim ] || fail "a planted link: it was followed"
+        [ "$(cat victim.3ds)" = "a victim" ] || fail "a planted link: it was followed"
     fi
 fi
 
@@ -111,7 +126,7 @@ user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a link"
 ! cmp -s "$work/old" far/t.zrtrack || fail "a link: the track it leads to should have changed"
 deep=$(printf '%0150d/%0150d' 0 0)
 mkdir -p "$deep" && chmod -R 777 .
-cp "$work/old" "$deep/t.zrtrack" && chmod 666 "$deep/t.zrtrack"
+put "$deep/t.zrtrack"
 user "$batch" "$deep/t.zrtrack" "$deep/o.3ds" >"$work/said" 2>&1 || fail "a path of 300 bytes"
 [ -s "$deep/o.3ds" ] || fail "a path of 300 bytes: no object"
 ! cmp -s "$work/old" "$deep/t.zrtrack" || fail "a path of 300 bytes: the track should have changed"
