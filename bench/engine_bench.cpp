@@ -193,7 +193,7 @@ Open OnCircuit(int pieces, int nodes) {
 Open OnLongCircuit(void (*makeShape)()) {
     return [=] {
         makeShape();
-        return OpenTrack(BOREFORGE_TRACKS "/long-circuit.zrtrack");
+        return bool(OpenTrack(BOREFORGE_TRACKS "/long-circuit.zrtrack"));
     };
 }
 
@@ -210,7 +210,7 @@ bool OpenJob(const Open& open) {
 bool RunJob(const std::string& object) {
     TunnelChoices choices;
     choices.DetailItem = 0;
-    return RunTunnelJob(DeriveJobSettings(choices, object));
+    return bool(RunTunnelJob(DeriveJobSettings(choices, object)));
 }
 
 double TimeJob(State& state, const Open& open, bool flush) {
@@ -291,7 +291,7 @@ Figures MeasureMemory() {
     for (const int megabytes : {50, 100})
         PeakMemoryOf([=] {
             BuildLargeTrack(megabytes * std::int64_t{1000000});
-            return WriteTrackFile(LargeTrack(megabytes));
+            return bool(WriteTrackFile(LargeTrack(megabytes)));
         });
     Figures figures;
     figures["peak memory of load and save, 100 MB"] = {

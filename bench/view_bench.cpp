@@ -53,7 +53,7 @@ void WaitForFrame(QQuickWindow& window) {
 
 double TimeTurn(State& state, const std::string& object) {
     ViewScene scene;
-    const bool opened = scene.OpenObject(object);
+    const bool opened{scene.OpenObject(object)};
     ViewWindow window(scene);
     window.resize(1280, 720);
     window.show();

@@ -17,8 +17,9 @@ void WriteScratch(const std::string& path, std::span<const std::uint8_t> bytes);
 // The file's bytes; empty if it doesn't exist.
 std::vector<std::uint8_t> ReadScratch(const std::string& path);
 
-// Stops the fuzzer with a finding unless the property holds.
-inline void Require(bool property) {
+// Stops the fuzzer with a finding unless the property holds, or the operation worked.
+template <class Property>
+void Require(const Property& property) {
     if (!property) __builtin_trap();
 }
 
