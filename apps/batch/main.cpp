@@ -44,11 +44,13 @@ std::string Count(std::int64_t count, const std::string& thing) {
 
 void WarnOfLosses(const std::string& track) {
     std::string lost;
-    if (TrackOnDisk.ForeignChunks > 0) lost = Count(TrackOnDisk.ForeignChunks, "chunk") + " of an unknown kind";
+    if (TrackOnDisk.ForeignChunks > 0)
+        lost = Count(TrackOnDisk.ForeignChunks, "chunk") + " of an unknown kind";
     if (TrackOnDisk.BytesAfterEnd > 0)
         lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.BytesAfterEnd, "byte") +
                 " after the last chunk";
-    if (!lost.empty()) PrintError("Warning: " + track + " has " + lost + "; the saved track won't have them.");
+    if (!lost.empty())
+        PrintError("Warning: " + track + " has " + lost + "; the saved track won't have them.");
 }
 
 void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {

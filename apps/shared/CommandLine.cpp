@@ -37,7 +37,8 @@ int ParseAndWork(CLI::App& application, int count, char** arguments, const std::
     return work();
 }
 
-// False, with the reason in errno, if standard output has failed. CLI11 prints by the first of the two streams.
+// False, with the reason in errno, if standard output has failed. CLI11 prints by the first of the two
+// streams.
 bool FlushOutput() {
     errno = 0;
     std::cout.flush();

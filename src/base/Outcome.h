@@ -31,7 +31,7 @@ struct Failure {
 
 class [[nodiscard]] Outcome {
   public:
-    Outcome() = default;  // it worked
+    Outcome() = default;                                        // it worked
     Outcome(Failure failure) : failure_(std::move(failure)) {}  // NOLINT(google-explicit-constructor)
 
     // True if it worked.

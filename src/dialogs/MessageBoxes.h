@@ -7,8 +7,8 @@
 
 namespace boreforge {
 
-// Shows a modal message box with an OK button over the active window and waits for the user. A failure without
-// words isn't shown.
+// Shows a modal message box with an OK button over the active window and waits for the user. A failure
+// without words isn't shown.
 void ShowFailure(const Failure& failure);
 
 // Runs the action of an event. If memory runs out, tells the user and carries on.

@@ -8,8 +8,8 @@
 
 namespace boreforge {
 
-// Replaces the shape with the file's. The shape is unchanged if the path is empty or the file can't be read. It
-// is empty if the file isn't a shape or is too short for its node count. A count of 0 or less is an empty
+// Replaces the shape with the file's. The shape is unchanged if the path is empty or the file can't be read.
+// It is empty if the file isn't a shape or is too short for its node count. A count of 0 or less is an empty
 // shape; bytes after the last node are ignored, and coordinates aren't tested.
 Outcome LoadTunnelShape(const std::string& path);
 

@@ -15,8 +15,8 @@ extern Bytes FileBuffer;
 // Resets FileBuffer to one zero byte.
 void ClearFileBuffer();
 
-// Replaces FileBuffer with the file's bytes and one zero byte. FileBuffer is unchanged if the path is empty or
-// the file can't be read.
+// Replaces FileBuffer with the file's bytes and one zero byte. FileBuffer is unchanged if the path is empty
+// or the file can't be read.
 Outcome ReadFileToBuffer(const std::string& path);
 
 // Writes FileBuffer to `path`, in place of any file but a track.

@@ -265,7 +265,9 @@ Outcome Write3DSFile(OutputFile& file) {
 
 Outcome Save3DSFile(const std::string& fileName) {
     OutputFile file;
-    return file.Open(fileName).Then([&] { return Write3DSFile(file); }).Then([&] { return file.PutInPlace(); });
+    return file.Open(fileName).Then([&] { return Write3DSFile(file); }).Then([&] {
+        return file.PutInPlace();
+    });
 }
 
 }  // namespace boreforge

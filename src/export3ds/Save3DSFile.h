@@ -14,15 +14,15 @@ namespace boreforge {
 // Readers of the format count a file's objects in a signed 16-bit number.
 inline constexpr std::int32_t kMaxMeshes = 32767;
 
-// Writes the whole model to `fileName`, in place of an existing file once the new one is complete. Fails before
-// anything is written if the model doesn't fit the format, see Compute3DSLength.
+// Writes the whole model to `fileName`, in place of an existing file once the new one is complete. Fails
+// before anything is written if the model doesn't fit the format, see Compute3DSLength.
 Outcome Save3DSFile(const std::string& fileName);
 
 // Writes the whole model to an open file and completes it.
 Outcome Write3DSFile(OutputFile& file);
 
-// The length in bytes of the current model's file; -1 if it doesn't fit a signed 32-bit number or the model has
-// more than kMaxMeshes meshes.
+// The length in bytes of the current model's file; -1 if it doesn't fit a signed 32-bit number or the model
+// has more than kMaxMeshes meshes.
 std::int32_t Compute3DSLength();
 
 // The pieces of the format, each appended to the open output file.

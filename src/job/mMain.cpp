@@ -101,19 +101,22 @@ constexpr char kOtherName[] = "Nothing was written. Open the track again and cho
 constexpr char kLessDetail[] =
     "Nothing was written. Open the track again and choose less detail, or use a shape with fewer nodes.";
 
-const Failure kNoMemory = {.headline = "Error - Not Enough Memory for This Tunnel!", .consequence = kLessDetail};
+const Failure kNoMemory = {.headline = "Error - Not Enough Memory for This Tunnel!",
+                           .consequence = kLessDetail};
 const Failure kTooLarge = {.headline = "Error - The Tunnel Is Too Large for a 3DS File!",
                            .consequence = kLessDetail};
 const Failure kNoPath = {
     .headline = "Error - The Track's Path Can't Be Followed!",
-    .consequence = "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
-                   "and no more than 1,000,000 units of path. Nothing was written."};
+    .consequence =
+        "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
+        "and no more than 1,000,000 units of path. Nothing was written."};
 
 // Adds what it means for the user that the object can't be written.
 Outcome OfObject(const Outcome& outcome, const std::string& path) {
     if (outcome) return outcome;
     const bool isElsewhere = outcome.Why().problem == Problem::NoAccess;
-    const std::string advice = isElsewhere ? " Open it again and save the object in a folder of your own." : "";
+    const std::string advice =
+        isElsewhere ? " Open it again and save the object in a folder of your own." : "";
     return outcome.With({.headline = "Error - The 3DS Object Can't Be Written!",
                          .path = path,
                          .consequence = "The track was not changed." + advice});
@@ -149,13 +152,15 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
     const std::string& path = settings.OutputPath;
     if (!TrackTraced) return kNoPath;
     if (SameFile(path, TrackSavePath(TrackFilePath)))
-        return Failure{.headline = "Error - The 3DS Object Would Replace the Track!", .consequence = kOtherName};
+        return Failure{.headline = "Error - The 3DS Object Would Replace the Track!",
+                       .consequence = kOtherName};
     if (settings.PlaceObject && !ObjectNameInTrack(path))
         return Failure{.headline = "Error - The Object's Name Can't Be Put into the Track!",
                        .path = path,
-                       .consequence = "The texts in a track can hold only Western European characters "
-                                      "(Windows-1252). " +
-                                      std::string(kOtherName)};
+                       .consequence =
+                           "The texts in a track can hold only Western European characters "
+                           "(Windows-1252). " +
+                           std::string(kOtherName)};
     return IsTooLarge(settings) ? kTooLarge : Outcome();
 }
 
@@ -200,8 +205,8 @@ Outcome MakeFiles(TunnelJobSettings& settings) {
 }  // namespace
 
 std::int32_t CountTunnels() {
-    return static_cast<std::int32_t>(
-        std::ranges::count_if(TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel; }));
+    return static_cast<std::int32_t>(std::ranges::count_if(
+        TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel; }));
 }
 
 Outcome OpenTrack(const std::string& path) {
@@ -219,15 +224,14 @@ Outcome OpenTrack(const std::string& path) {
 }
 
 Outcome BuildTunnelObject(TunnelJobSettings settings) {
-    return WithTunnels(settings,
-                       [&] { return CheckJob(settings).Then([&] { return Build(settings); }); });
+    return WithTunnels(settings, [&] { return CheckJob(settings).Then([&] { return Build(settings); }); });
 }
 
 Outcome WriteTunnelObject(const std::string& path) {
     OutputFile object;
-    return OfObject(object.Open(path, ObjectRules())
-                        .Then([&] { return Write3DSFile(object); })
-                        .Then([&] { return object.PutInPlace(); }),
+    return OfObject(object.Open(path, ObjectRules()).Then([&] { return Write3DSFile(object); }).Then([&] {
+        return object.PutInPlace();
+    }),
                     path);
 }
 

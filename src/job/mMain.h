@@ -25,14 +25,15 @@ std::int32_t CountTunnels();
 // - without words, when no track is open,
 // - with a notice when the track has no tunnel,
 // - when the track isn't traced, or was changed on the disk since it was read or saved,
-// - when OutputPath is the track, another track, a shape, or a name that can't be put into the track but should,
+// - when OutputPath is the track, another track, a shape, or a name that can't be put into the track but
+// should,
 // - when the tunnel is too large for a .3ds file or for the memory,
 // - when either file can't be replaced where it is.
 // If writing fails later, neither file is changed, except when only the track can't be put in its place.
 Outcome RunTunnelJob(TunnelJobSettings settings);
 
-// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in the
-// model store and writes nothing; it fails if the job would refuse. The second writes the object.
+// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
+// the model store and writes nothing; it fails if the job would refuse. The second writes the object.
 Outcome BuildTunnelObject(TunnelJobSettings settings);
 Outcome WriteTunnelObject(const std::string& path);
 

@@ -52,14 +52,14 @@ struct FileCalls {
     int (*reserve)(int file, std::int64_t length);
     int (*rewind)(int file);
 
-    // Windows keeps rights by itself (see replaceIn): there a file's owner and permissions are always the same,
-    // and there are no lists.
+    // Windows keeps rights by itself (see replaceIn): there a file's owner and permissions are always the
+    // same, and there are no lists.
     int (*setOwner)(int file, unsigned owner, unsigned group);
     int (*setMode)(int file, unsigned mode);
     // The permissions that the user's new files get.
     unsigned (*usualMode)();
-    // The access list beyond the permission bits, in the system's own encoding; the first returns its length in
-    // bytes, 0 if the file has none. A length of 0 removes it.
+    // The access list beyond the permission bits, in the system's own encoding; the first returns its length
+    // in bytes, 0 if the file has none. A length of 0 removes it.
     std::int64_t (*getAccessList)(int file, void* list, std::size_t size);
     int (*setAccessList)(int file, const void* list, std::size_t size);
 

@@ -60,7 +60,8 @@ Outcome CopyRights(int newFile, int oldFile) {
 Outcome LimitRights(int newFile, const FileInfo& like, bool likeHasList) {
     FileInfo now;
     if (fileCalls.inspect(newFile, &now) != 0) return SystemFailure(errno);
-    if (HasAccessList(newFile) && fileCalls.setAccessList(newFile, nullptr, 0) != 0) return SystemFailure(errno);
+    if (HasAccessList(newFile) && fileCalls.setAccessList(newFile, nullptr, 0) != 0)
+        return SystemFailure(errno);
     unsigned mode = fileCalls.usualMode() & like.mode;
     if (likeHasList || now.group != like.group)
         mode = WithGroupBits(mode, GroupBits(mode) & OtherBits(like.mode));

@@ -189,7 +189,8 @@ void OutputFile::Close() {
     written_ = {};
 }
 
-Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content, const SaveRules& rules) {
+Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                      const SaveRules& rules) {
     OutputFile file;
     return file.Open(path, rules)
         .Then([&] { return file.Reserve(static_cast<std::int64_t>(content.size())); })

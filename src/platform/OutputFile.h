@@ -28,12 +28,12 @@ struct SaveRules {
 
 // A new file that replaces the old one all at once: at every moment one of the two is there, complete.
 //
-// It is written under a hidden name in the same folder, flushed, and renamed. It has exactly the owner, group,
-// permissions and access list of the old file. Links are followed, and the file that they lead to is replaced.
-// A file that another program changed or made since Open is never replaced.
+// It is written under a hidden name in the same folder, flushed, and renamed. It has exactly the owner,
+// group, permissions and access list of the old file. Links are followed, and the file that they lead to is
+// replaced. A file that another program changed or made since Open is never replaced.
 //
-// A failure leaves the old file as it was and removes the new one. The steps below come in this order; after a
-// failure the later ones must not be called, except Open.
+// A failure leaves the old file as it was and removes the new one. The steps below come in this order; after
+// a failure the later ones must not be called, except Open.
 class OutputFile {
   public:
     OutputFile() = default;
@@ -50,7 +50,8 @@ class OutputFile {
     // Reserves space for `length` bytes, so that a full disk shows at once. Fails only if there isn't enough.
     Outcome Reserve(std::int64_t length);
 
-    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as written.
+    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
+    // written.
     std::uint8_t* Claim(std::size_t count) {
         if (kBufferSize - used_ < count) EmptyBuffer();
         std::uint8_t* const start = buffer_.get() + used_;
@@ -83,10 +84,10 @@ class OutputFile {
 
     SaveRules rules_;
     OpenFile folder_;
-    std::string name_;      // in that folder
-    OpenFile target_;       // the old file, if there is one
-    FileInfo targetInfo_;   // of the old file when it was opened
-    OpenFile file_;         // the new one
+    std::string name_;       // in that folder
+    OpenFile target_;        // the old file, if there is one
+    FileInfo targetInfo_;    // of the old file when it was opened
+    OpenFile file_;          // the new one
     std::string temporary_;  // its name; empty if there is none
     std::unique_ptr<std::uint8_t[]> buffer_;
     std::size_t used_ = 0;

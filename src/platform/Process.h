@@ -6,10 +6,10 @@
 
 namespace boreforge {
 
-// Prepares the process for our files and texts; every main function does this first. A standard stream that is
-// closed becomes the null device: otherwise the next file that is opened would get its number, and messages
-// would go into that file. A write beyond a limit on file sizes fails instead of ending the program. What other
-// programs would notice, such as the console's code page, is restored at the end of the scope.
+// Prepares the process for our files and texts; every main function does this first. A standard stream that
+// is closed becomes the null device: otherwise the next file that is opened would get its number, and
+// messages would go into that file. A write beyond a limit on file sizes fails instead of ending the program.
+// What other programs would notice, such as the console's code page, is restored at the end of the scope.
 class ProcessSetup {
   public:
     ProcessSetup();

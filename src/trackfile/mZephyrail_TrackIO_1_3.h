@@ -12,8 +12,8 @@
 namespace boreforge {
 
 // Reads the file at `path` into TrackFile. TrackFile is unchanged if the path is empty, its extension isn't
-// ".zrtrack" in upper or lower case, or the file can't be read. It is reset if the file isn't a track or holds
-// a count or length that doesn't fit its size.
+// ".zrtrack" in upper or lower case, or the file can't be read. It is reset if the file isn't a track or
+// holds a count or length that doesn't fit its size.
 Outcome ReadTrackFile(const std::string& path);
 
 // The file that the open track was read from, as it was when it was last read or saved.

@@ -187,8 +187,9 @@ TEST_F(BatchTest, WarnsOfWhatASavedTrackLoses) {
     more.resize(more.size() + 3);
     WriteBytes(In("more.zrtrack"), more);
     EXPECT_EQ(Run(kBatch + "more.zrtrack o.3ds --dry-run"), 0);
-    EXPECT_EQ(Text("err"), "Warning: more.zrtrack has 3 bytes after the last chunk; the saved track won't have "
-                           "them.\n");
+    EXPECT_EQ(Text("err"),
+              "Warning: more.zrtrack has 3 bytes after the last chunk; the saved track won't have "
+              "them.\n");
     EXPECT_EQ(Run(kBatch + "more.zrtrack o.3ds --no-track"), 0);
     EXPECT_EQ(Text("err"), "");
 }
@@ -197,8 +198,10 @@ TEST_F(BatchTest, ANewObjectIsAsPrivateAsItsTrack) {
     std::filesystem::permissions(In("t.zrtrack"), std::filesystem::perms(0600));
     for (const std::string options : {"", " --no-track"}) {
         std::filesystem::remove(In("o.3ds"));
-        ASSERT_EQ(Run("umask 022 && " + kBatch + "t.zrtrack o.3ds --keep-tunnel-flags" + options), 0) << Text("err");
-        EXPECT_EQ(std::filesystem::status(In("o.3ds")).permissions(), std::filesystem::perms(0600)) << options;
+        ASSERT_EQ(Run("umask 022 && " + kBatch + "t.zrtrack o.3ds --keep-tunnel-flags" + options), 0)
+            << Text("err");
+        EXPECT_EQ(std::filesystem::status(In("o.3ds")).permissions(), std::filesystem::perms(0600))
+            << options;
     }
 }
 

@@ -194,8 +194,7 @@ TEST_F(JobTest, AJobThatFailsLeavesTheTrackAndSaysWhy) {
                  {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
                  {"the track was not saved.", true,
                   [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
-                 {"Can't Be Followed", false,
-                  [&] {
+                 {"Can't Be Followed", false, [&] {
                       MakeTrack({Node({1, 2, 3}, {}, {})}, "T");
                       EXPECT_TRUE(WriteTrackFile(other));
                       EXPECT_TRUE(OpenTrack(other));

@@ -120,12 +120,11 @@ TEST_F(OutputFileTest, WhatAnotherProgramDoesWithTheFileMeanwhileStays) {
         bool existed;
         std::function<void()> change;
         std::vector<std::string> left;
-    } cases[] = {
-        {"made", false, [&] { WriteOld("f"); }, file},
-        {"removed", true, [&] { fs::remove(In("f")); }, nothing},
-        {"changed", true, [&] { WriteBytes(In("f"), {1}); }, file},
-        {"replaced", true, [&] { fs::remove(In("f")), WriteOld("f"); }, file},
-        {"given other permissions", true, [&] { fs::permissions(In("f"), fs::perms(0600)); }, file}};
+    } cases[] = {{"made", false, [&] { WriteOld("f"); }, file},
+                 {"removed", true, [&] { fs::remove(In("f")); }, nothing},
+                 {"changed", true, [&] { WriteBytes(In("f"), {1}); }, file},
+                 {"replaced", true, [&] { fs::remove(In("f")), WriteOld("f"); }, file},
+                 {"given other permissions", true, [&] { fs::permissions(In("f"), fs::perms(0600)); }, file}};
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
         fs::remove(In("f"));
@@ -191,7 +190,8 @@ TEST_F(OutputFileTest, ASaveThatCantKeepTheOwnerOrTheModeIsRefused) {
         std::function<void()> spoil;
     } cases[] = {
         {"the owner can't be set", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return -1; }; }},
-        {"the system ignores the owner", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return 0; }; }},
+        {"the system ignores the owner",
+         [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return 0; }; }},
         {"the mode can't be set", [] { fileCalls.setMode = [](int, unsigned) { return -1; }; }},
         {"the system ignores the mode", [] { fileCalls.setMode = [](int, unsigned) { return 0; }; }}};
     for (const auto& [name, spoil] : cases) {

@@ -37,8 +37,8 @@ TEST_F(SignalsTest, EverySignalThatEndsTheProgramRemovesWhatIsUnfinished) {
     const struct {
         const char* name;
         int signal;
-    } cases[] = {{"HUP", SIGHUP},   {"INT", SIGINT},   {"QUIT", SIGQUIT}, {"PIPE", SIGPIPE},
-                 {"ALRM", SIGALRM}, {"TERM", SIGTERM}, {"USR1", SIGUSR1}, {"USR2", SIGUSR2},
+    } cases[] = {{"HUP", SIGHUP},   {"INT", SIGINT},    {"QUIT", SIGQUIT}, {"PIPE", SIGPIPE},
+                 {"ALRM", SIGALRM}, {"TERM", SIGTERM},  {"USR1", SIGUSR1}, {"USR2", SIGUSR2},
                  {"XCPU", SIGXCPU}, {"RTMIN", SIGRTMIN}};
     for (const auto& [name, signal] : cases) {
         WriteBytes(In("one"), {1});

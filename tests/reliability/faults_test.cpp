@@ -69,10 +69,9 @@ class SavedFileTest : public FaultsTest {
   protected:
     SavedFileTest() {
         MakePresetShape(0);
-        files_ = {
-            {"track", track, [&] { return WriteTrackFile(track); }},
-            {"shape", shape, [&] { return SaveTunnelShape(shape); }},
-            {"object", object, [&] { return Save3DSFile(object); }}};
+        files_ = {{"track", track, [&] { return WriteTrackFile(track); }},
+                  {"shape", shape, [&] { return SaveTunnelShape(shape); }},
+                  {"object", object, [&] { return Save3DSFile(object); }}};
     }
     std::vector<SavedFile> files_;
 };
