@@ -56,13 +56,14 @@ class [[nodiscard]] Outcome {
 // The reason of a failed system call, from the number in errno.
 Failure SystemFailure(int error);
 
-// What `action` returns, or `failure` if memory runs out in it.
+// What `action` returns, or `failure` if memory runs out in it. The failure is moved, so no memory is needed
+// to return it.
 template <class Action>
-Outcome WithinMemory(const Action& action, const Failure& failure) {
+Outcome WithinMemory(const Action& action, Failure failure) {
     try {
         return action();
     } catch (const std::bad_alloc&) {
-        return failure;
+        return Outcome(std::move(failure));
     }
 }
 

@@ -174,9 +174,13 @@ Outcome Build(TunnelJobSettings& settings) {
 template <class Work>
 Outcome WithTunnels(TunnelJobSettings& settings, const Work& work) {
     if (!TrackLoaded) return Failure{};
-    if (CountTunnels() > 0) return WithinMemory(work, kNoMemory);
-    BuildTunnels(settings);
-    return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
+    if (CountTunnels() == 0) {
+        BuildTunnels(settings);
+        return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
+    }
+    const Outcome done = WithinMemory(work, kNoMemory);
+    if (!done) ResetModel();  // frees its memory
+    return done;
 }
 
 // Both files are complete on the disk before either is put in its place, and the object is in its place for
