@@ -87,6 +87,10 @@ check "an object in a locked folder" "save the object in a folder of your own" .
 if [ "$root" ]; then
     member() { setpriv --reuid=65533 --regid=65533 --groups=65532 "$@"; }
     user() { member "$@"; }
+    fresh hidden
+    mkdir -m 700 others
+    mv t.zrtrack others
+    check "a folder that may not be searched" "Permission denied" others/t.zrtrack o.3ds
     fresh group
     chown 65531:65532 t.zrtrack
     chmod 664 t.zrtrack
