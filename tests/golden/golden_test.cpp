@@ -1,0 +1,171 @@
+// Whole jobs, byte for byte. Each folder beside this file is a case; README.md says what is in it.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "batch/BatchOptions.h"
+#include "editor/TunnelShape.h"
+#include "editor/TunnelShapeFile.h"
+#include "export3ds/ChunkIds.h"
+#include "job/mMain.h"
+#include "support/CoreTest.h"
+
+namespace boreforge {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kCases = PROJECT "/tests/golden";
+
+std::string Hex(std::size_t number) {
+    std::array<char, 20> text{};
+    (void)std::snprintf(text.data(), text.size(), "0x%02zX", number);
+    return text.data();
+}
+
+std::size_t LittleEndian(const Bytes& file, std::size_t at, std::size_t size) {
+    return size == 0 ? 0 : file.at(at) | LittleEndian(file, at + 1, size - 1) << 8;
+}
+
+std::string NameAt(const Bytes& file, std::size_t at) { return reinterpret_cast<const char*>(&file.at(at)); }
+
+// The bytes of a chunk in front of the chunks in it; all of them if there are none.
+std::size_t OwnBytes(const Bytes& file, std::size_t chunk) {
+    switch (LittleEndian(file, chunk, 2)) {
+        case MAIN3DS:
+        case MDATA:
+        case MAT_ENTRY:
+        case N_TRI_OBJECT:
+            return 6;
+        case NAMED_OBJECT:
+            return 6 + NameAt(file, chunk + 6).size() + 1;
+        case FACE_ARRAY:
+            return 8 + 8 * LittleEndian(file, chunk + 6, 2);
+        default:
+            return LittleEndian(file, chunk + 2, 4);
+    }
+}
+
+// What a byte of a .3ds file belongs to.
+std::string PlaceInObject(const Bytes& file, std::size_t byte) {
+    const struct {
+        ChunkId id;
+        const char* record;
+        std::size_t first, size;  // where in the chunk the first record starts, and the bytes of each
+    } lists[] = {{POINT_ARRAY, "point ", 8, 12},
+                 {FACE_ARRAY, "face ", 8, 8},
+                 {MSH_MAT_GROUP, "the material of face ", 17, 2},
+                 {SMOOTH_GROUP, "the smoothing of face ", 6, 4}};
+    std::string owner;
+    for (std::size_t chunk = 0;;) {
+        const std::size_t id = LittleEndian(file, chunk, 2), length = LittleEndian(file, chunk + 2, 4);
+        if (byte >= chunk + length) {
+            chunk += length;
+            continue;
+        }
+        if (id == MAT_ENTRY) owner = " of " + NameAt(file, chunk + 12);
+        if (id == NAMED_OBJECT) owner = " of " + NameAt(file, chunk + 6);
+        if (byte >= chunk + OwnBytes(file, chunk)) {
+            chunk += OwnBytes(file, chunk);
+            continue;
+        }
+        const std::size_t offset = byte - chunk;
+        for (const auto& list : lists)
+            if (id == list.id && offset >= list.first)
+                return list.record + std::to_string((offset - list.first) / list.size) + owner;
+        return "byte " + std::to_string(offset) + " of chunk " + Hex(id) + owner;
+    }
+}
+
+// What a byte of a track belongs to. No text in a case is the tag of a chunk.
+std::string PlaceInTrack(const Bytes& file, std::size_t byte) {
+    const std::string text(file.begin(), file.end());
+    std::size_t chunk = 0;
+    for (const char* tag : {"TRCK", "INFO", "BEZR", "SEGM", "SUPP", "FUND", "RASC", "FREN", "TUBE", "CATW",
+                            "SCEN", "SCOB", "TERA", "ENVC"})
+        if (const std::size_t found = text.rfind(tag, byte); found != std::string::npos)
+            chunk = std::max(chunk, found);
+    const std::string tag = "chunk " + text.substr(chunk, 4);
+    if (byte < chunk + 8) return "the tag or the size of " + tag;
+    return tag + ", " + std::to_string(byte - chunk - 8) + " bytes after its size field";
+}
+
+// Empty if the files are equal; otherwise says where they first differ.
+std::string Difference(const Bytes& got, const Bytes& expected,
+                       std::string (*place)(const Bytes&, std::size_t)) {
+    if (got == expected) return "";
+    const auto byte = static_cast<std::size_t>(std::ranges::mismatch(got, expected).in1 - got.begin());
+    const std::string where = "byte " + std::to_string(byte) + " of " + std::to_string(expected.size());
+    if (byte == expected.size()) return "too long by " + std::to_string(got.size() - byte) + " bytes";
+    if (byte == got.size()) return where + " is missing: " + place(expected, byte);
+    return where + " is " + Hex(got[byte]) + ", expected " + Hex(expected[byte]) + ": " +
+           place(expected, byte);
+}
+
+}  // namespace
+
+class GoldenTest : public CoreTest {
+  protected:
+    // Runs the job of a case as the batch program would.
+    void RunCase(const std::string& folder) {
+        std::ifstream file(folder + "/options");
+        std::string text;
+        ASSERT_TRUE(std::getline(file, text));
+        BatchOptions options;
+        CLI::App application;
+        AddBatchOptions(application, options);
+        application.parse("track.zrtrack tube.3ds " + text);
+        if (options.Shape.empty())
+            MakePresetShape(options.Preset);
+        else
+            ASSERT_TRUE(static_cast<bool>(LoadTunnelShape(folder + "/" + options.Shape)));
+        WriteBytes(In("track.zrtrack"), ReadBytes(folder + "/track.zrtrack"));
+        ASSERT_TRUE(static_cast<bool>(OpenTrack(In("track.zrtrack"))));
+        TrackFilePath = In(options.TrackOut.empty() ? "track.zrtrack" : options.TrackOut);
+        ASSERT_TRUE(static_cast<bool>(RunTunnelJob(DeriveJobSettings(options.Choices, In("tube.3ds")))));
+        const Bytes object = ReadBytes(In("tube.3ds")), track = ReadBytes(TrackFilePath);
+        EXPECT_EQ(Difference(object, ReadBytes(folder + "/tube.3ds"), PlaceInObject), "");
+        EXPECT_EQ(Difference(track, ReadBytes(folder + "/after.zrtrack"), PlaceInTrack), "");
+    }
+};
+
+TEST_F(GoldenTest, EachCaseHasTheExpectedBytes) {
+    int cases = 0;
+    for (const auto& entry : fs::directory_iterator(kCases)) {
+        if (!entry.is_directory()) continue;
+        SCOPED_TRACE(entry.path().filename().string());
+        RunCase(entry.path().string());
+        ++cases;
+    }
+    EXPECT_GT(cases, 0);
+}
+
+TEST_F(GoldenTest, ADifferenceIsNamedByWhatItBelongsTo) {
+    const struct {
+        const char* file;
+        std::string (*place)(const Bytes&, std::size_t);
+        std::size_t byte;
+        const char* expected;
+    } cases[] = {
+        {"/box/tube.3ds", PlaceInObject, 210, "byte 4 of chunk 0xA000 of MATER001"},
+        {"/box/tube.3ds", PlaceInObject, 400, "byte 1 of chunk 0x4110 of SEGT0000"},
+        {"/box/tube.3ds", PlaceInObject, 436, "point 2 of SEGT0000"},
+        {"/box/after.zrtrack", PlaceInTrack, 34, "the tag or the size of chunk TRCK"},
+        {"/box/after.zrtrack", PlaceInTrack, 384, "chunk SEGM, 12 bytes after its size field"},
+    };
+    for (const auto& [file, place, byte, expected] : cases) {
+        const Bytes original = ReadBytes(kCases + file);
+        Bytes changed = original;
+        changed.at(byte) ^= 0xFF;
+        const std::string found = Difference(changed, original, place);
+        EXPECT_TRUE(found.ends_with(std::string(": ") + expected)) << found;
+    }
+}
+
+}  // namespace boreforge
