@@ -7,6 +7,8 @@
 #include <set>
 #include <string_view>
 
+#include "base/Text.h"
+
 namespace boreforge {
 
 namespace {
@@ -80,7 +82,7 @@ std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
         std::string name(BaseName(track));
         name.resize(name.size() - kTrackExtension.size());
         if (!names.insert(name).second)
-            throw CLI::ValidationError("--output-folder", "two tracks have the name '" + name + "'");
+            throw CLI::ValidationError("--output-folder", "two tracks have the name '" + OneLine(name) + "'");
         const std::string output = options.OutputFolder + "/" + name;
         jobs.push_back({track, output + kObjectExtension, options.NoTrack ? "" : output + kTrackExtension});
     }

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "base/Text.h"
 #include "platform/Paths.h"
 
 namespace boreforge {
@@ -16,9 +17,9 @@ std::string ConflictOf(const BatchOptions& options) {
             if (output.empty()) continue;
             const FileIdentity file = IdentityOf(output);
             if (const auto input = inputs.find(file); input != inputs.end())
-                return "'" + output + "' would replace '" + input->second + "'";
+                return "'" + OneLine(output) + "' would replace '" + OneLine(input->second) + "'";
             if (const auto [other, isNew] = outputs.emplace(file, output); !isNew)
-                return "'" + other->second + "' and '" + output + "' are the same file";
+                return "'" + OneLine(other->second) + "' and '" + OneLine(output) + "' are the same file";
         }
     return {};
 }

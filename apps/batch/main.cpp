@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "base/Text.h"
 #include "batch/BatchOptions.h"
 #include "batch/OutputConflicts.h"
 #include "batch/ShapeWarnings.h"
@@ -20,7 +21,7 @@ namespace {
 
 // A file of a wrong kind, or one that can't be read: the reason is in a second line.
 ExitStatus FailToRead(const Failure& failure, const std::string& path) {
-    PrintError(failure.headline + "\n" + path + ": " + failure.reason);
+    PrintError(failure.headline + "\n" + OneLine(path) + ": " + failure.reason);
     return kFailed;
 }
 
@@ -50,7 +51,7 @@ void WarnOfLosses(const std::string& track) {
         lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.BytesAfterEnd, "byte") +
                 " after the last chunk";
     if (!lost.empty())
-        PrintError("Warning: " + track + " has " + lost + "; the saved track won't have them.");
+        PrintError("Warning: " + OneLine(track) + " has " + lost + "; the saved track won't have them.");
 }
 
 void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {
@@ -60,7 +61,7 @@ void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritte
     const std::string text = Count(TrackFile.SegmentCount(), "segment") + ", " +
                              Count(tunnels, "tunnel segment") + ": " + Count(Model3DS.MeshCount(), "object") +
                              ", " + Count(faces, "face") + ", " + Count(Compute3DSLength(), "byte") +
-                             (isWritten ? " in " : " for ") + Printable(object) + "\n";
+                             (isWritten ? " in " : " for ") + OneLine(object) + "\n";
     std::fputs(text.c_str(), stdout);
 }
 
@@ -92,7 +93,7 @@ int RunBatch(const BatchOptions& options) {
     for (const BatchJob& job : options.Jobs) {
         if (RunJob(options, job) == kDone) continue;
         status = kFailed;
-        if (options.Jobs.size() > 1) PrintError("Failed: " + job.Track);
+        if (options.Jobs.size() > 1) PrintError("Failed: " + OneLine(job.Track));
     }
     return status;
 }

@@ -77,7 +77,7 @@ std::string StateText(const ObjectSurface& surface) {
 std::string MaterialNames(const ObjectReport& report, const ObjectSurface& surface) {
     std::string names;
     for (const std::uint32_t material : surface.Materials)
-        names += (names.empty() ? "" : ", ") + report.Object.Materials[material].Name;
+        names += (names.empty() ? "" : ", ") + OneLine(Shortened(report.Object.Materials[material].Name));
     return names;
 }
 
@@ -116,14 +116,16 @@ std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
     while (!text.empty()) {
         const std::string_view before = text;
-        const auto byte = static_cast<unsigned char>(before[0]);
-        const bool isCharacter = TakeCharacter(text) != kNoCharacter;
-        if (!isCharacter) text = before.substr(1);
-        if (byte < 0x20 || byte == 0x7F || !isCharacter) {
+        const char32_t character = TakeCharacter(text);
+        if (character == kNoCharacter || ControlsTerminal(character)) {
             constexpr char kDigits[] = "0123456789abcdef";
-            quoted += std::string("\\u00") + kDigits[byte >> 4] + kDigits[byte & 15];
+            const auto byte = static_cast<unsigned char>(before[0]);
+            const char32_t code = character == kNoCharacter ? byte : character;
+            quoted += "\\u";
+            for (const int shift : {12, 8, 4, 0})
+                quoted += kDigits[code >> shift & 15];
         } else {
-            if (byte == '"' || byte == '\\') quoted += '\\';
+            if (character == '"' || character == '\\') quoted += '\\';
             quoted += before.substr(0, before.size() - text.size());
         }
     }
@@ -154,7 +156,7 @@ std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface
     constexpr const char* kFacings[] = {"not judged", "outwards", "inwards", "both ways"};
     std::vector<std::string> materials;
     for (const std::uint32_t material : surface.Materials)
-        materials.push_back(Quoted(report.Object.Materials[material].Name));
+        materials.push_back(Quoted(Shortened(report.Object.Materials[material].Name)));
     std::vector<std::string> fields = {Field("faces", surface.FaceCount),
                                        Field("facesWithoutArea", surface.FacesWithoutArea),
                                        Field("innerCapFaces", surface.InnerCapFaces),
@@ -191,7 +193,7 @@ ObjectReport Examine(const std::string& path, const Bytes& file) {
 
 std::string ReportText(const ObjectReport& report) {
     const Object3DS& object = report.Object;
-    std::string text = report.Path + "\n";
+    std::string text = OneLine(report.Path) + "\n";
     if (report.Result != Verdict::Damaged)
         text += Count(object.MeshCount, "object") + ", " + Count(object.Materials.size(), "material") + ", " +
                 Count(object.Points.size(), "point") + ", " + Count(object.Faces.size(), "face") + "\n";
@@ -216,7 +218,7 @@ std::string ReportJson(const ObjectReport& report) {
     }
     std::vector<std::string> materials, surfaces;
     for (const ObjectMaterial& material : object.Materials)
-        materials.push_back(Quoted(material.Name));
+        materials.push_back(Quoted(Shortened(material.Name)));
     for (const ObjectSurface& surface : report.Surfaces)
         surfaces.push_back("\n  " + SurfaceJson(report, surface));
     fields.push_back(Field("objects", object.MeshCount));

@@ -19,7 +19,7 @@ int CheckObject(const std::string& path, bool asJson) {
         return Fail(read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}).Why());
     }
     const ObjectReport report = Examine(path, file);
-    Print(asJson ? ReportJson(report) : Printable(ReportText(report)));
+    Print(asJson ? ReportJson(report) : ReportText(report));
     return report.Result == Verdict::Sound ? kDone : kFailed;
 }
 

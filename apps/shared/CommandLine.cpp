@@ -85,32 +85,6 @@ CLI::Validator EndsIn(const std::string& extension) {
         "");
 }
 
-namespace {
-
-// Control characters, and those of Unicode that break lines or change the direction of writing.
-bool ControlsTerminal(char32_t character) {
-    return (character < 0x20 && character != U'\n') || (character >= 0x7F && character < 0xA0) ||
-           character == 0x200E || character == 0x200F || (character >= 0x2028 && character <= 0x202E) ||
-           (character >= 0x2066 && character <= 0x2069);
-}
-
-}  // namespace
-
-std::string Printable(const std::string& text) {
-    std::string printable;
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const std::string_view before = rest;
-        const char32_t character = TakeCharacter(rest);
-        if (character == kNoCharacter) rest = before.substr(1);
-        if (ControlsTerminal(character) || character == kNoCharacter)
-            printable += '?';
-        else
-            printable += before.substr(0, before.size() - rest.size());
-    }
-    return printable;
-}
-
 void PrintError(const std::string& text) { std::fprintf(stderr, "%s\n", Printable(text).c_str()); }
 
 ExitStatus Fail(const Failure& failure) {

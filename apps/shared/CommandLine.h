@@ -47,10 +47,7 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
 // Checks that an option's value is a file name that ends in `extension`, ASCII case ignored.
 CLI::Validator EndsIn(const std::string& extension);
 
-// Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
-std::string Printable(const std::string& text);
-
-// Prints Printable(text) and a line end to standard error.
+// Prints a text, as Printable makes it, and a line end to standard error.
 void PrintError(const std::string& text);
 
 // Prints the text of a failure and returns kFailed.

@@ -109,6 +109,11 @@ class SurfaceFinder {
             surfaceOf_[i] = surface;
             AddFace(i, surfaces_[surface]);
         }
+        for (ObjectSurface& surface : surfaces_) {
+            std::ranges::sort(surface.Materials);
+            const auto repeated = std::ranges::unique(surface.Materials);
+            surface.Materials.erase(repeated.begin(), repeated.end());
+        }
         capOf_.resize(surfaces_.size());
     }
 
@@ -117,10 +122,7 @@ class SurfaceFinder {
         surface.FacesWithoutArea += HasArea(face) ? 0 : 1;
         for (const std::uint32_t corner : Corners(face))
             Include(surface.Bounds, object_.Points[corner]);
-        std::vector<std::uint32_t>& materials = surface.Materials;
-        const std::uint32_t material = object_.Faces[face].Material;
-        const auto place = std::ranges::lower_bound(materials, material);
-        if (place == materials.end() || *place != material) materials.insert(place, material);
+        surface.Materials.push_back(object_.Faces[face].Material);
     }
 
     bool HasArea(std::size_t face) const {
@@ -176,7 +178,8 @@ class SurfaceFinder {
         for (std::uint32_t i = 0; i < object_.Faces.size(); ++i)
             ++facesOf[patches_.Find(i)];
         for (std::size_t i = 0; i < surfaces_.size(); ++i) {
-            if (crowded[i].empty() || !surfaces_[i].IsClosed()) continue;
+            // A cap has one of three faces at each of the edges: more faces at the first rule it out.
+            if (crowded[i].empty() || crowded[i].front().size() > 3 || !surfaces_[i].IsClosed()) continue;
             for (const EdgeUse& use : crowded[i].front()) {
                 const std::uint32_t patch = patches_.Find(use.face);
                 const std::size_t faces = facesOf[patch];

@@ -134,7 +134,8 @@ Aim AimThrough(const CameraLens& lens, const TrackPath& path, const std::vector<
     const CoveredStretch stretch = *std::max_element(stretches.begin(), stretches.end(), shorter);
     const std::size_t out = stretch.first + stretch.count;
     const double roof = stretch.roof;
-    const std::size_t most = PointsWithin(stretch, 24 * roof);
+    // Not farther than that below any roof: the search takes the square of it.
+    const std::size_t most = PointsWithin(stretch, std::min(24 * roof, 4000.0));
     std::size_t way = PointsWithin(stretch, 8 * roof);
     while (way < most && BulgeOf(path, out - way - 1, out) < 0.45 * roof)
         ++way;

@@ -18,13 +18,16 @@ Vec ColumnOf(const Matrix3D& matrix, int column) {
     return {matrix[column], matrix[4 + column], matrix[8 + column]};
 }
 
-// The faces of an object, sorted into square cells seen from above.
+// The faces of an object, sorted into square cells seen from above. The cells are larger if the faces would
+// fill too many of them.
 class FaceGrid {
   public:
     explicit FaceGrid(const Object3DS& object) : object_(object), bounds_(BoundsOf(object)) {
         const double extent =
             std::max(double(bounds_.High.x) - bounds_.Low.x, double(bounds_.High.z) - bounds_.Low.z);
         cell_ = std::max(extent / kCells, 1e-3);
+        while (FilledCells() > 1'000'000 + 16 * object.Faces.size())
+            cell_ *= 2;
         starts_.assign(kCells * kCells + 1, 0);
         ForEachCell([this](std::size_t cell, std::uint32_t) { ++starts_[cell + 1]; });
         for (std::size_t i = 1; i < starts_.size(); ++i)
@@ -35,14 +38,15 @@ class FaceGrid {
     }
 
     // The lowest and the highest surface straight above or below a point; the first is above the second where
-    // there is none.
+    // there is none. Looks at no more than kMost faces of a cell.
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
         if (point.x < bounds_.Low.x || point.x > bounds_.High.x || point.z < bounds_.Low.z ||
             point.z > bounds_.High.z)
             return {low, high};
         const std::size_t cell = Along(point.z, bounds_.Low.z) * kCells + Along(point.x, bounds_.Low.x);
-        for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i) {
+        const std::size_t end = std::min(starts_[cell + 1], starts_[cell] + kMost);
+        for (std::size_t i = starts_[cell]; i < end; ++i) {
             double height = 0;
             if (!HeightOf(object_.Faces[faces_[i]], point, height)) continue;
             low = std::min(low, height);
@@ -52,24 +56,38 @@ class FaceGrid {
     }
 
   private:
-    static constexpr std::size_t kCells = 512;  // along each side
+    static constexpr std::size_t kCells = 512;    // along each side
+    static constexpr std::size_t kMost = 10'000;  // of a cell's faces; tunnels have hundreds in each
 
     std::size_t Along(double at, double from) const {
         return static_cast<std::size_t>(std::clamp((at - from) / cell_, 0.0, double(kCells - 1)));
     }
 
+    struct Cells {
+        std::size_t left, right, bottom, top;
+    };
+    Cells CellsOf(const ObjectFace& face) const {
+        const Vector3D &a = object_.Points[face.a], &b = object_.Points[face.b], &c = object_.Points[face.c];
+        return {
+            Along(std::min({a.x, b.x, c.x}), bounds_.Low.x), Along(std::max({a.x, b.x, c.x}), bounds_.Low.x),
+            Along(std::min({a.z, b.z, c.z}), bounds_.Low.z), Along(std::max({a.z, b.z, c.z}), bounds_.Low.z)};
+    }
+
+    std::size_t FilledCells() const {
+        std::size_t filled = 0;
+        for (const ObjectFace& face : object_.Faces) {
+            const Cells cells = CellsOf(face);
+            filled += (cells.right - cells.left + 1) * (cells.top - cells.bottom + 1);
+        }
+        return filled;
+    }
+
     template <class Work>
     void ForEachCell(Work work) const {
         for (std::uint32_t i = 0; i < object_.Faces.size(); ++i) {
-            const ObjectFace& face = object_.Faces[i];
-            const Vector3D &a = object_.Points[face.a], &b = object_.Points[face.b],
-                           &c = object_.Points[face.c];
-            const std::size_t left = Along(std::min({a.x, b.x, c.x}), bounds_.Low.x),
-                              right = Along(std::max({a.x, b.x, c.x}), bounds_.Low.x),
-                              bottom = Along(std::min({a.z, b.z, c.z}), bounds_.Low.z),
-                              top = Along(std::max({a.z, b.z, c.z}), bounds_.Low.z);
-            for (std::size_t z = bottom; z <= top; ++z)
-                for (std::size_t x = left; x <= right; ++x)
+            const Cells cells = CellsOf(object_.Faces[i]);
+            for (std::size_t z = cells.bottom; z <= cells.top; ++z)
+                for (std::size_t x = cells.left; x <= cells.right; ++x)
                     work(z * kCells + x, i);
         }
     }

@@ -13,6 +13,8 @@
 
 #include <tuple>
 
+#include "base/Text.h"
+
 namespace boreforge {
 
 namespace {
@@ -117,7 +119,7 @@ void ViewWindow::Reload() {
 }
 
 void ViewWindow::ShowTitle() {
-    const QString name = QFileInfo(QString::fromStdString(scene_.ObjectPath())).fileName();
+    const QString name = QFileInfo(QString::fromStdString(OneLine(scene_.ObjectPath()))).fileName();
     setTitle(name.isEmpty() ? tr("Boreforge View") : tr("%1 - Boreforge View").arg(name));
 }
 

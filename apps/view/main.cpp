@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <tuple>
 
+#include "base/Text.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/Signals.h"
@@ -31,7 +32,7 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
 Outcome CheckPicturePath(const ViewOptions& options) {
     for (const std::string& input : {options.Object, options.Track})
         if (!input.empty() && SameFile(options.Picture, input))
-            return Failure{.headline = "Error - The Picture Would Replace " + input + "!"};
+            return Failure{.headline = "Error - The Picture Would Replace " + OneLine(input) + "!"};
     return {};
 }
 

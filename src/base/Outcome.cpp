@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "base/Text.h"
+
 namespace boreforge {
 
 namespace {
@@ -20,7 +22,7 @@ void Append(std::string& text, const std::string& separator, const std::string& 
 }  // namespace
 
 std::string Failure::Text() const {
-    std::string body = path, text = headline;
+    std::string body = OneLine(path), text = headline;
     Append(body, "\n", reason);
     Append(text, "\n\n", body);
     Append(text, "\n\n", consequence);

@@ -20,12 +20,14 @@ constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E,
 }  // namespace
 
 char32_t TakeCharacter(std::string_view& text) {
-    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const std::string_view from = text;
+    text.remove_prefix(1);
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(from[i]); };
     // The number of leading one bits tells the length: see "Well-Formed UTF-8 Byte Sequences" in the Unicode
     // Standard.
     const int ones = std::countl_one(byte(0));
     const std::size_t length = ones == 0 ? 1 : static_cast<std::size_t>(ones);
-    if (ones == 1 || ones > 4 || text.size() < length) return kNoCharacter;
+    if (ones == 1 || ones > 4 || from.size() < length) return kNoCharacter;
     char32_t character = byte(0) & (0x7F >> ones);
     for (std::size_t i = 1; i < length; ++i) {
         if (byte(i) >> 6 != 2) return kNoCharacter;
@@ -34,7 +36,7 @@ char32_t TakeCharacter(std::string_view& text) {
     constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
     if (character < kFirstOfLength[length] || character > 0x10FFFF || surrogate) return kNoCharacter;
-    text.remove_prefix(length);
+    text = from.substr(length);
     return character;
 }
 
@@ -50,6 +52,39 @@ std::optional<std::string> ToWindows1252(std::string_view text) {
         bytes += static_cast<char>(character);
     }
     return bytes;
+}
+
+bool ControlsTerminal(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x061C ||
+           character == 0x200E || character == 0x200F || (character >= 0x2028 && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069);
+}
+
+std::string Printable(std::string_view text) {
+    std::string printable;
+    while (!text.empty()) {
+        const std::string_view before = text;
+        const char32_t character = TakeCharacter(text);
+        if (character == kNoCharacter || (character != '\n' && ControlsTerminal(character)))
+            printable += '?';
+        else
+            printable += before.substr(0, before.size() - text.size());
+    }
+    return printable;
+}
+
+std::string OneLine(std::string_view text) {
+    std::string line = Printable(text);
+    std::ranges::replace(line, '\n', '?');
+    return line;
+}
+
+std::string Shortened(std::string_view name) {
+    constexpr int kMost = 60;
+    std::string_view rest = name;
+    for (int i = 0; i < kMost && !rest.empty(); ++i)
+        TakeCharacter(rest);
+    return std::string(name.substr(0, name.size() - rest.size())) + (rest.empty() ? "" : "...");
 }
 
 }  // namespace boreforge

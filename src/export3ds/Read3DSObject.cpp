@@ -4,10 +4,11 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <map>
 #include <optional>
-#include <unordered_map>
-#include <unordered_set>
+#include <set>
 
+#include "base/Text.h"
 #include "export3ds/ChunkIds.h"
 
 namespace boreforge {
@@ -181,14 +182,15 @@ class Reader {
         if (material.Name.empty() || !hasColor) entry.FailAsWhole("a material lacks its name or its colour");
         const auto index = static_cast<std::uint32_t>(object_.Materials.size());
         if (!materials_.emplace(material.Name, index).second)
-            name->Fail("two materials have the name '" + material.Name + "'");
+            name->Fail("two materials have the name '" + OneLine(Shortened(material.Name)) + "'");
         object_.Materials.push_back(material);
     }
 
     // Lights and cameras are named objects too.
     void ReadNamedObject(Content named) {
         const std::string name = named.Text();
-        if (!objects_.insert(name).second) named.Fail("two objects have the name '" + name + "'");
+        if (!objects_.insert(name).second)
+            named.Fail("two objects have the name '" + OneLine(Shortened(name)) + "'");
         while (!named.AtEnd()) {
             const Chunk chunk = named.Next();
             if (chunk.id == N_TRI_OBJECT) ReadMesh(chunk.content);
@@ -273,7 +275,8 @@ class Reader {
     void ReadMaterialGroup(Content group, std::size_t firstFace) {
         const std::string name = group.Text();
         const auto material = materials_.find(name);
-        if (material == materials_.end()) group.Fail("there is no material '" + name + "'");
+        if (material == materials_.end())
+            group.Fail("there is no material '" + OneLine(Shortened(name)) + "'");
         const std::size_t count = group.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t face = firstFace + group.Word();
@@ -285,9 +288,10 @@ class Reader {
     }
 
     Object3DS& object_;
-    std::unordered_map<std::string, std::uint32_t> materials_;  // their indices by name
-    std::unordered_set<std::string> objects_;                   // the names
-    std::optional<ObjectDamage> coordinate_;                    // the first bad one
+    // Ordered: a file can be made so that all of its names have the same hash.
+    std::map<std::string, std::uint32_t> materials_;  // their indices by name
+    std::set<std::string> objects_;                   // the names
+    std::optional<ObjectDamage> coordinate_;          // the first bad one
 };
 
 }  // namespace
