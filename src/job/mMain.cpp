@@ -233,10 +233,11 @@ Outcome BuildTunnelObject(TunnelJobSettings settings) {
 
 Outcome WriteTunnelObject(const std::string& path) {
     OutputFile object;
-    return OfObject(object.Open(path, ObjectRules()).Then([&] { return Write3DSFile(object); }).Then([&] {
-        return object.PutInPlace();
-    }),
-                    path);
+    const Outcome written =
+        object.Open(path, ObjectRules()).Then([&] { return Write3DSFile(object); }).Then([&] {
+            return object.PutInPlace();
+        });
+    return OfObject(written, path);
 }
 
 Outcome RunTunnelJob(TunnelJobSettings settings) {

@@ -29,7 +29,8 @@ std::int32_t CountTunnels();
 // should,
 // - when the tunnel is too large for a .3ds file or for the memory,
 // - when either file can't be replaced where it is.
-// If writing fails later, neither file is changed, except when only the track can't be put in its place.
+// If writing fails later, neither file is changed, except when only the track can't be put in its place. The
+// track in memory may then be changed, so it has to be opened again.
 Outcome RunTunnelJob(TunnelJobSettings settings);
 
 // The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
