@@ -87,7 +87,7 @@ TEST_F(CheckTest, DamageIsReportedWithItsPosition) {
                  {faces, {0}, object + 15, "no list"},
                  {faces + 8, {whole[points + 6], whole[points + 7]}, faces + 8, "a vertex"},
                  {group, {0}, faces, "no material"},
-                 {group + 6, {'X'}, group + 6, "no material 'X"},
+                 {group + 6, {'\n'}, group + 6, "no material '?"},
                  {group + 17, {1}, group + 19, "two materials"},
                  {next + 13, {'0'}, next + 6, "two objects"}};
     for (const auto& [at, bytes, reported, reason] : cases) {
@@ -104,13 +104,46 @@ TEST_F(CheckTest, AFileThatCantBeCheckedIsReportedWithTheReason) {
     WriteBytes(In("empty.3ds"), {'M', 'M', 6, 0, 0, 0});
     EXPECT_EQ(Check("empty.3ds"), 1);
     ExpectReport("Empty: there are no faces.");
-    WriteBytes(In("\"\xff.3ds"), {});
-    EXPECT_EQ(Check("--json '\"\xff.3ds'"), 1);
-    ExpectReport(R"({"file": "\"\u00ff.3ds", "verdict": "damaged", "byte": 0, "reason": ")");
+    WriteBytes(In("\"\xff\n.3ds"), {});
+    EXPECT_EQ(Check("'\"\xff\n.3ds'"), 1);
+    ExpectReport("\"??.3ds\n\nDamaged.");
+    EXPECT_EQ(Check("--json '\"\xff\n.3ds'"), 1);
+    ExpectReport(R"({"file": "\"\u00ff\u000a.3ds", "verdict": "damaged", "byte": 0, "reason": ")");
     EXPECT_EQ(Check("absent.3ds --json"), 1);
     ExpectReport(R"({"file": "absent.3ds", "verdict": "unreadable", "reason": "There is no such file."})");
     EXPECT_NE(Text("err").find("absent.3ds\nThere is no such file."), std::string::npos) << Text("err");
     EXPECT_EQ(Check("empty.3ds empty.3ds"), 2);
+}
+
+TEST_F(CheckTest, NamesAreOnOneLineAndCut) {
+    const auto chunk = [](unsigned id, const std::string& content) {
+        const std::size_t length = 6 + content.size();
+        std::string bytes;
+        for (const std::size_t byte : {std::size_t{id}, std::size_t{id} >> 8, length, length >> 8})
+            bytes += static_cast<char>(byte);
+        return bytes + std::string(2, '\0') + content;
+    };
+    const std::string one("\1\0", 2);
+    const struct {
+        std::string name, text, json;
+    } cases[] = {{"M\n\nSound.", "M??Sound.", R"(M\u000a\u000aSound.)"},
+                 {"\u202E\u0085\xE4", "???", R"(\u202e\u0085\u00e4)"},
+                 {std::string(61, 'M'), std::string(60, 'M') + "...", std::string(60, 'M') + "..."}};
+    for (const auto& [name, text, json] : cases) {
+        const std::string ended = name + '\0', color = chunk(0xA020, chunk(0x11, std::string(3, '\0')));
+        const std::string group = chunk(0x4130, ended + one + std::string(2, '\0'));
+        const std::string mesh =
+            chunk(0x4110, one + std::string(12, '\0')) + chunk(0x4120, one + std::string(8, '\0') + group);
+        const std::string object = chunk(0x4000, '\0' + chunk(0x4100, mesh));
+        const std::string file =
+            chunk(0x4D4D, chunk(0x3D3D, chunk(0xAFFF, chunk(0xA000, ended) + color) + object));
+        WriteBytes(In("o.3ds"), {file.begin(), file.end()});
+        EXPECT_EQ(Check("o.3ds"), 0);
+        ExpectReport("1 object, 1 material, 1 point, 1 face\n");
+        ExpectReport("\nSurface 1: 1 face of " + text + "\n");
+        EXPECT_EQ(Check("o.3ds --json"), 0);
+        ExpectReport("\"materials\": [\"" + json + "\"]}");
+    }
 }
 
 TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {

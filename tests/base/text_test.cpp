@@ -39,6 +39,22 @@ TEST(TextTest, Windows1252HasLatin1AndItsOwnCharactersOnly) {
         EXPECT_EQ(ToWindows1252(text), bytes) << text;
 }
 
+TEST(TextTest, WhatControlsATerminalIsReplaced) {
+    for (const char* const text :
+         {"\x1b", "\x7f", "\u009b", "\u061c", "\u200e", "\u2028", "\u202e", "\u2069", "\xff", "\n"})
+        EXPECT_EQ(OneLine(std::string("a") + text + "b"), "a?b") << text;
+    EXPECT_EQ(OneLine("\u00e4\u2026\xe2\x82z"), "\u00e4\u2026??z");
+    EXPECT_EQ(Printable("a\r\nb"), "a?\nb");
+}
+
+TEST(TextTest, ANameIsCutAfterSixtyCharacters) {
+    std::string name;
+    for (int i = 0; i < 30; ++i)
+        name += "\xff\u20ac";  // no character, so a byte of its own, and a character of three bytes
+    EXPECT_EQ(Shortened(name), name);
+    EXPECT_EQ(Shortened(name + "x"), name + "...");
+}
+
 // Tracks hold names without folders, also of paths that were typed on another system.
 TEST(TextTest, ABaseNameFollowsTheLastSeparatorOfEitherKind) {
     for (const char* const path : {"o.3ds", "tunnels/o.3ds", "C:\\tunnels\\o.3ds", "a\\b/o.3ds"})

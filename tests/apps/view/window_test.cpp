@@ -127,6 +127,7 @@ TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
     };
     const Case cases[] = {
         {"d.3ds --save p.png", 1, "the file ends here"},
+        {"'a\nb.3ds' --save p.png", 1, "a?b.3ds\nThere is no such file."},
         {"o.3ds --save p.png --from inside", 1, "needs the track"},
         {"o.3ds --save p.png --track d.3ds", 1, "not that of a file of this kind"},
         {"o.3ds --save track.png", 1, "That File Is a Track!"},
