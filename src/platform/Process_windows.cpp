@@ -1,4 +1,4 @@
-#include "platform/Process_windows.h"
+#include "platform/Process.h"
 
 #include <windows.h>
 
@@ -8,8 +8,7 @@
 
 #include <cstdio>
 
-#include "platform/Process.h"
-#include "platform/WideText_windows.h"
+#include "platform/System_windows.h"
 
 namespace boreforge {
 
@@ -42,6 +41,13 @@ void RestoreConsole() {
 }
 
 ProcessSetup::ProcessSetup() {
+    for (int stream = 0; stream <= 2; ++stream) {
+        if (::_get_osfhandle(stream) >= 0) continue;
+        const int nul = ::_open("NUL", _O_RDWR);
+        if (nul == stream) continue;
+        (void)::_dup2(nul, stream);
+        (void)::_close(nul);
+    }
     codePage = ::GetConsoleOutputCP();
     if (codePage != 0) (void)::SetConsoleOutputCP(CP_UTF8);
     // The same bytes as on other systems.
@@ -63,5 +69,7 @@ std::vector<std::string> ProgramArguments(int, char**) {
     (void)::LocalFree(arguments);
     return result;
 }
+
+unsigned long ProcessId() { return ::GetCurrentProcessId(); }
 
 }  // namespace boreforge

@@ -1,44 +1,50 @@
 #include <windows.h>
 
+#include <io.h>
+
+#include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "platform/FileCalls.h"
 #include "platform/OutputFile.h"
 #include "platform/Paths.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
-#include "platform/WideText_windows.h"
+#include "platform/System_windows.h"
 #include "support/CoreTest.h"
 
 namespace boreforge {
 
+const Bytes kOld(3, 'o'), kNew(5, 'n');
+
 class WindowsFilesTest : public CoreTest {
   protected:
-    WindowsFilesTest() { EXPECT_TRUE(Save(path_, old_)); }
+    WindowsFilesTest() { WriteBytes(path_, kOld); }
 
-    static bool Save(const std::string& path, const Bytes& content) {
-        return SaveWholeFile(path, FileKind::Other, content);
-    }
-    static Bytes Read(const std::string& path) {
-        Bytes content;
-        EXPECT_TRUE(ReadWholeFile(path, content)) << path;
-        return content;
-    }
     // Opens the file so that nobody else may write or delete it.
     static HANDLE Occupy(const std::string& path) {
         return ::CreateFileW(ToSystemPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                              OPEN_EXISTING, 0, nullptr);
     }
+    void ExpectOldFileAlone() const {
+        EXPECT_EQ(ReadBytes(path_), kOld);
+        EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
+    }
     const std::string path_ = In("f");
-    const Bytes old_ = Bytes(3, 'o'), new_ = Bytes(5, 'n');
 };
 
 TEST_F(WindowsFilesTest, AWriteThatFailsHasNoLength) {
     const OpenFile file(fileCalls.open(path_.c_str(), OpenFor::Reading));
     EXPECT_EQ(fileCalls.write(file.Get(), "n", 1), -1);
+}
+
+TEST_F(WindowsFilesTest, ASaveLeavesNothingBesideTheNewFile) {
+    EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "");
+    EXPECT_EQ(ReadBytes(path_), kNew);
+    EXPECT_EQ(Listing(), std::vector<std::string>{"f"});
 }
 
 TEST_F(WindowsFilesTest, ASaveWaitsForAnotherProgramThatSoonLetsGo) {
@@ -47,89 +53,86 @@ TEST_F(WindowsFilesTest, ASaveWaitsForAnotherProgramThatSoonLetsGo) {
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         ::CloseHandle(other);
     });
-    EXPECT_TRUE(Save(path_, new_));
+    EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "");
     later.join();
-    EXPECT_EQ(Read(path_), new_);
+    EXPECT_EQ(ReadBytes(path_), kNew);
 }
 
-TEST_F(WindowsFilesTest, AFileThatStaysInUseIsLeftAlone) {
+TEST_F(WindowsFilesTest, AFileInUseBeforeTheSaveIsLeftAlone) {
     const HANDLE other = Occupy(path_);
-    EXPECT_FALSE(Save(path_, new_));
-    EXPECT_EQ(FailureText(), "Another program is using it.");
+    EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "Another program is using it.");
     ::CloseHandle(other);
-    EXPECT_EQ(Read(path_), old_);
-    EXPECT_EQ(Listing().size(), 1u);
+    ExpectOldFileAlone();
 }
 
-TEST_F(WindowsFilesTest, AFileThatComesIntoUseBeforeTheRenameIsLeftAlone) {
+TEST_F(WindowsFilesTest, AFileInUseWhenItIsReplacedIsLeftAlone) {
     static HANDLE other;
     static std::string path;
     path = path_;
-    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+    fileCalls.replaceIn = [](int folder, const char* from, const char* to) {
         other = Occupy(path);
-        return SystemFileCalls().renameIn(folder, from, to);
+        return SystemFileCalls().replaceIn(folder, from, to);
     };
-    EXPECT_FALSE(Save(path_, new_));
+    EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "Another program is using it.");
     ::CloseHandle(other);
-    EXPECT_EQ(Read(path_), old_);
-    EXPECT_EQ(Listing().size(), 1u);
+    ExpectOldFileAlone();
 }
 
-TEST_F(WindowsFilesTest, AHiddenFileStaysHidden) {
-    ::SetFileAttributesW(ToSystemPath(path_).c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
-    EXPECT_TRUE(Save(path_, new_));
-    constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-    EXPECT_EQ(::GetFileAttributesW(ToSystemPath(path_).c_str()) & kKept, kKept);
+TEST_F(WindowsFilesTest, AFileMadeDuringTheSaveStays) {
+    std::filesystem::remove(path_);
+    {
+        OutputFile file;
+        ASSERT_TRUE(file.Open(path_));
+        ASSERT_TRUE(file.Complete());
+        WriteBytes(path_, kOld);
+        EXPECT_EQ(TextOf(file.PutInPlace()), "It was changed by another program.");
+    }
+    ExpectOldFileAlone();
 }
 
 TEST_F(WindowsFilesTest, AReadOnlyFileIsRefused) {
     ::SetFileAttributesW(ToSystemPath(path_).c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_FALSE(Save(path_, new_));
+    EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "Permission denied.");
     ::SetFileAttributesW(ToSystemPath(path_).c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(Read(path_), old_);
+    ExpectOldFileAlone();
 }
 
-TEST_F(WindowsFilesTest, WhatCantKeepItsRightsIsRefused) {
-    fileCalls.setAttribute = [](int, const char*, const void*, std::size_t) { return -1; };
-    EXPECT_FALSE(Save(path_, new_));
-    EXPECT_EQ(FailureText(), "Its owner and permissions can't be kept.");
-    EXPECT_EQ(Read(path_), old_);
+TEST_F(WindowsFilesTest, WhatIsNoFileIsRefused) {
+    for (const char* const path : {"NUL", ".", "a?b", "Q:/f"})
+        EXPECT_NE(TextOf(SaveWholeFile(path, kNew)), "") << path;
 }
-
-TEST_F(WindowsFilesTest, ADeviceIsRefused) { EXPECT_FALSE(Save("NUL", new_)); }
 
 TEST_F(WindowsFilesTest, LongNamesAndEveryAlphabetWork) {
-    std::vector<std::wstring> folders;
-    std::string folder = In("long");
+    const std::wstring top = ToSystemPath(In("long"));
+    std::wstring folder = top;
+    ASSERT_TRUE(::CreateDirectoryW(folder.c_str(), nullptr));
     for (int depth = 0; depth < 8; ++depth) {
-        folders.push_back(ToSystemPath(folder));
-        ASSERT_TRUE(::CreateDirectoryW(folders.back().c_str(), nullptr));
-        folder += "\\\u0422\u0443\u043D\u043D\u0435\u043B\u044C " + std::string(40, 'x');
+        folder += L"\\\u0422\u0443\u043D\u043D\u0435\u043B\u044C " + std::wstring(40, 'x');
+        ASSERT_TRUE(::CreateDirectoryW(folder.c_str(), nullptr));
     }
-    folder = ToUtf8(folders.back());
     ASSERT_GT(folder.size(), std::size_t{MAX_PATH});
-    const std::string path = folder + "\\\u96A7\u9053.3ds";
-    EXPECT_TRUE(Save(path, old_));
-    EXPECT_TRUE(Save(path, new_));
-    EXPECT_EQ(Read(path), new_);
-    EXPECT_TRUE(FileExists(path));
+    const std::string path = ToUtf8(folder) + "\\\u96A7\u9053.3ds";
+    EXPECT_TRUE(SaveWholeFile(path, kOld));
+    EXPECT_TRUE(SaveWholeFile(path, kNew));
+    Bytes content;
+    EXPECT_TRUE(ReadWholeFile(path, content));
+    EXPECT_EQ(content, kNew);
+    EXPECT_EQ(RealPath(path), path);
     EXPECT_TRUE(::DeleteFileW(ToSystemPath(path).c_str()));
-    for (; !folders.empty(); folders.pop_back())
-        EXPECT_TRUE(::RemoveDirectoryW(folders.back().c_str()));
+    for (; folder.size() >= top.size(); folder.resize(folder.rfind(L'\\')))
+        EXPECT_TRUE(::RemoveDirectoryW(folder.c_str()));
 }
 
 TEST_F(WindowsFilesTest, PathsOfOneFileAreRecognised) {
-    std::string backslashes = path_, upper = In("F"), missing = In("m"), missingUpper = In("M");
-    for (char& character : backslashes)
-        if (character == '/') character = '\\';
+    std::string backslashes = path_;
+    std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
     const struct {
         std::string one, other;
         bool same;
-    } cases[] = {{path_, backslashes, true},
-                 {path_, upper, true},
-                 {missing, missingUpper, true},
-                 {path_, missing, false},
-                 {missing, In("n"), false}};
+    } cases[] = {
+        {path_, backslashes, true}, {path_, In("F"), true},        {path_, In("m"), false},
+        {In("m"), In("M"), true},   {In("m"), In("m. "), true},    {In("\u00E4"), In("\u00C4"), true},
+        {In("m"), In("n"), false},  {In("d/m"), In("D\\M"), true}, {In("d/m"), In("m"), false}};
     for (const auto& row : cases)
         EXPECT_EQ(SameFile(row.one, row.other), row.same) << row.one << " " << row.other;
 }
@@ -140,9 +143,16 @@ TEST_F(WindowsFilesTest, APathIsSplitAfterItsDriveOrLastSeparator) {
     } cases[] = {{"f", ".", "f"},          {"C:f", "C:.", "f"},      {"C:\\f", "C:\\", "f"},
                  {"a/b\\f", "a/b\\", "f"}, {"a\\b/f", "a\\b/", "f"}, {"\\\\s\\d\\f", "\\\\s\\d\\", "f"}};
     for (const auto& row : cases) {
-        EXPECT_EQ(PlaceOf(row.path).folder, row.folder) << row.path;
-        EXPECT_EQ(PlaceOf(row.path).name, row.name) << row.path;
+        EXPECT_EQ(Split(row.path).folder, row.folder) << row.path;
+        EXPECT_EQ(Split(row.path).name, row.name) << row.path;
     }
+}
+
+TEST_F(WindowsFilesTest, AClosedStreamIsNotTheNextFile) {
+    ::_close(0);
+    const ProcessSetup setup;
+    const OpenFile file(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    EXPECT_GT(file.Get(), 2);
 }
 
 // These need a console, so ./test runs them in a terminal.
@@ -162,7 +172,7 @@ TEST_F(WindowsConsoleTest, ControlCRemovesTheUnfinishedFile) {
         ::SetConsoleCtrlHandler(nullptr, FALSE);
         RemoveUnfinishedOnSignals();
         OutputFile file;
-        if (!file.Create(In("new"), FileKind::Other)) return;
+        if (!file.Open(In("new"))) return;
         ::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
         ::Sleep(10'000);
     };
