@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -106,7 +105,7 @@ std::string Difference(const Bytes& got, const Bytes& expected,
                        std::string (*place)(const Bytes&, std::size_t)) {
     if (got == expected) return "";
     const std::size_t size = expected.size();
-    std::string text, where;
+    std::string text;
     std::size_t byte = 0;
     if (got.size() != size)
         text = std::to_string(got.size()) + " bytes, expected " + std::to_string(size) + "; ";
@@ -178,6 +177,13 @@ TEST_F(GoldenTest, ADifferenceIsNamedByWhatItBelongsTo) {
         const std::string found = Difference(changed, original, place);
         EXPECT_TRUE(found.ends_with(std::string(": ") + expected)) << found;
     }
+}
+
+TEST_F(GoldenTest, AFileOfAnotherLengthIsNamedByTheFirstPartThatIsLonger) {
+    const Bytes box = ReadBytes(kCases + "/box/tube.3ds"), rounded = ReadBytes(kCases + "/rounded/tube.3ds");
+    EXPECT_EQ(Difference(rounded, box, PlaceInObject),
+              "4418 bytes, expected 2626; byte 380 of 2626 is 0xD2, expected 0x22: byte 2 of chunk 0x4000 of "
+              "SEGT0000");
 }
 
 }  // namespace boreforge
