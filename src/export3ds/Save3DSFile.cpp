@@ -5,8 +5,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <limits>
-#include <span>
+#include <vector>
 
 #include "export3ds/ChunkIds.h"
 #include "export3ds/mSave3DSObject.h"
@@ -27,31 +28,35 @@ constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to 
 constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
 constexpr std::int16_t kAllEdgesVisible = 7;
 
-// Material names have eight characters, so all materials have the same length.
-constexpr std::int32_t kMaterialNameLength = kHeaderLength + 8 + 1;
-constexpr std::int32_t kMaterialLength =
-    kHeaderLength + kMaterialNameLength + 3 * (kHeaderLength + kColorLength) +
-    6 * (kHeaderLength + kPercentLength) + (kHeaderLength + 2) + (kHeaderLength + 4);
+std::int64_t MaterialNameLength(const Material3DS& material) {
+    return kHeaderLength + std::ssize(material.Name) + 1;
+}
 
-std::int64_t Length64(std::size_t count) { return static_cast<std::int64_t>(count); }
+std::int64_t MaterialLength(const Material3DS& material) {
+    return kHeaderLength + MaterialNameLength(material) + 3 * (kHeaderLength + kColorLength) +
+           6 * (kHeaderLength + kPercentLength) + (kHeaderLength + 2) + (kHeaderLength + 4);
+}
+
+const Material3DS& MaterialOf(const Mesh3DS& mesh) { return Model3DS.Materials[mesh.MaterialIndex]; }
 
 // The lengths of one mesh's chunks, each stated once.
 struct MeshLengths {
     std::int64_t points, texCoords, materialGroup, smoothGroups, faces, triObject, object;
 
     explicit MeshLengths(const Mesh3DS& mesh)
-        : points(kHeaderLength + 2 + 12 * Length64(mesh.Points.size())),
-          texCoords(mesh.HasTexCoords ? kHeaderLength + 2 + 8 * Length64(mesh.TexCoords.size()) : 0),
-          materialGroup(kMaterialNameLength + 2 + 2 * Length64(mesh.Faces.size())),
-          smoothGroups(kHeaderLength + 4 * Length64(mesh.Faces.size())),
-          faces(kHeaderLength + 2 + 8 * Length64(mesh.Faces.size()) + materialGroup + smoothGroups),
+        : points(kHeaderLength + 2 + kPointBytes * std::ssize(mesh.Points)),
+          texCoords(mesh.HasTexCoords ? kHeaderLength + 2 + 8 * std::ssize(mesh.TexCoords) : 0),
+          materialGroup(MaterialNameLength(MaterialOf(mesh)) + 2 + 2 * std::ssize(mesh.Faces)),
+          smoothGroups(kHeaderLength + 4 * std::ssize(mesh.Faces)),
+          faces(kHeaderLength + 2 + 8 * std::ssize(mesh.Faces) + materialGroup + smoothGroups),
           triObject(kHeaderLength + points + texCoords + kMatrixLength + faces),
-          object(kHeaderLength + Length64(mesh.Name.size()) + 1 + triObject) {}
+          object(kHeaderLength + std::ssize(mesh.Name) + 1 + triObject) {}
 };
 
 std::int64_t MeshDataLength() {
     std::int64_t length = kHeaderLength + kVersionLength + kScaleLength;
-    length += kMaterialLength * Length64(Model3DS.Materials.size());
+    for (const Material3DS& material : Model3DS.Materials)
+        length += MaterialLength(material);
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         length += MeshLengths(mesh).object;
     return length;
@@ -68,31 +73,9 @@ std::uint8_t* Store(std::uint8_t* place, Number value) {
 }
 
 // Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer digits.
-// Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as nearbyint
-// does, in an instruction each, and the subtraction leaves a zero positive. For every whole number up to
-// 16,000,000, multiplying by 1e-6 yields the same float as dividing by 1e6.
-void RoundPlaces(std::span<float> values) {
-    constexpr double kWholeNumbers = 6755399441055744.0;
-    // There is no branch, so that the compiler can round several numbers at a time.
-    for (float& value : values) {
-        const double rounded = (value * 1e6 + kWholeNumbers) - kWholeNumbers;
-        const float result = static_cast<float>(rounded * 1e-6);
-        const std::uint32_t chosen = std::fabs(value) < 16 ? ~std::uint32_t{0} : 0;
-        value = std::bit_cast<float>((std::bit_cast<std::uint32_t>(result) & chosen) |
-                                     (std::bit_cast<std::uint32_t>(value) & ~chosen));
-    }
-}
-
-// Calls `store(place, i)` for i from 0 to count - 1, with room for `size` bytes each.
-template <class Store>
-void PutEach(std::size_t count, std::size_t size, OutputFile& file, Store store) {
-    const std::size_t atOnce = OutputFile::kBufferSize / 16 / size;
-    for (std::size_t first = 0; first < count; first += atOnce) {
-        const std::size_t last = std::min(count, first + atOnce);
-        std::uint8_t* place = file.Claim((last - first) * size);
-        for (std::size_t i = first; i < last; ++i, place += size)
-            store(place, i);
-    }
+float RoundPlaces(float value) {
+    if (!(std::fabs(value) < 16)) return value;  // or NaN
+    return static_cast<float>(std::nearbyint(value * 1e6) / 1e6) + 0.0f;
 }
 
 void PutLength(ChunkId id, std::int64_t length, OutputFile& file) {
@@ -112,8 +95,8 @@ void PutNestedPercent(ChunkId id, std::int16_t value, OutputFile& file) {
 }
 
 void PutMaterial(const Material3DS& material, OutputFile& file) {
-    PutChunkHeader(MAT_ENTRY, kMaterialLength, file);
-    PutChunkHeader(MAT_NAME, kMaterialNameLength, file);
+    PutLength(MAT_ENTRY, MaterialLength(material), file);
+    PutLength(MAT_NAME, MaterialNameLength(material), file);
     PutZString(material.Name, file);
     PutNestedColor(MAT_AMBIENT, material.Ambient, file);
     PutNestedColor(MAT_DIFFUSE, material.Diffuse, file);
@@ -135,21 +118,8 @@ void PutMaterial(const Material3DS& material, OutputFile& file) {
 void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
     PutLength(POINT_ARRAY, length, file);
     PutWord(static_cast<std::uint16_t>(mesh.PointCount()), file);
-    constexpr std::size_t kAtOnce = 64;  // a loop over plain floats rounds several of them at a time
-    float axes[3 * kAtOnce] = {};
-    for (std::size_t first = 0; first < mesh.Points.size(); first += kAtOnce) {
-        const std::size_t count = std::min(kAtOnce, mesh.Points.size() - first);
-        for (std::size_t i = 0; i < count; ++i) {
-            const Vector3D& point = mesh.Points[first + i];
-            axes[3 * i] = point.x;
-            axes[3 * i + 1] = -point.z;
-            axes[3 * i + 2] = point.y;
-        }
-        RoundPlaces(axes);
-        std::uint8_t* const place = file.Claim(12 * count);
-        for (std::size_t i = 0; i < 3 * count; ++i)
-            Store(place + 4 * i, axes[i]);
-    }
+    for (const Vector3D& point : mesh.Points)
+        PutPoint3(RoundPlaces(point.x), RoundPlaces(-point.z), RoundPlaces(point.y), file);
 }
 
 void PutTexCoords(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
@@ -170,29 +140,25 @@ void PutMatrix(OutputFile& file) {
         PutDword(kMatrixOriginBits, file);
 }
 
-// Three vertices and a word of flags, in the order of the file.
-std::uint64_t PackFace(const MeshFace& face) {
-    const auto word = [](std::int16_t value) { return std::uint64_t{static_cast<std::uint16_t>(value)}; };
-    return word(face.a) | word(face.b) << 16 | word(face.c) << 32 | word(kAllEdgesVisible) << 48;
-}
-
 void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file) {
     const auto count = static_cast<std::uint16_t>(mesh.FaceCount());
     PutLength(FACE_ARRAY, lengths.faces, file);
     PutWord(count, file);
-    PutEach(mesh.Faces.size(), 8, file,
-            [&](std::uint8_t* place, std::size_t i) { Store(place, PackFace(mesh.Faces[i])); });
+    for (const MeshFace& face : mesh.Faces) {
+        std::uint8_t* const place = file.Claim(8);
+        Store(Store(Store(Store(place, face.a), face.b), face.c), kAllEdgesVisible);
+    }
 
     PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
-    PutZString(Model3DS.Materials[mesh.MaterialIndex].Name, file);
+    PutZString(MaterialOf(mesh).Name, file);
     PutWord(count, file);
-    PutEach(mesh.Faces.size(), 2, file,
-            [](std::uint8_t* place, std::size_t i) { Store(place, static_cast<std::uint16_t>(i)); });
+    for (std::size_t i = 0; i < mesh.Faces.size(); ++i)
+        PutWord(static_cast<std::uint16_t>(i), file);
 
     PutLength(SMOOTH_GROUP, lengths.smoothGroups, file);
-    const std::span<const std::int32_t> groups = mesh.SmoothGroups;
-    PutEach(mesh.Faces.size(), 4, file,
-            [=](std::uint8_t* place, std::size_t i) { Store(place, groups.empty() ? 0 : groups[i]); });
+    for (const std::int32_t group : mesh.SmoothGroups)
+        PutDword(static_cast<std::uint32_t>(group), file);
+    if (mesh.SmoothGroups.empty()) file.Write(std::vector<std::uint8_t>(4 * mesh.Faces.size()));
 }
 
 void PutMesh(const Mesh3DS& mesh, OutputFile& file) {
@@ -224,7 +190,7 @@ void PutDword(std::uint32_t value, OutputFile& file) { Store(file.Claim(4), valu
 void PutPoint3(float x, float y, float z, OutputFile& file) { Store(Store(Store(file.Claim(12), x), y), z); }
 
 void PutZString(const std::string& text, OutputFile& file) {
-    std::memcpy(file.Claim(text.size() + 1), text.c_str(), text.size() + 1);
+    file.Write({reinterpret_cast<const std::uint8_t*>(text.c_str()), text.size() + 1});
 }
 
 void PutColorChunk(std::uint8_t red, std::uint8_t green, std::uint8_t blue, OutputFile& file) {

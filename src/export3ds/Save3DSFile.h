@@ -14,6 +14,9 @@ namespace boreforge {
 // Readers of the format count a file's objects in a signed 16-bit number.
 inline constexpr std::int32_t kMaxMeshes = 32767;
 
+// What a point and a face of a mesh add to the length of the file.
+inline constexpr std::int64_t kPointBytes = 12, kFaceBytes = 8 + 2 + 4;
+
 // Writes the whole model to `fileName`, in place of an existing file once the new one is complete. Fails
 // before anything is written if the model doesn't fit the format, see Compute3DSLength.
 Outcome Save3DSFile(const std::string& fileName);

@@ -2,17 +2,11 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "export3ds/VertexIndex.h"
-#include "platform/HugePages.h"
 
 namespace boreforge {
-
-namespace {
-// Defined before the model, so that it outlives it. Its blocks are large, but only pages that are touched
-// take memory.
-std::pmr::monotonic_buffer_resource modelMemory(std::size_t{1} << 25, HugePages());
-}  // namespace
 
 Model3DSState Model3DS;
 ObjectBufferState ObjectBuffer;
@@ -45,21 +39,9 @@ MeshFace Narrow(const BufferFace& face) {
 
 Mesh3DS& MeshAt(std::int32_t index) { return Model3DS.Meshes[index]; }
 
-// Adds the next mesh of the open object.
-Mesh3DS& AddMeshOfObject() {
-    const std::string name = Numbered(ObjectBuffer.NamePrefix, ObjectPartNumber, 4);
-    ++ObjectPartNumber;
-    return MeshAt(AddMesh(name, ObjectBuffer.MaterialIndex));
-}
-
 }  // namespace
 
-std::pmr::memory_resource* ModelMemory() { return &modelMemory; }
-
-void ResetModel() {
-    Model3DS = Model3DSState();
-    modelMemory.release();
-}
+void ResetModel() { Model3DS = Model3DSState(); }
 
 std::int16_t AddMaterial(const ColorRGB& ambient, const ColorRGB& diffuse, const ColorRGB& specular,
                          std::int16_t shininess, std::int16_t shininessStrength, std::int16_t transparency) {
@@ -101,28 +83,23 @@ void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const T
     if (ObjectBuffer.FaceCount() == kMaxFacesOfMesh) FlushObject();
 }
 
-void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
-                    std::span<const MeshFace> faces) {
-    Mesh3DS& mesh = AddMeshOfObject();
-    mesh.Points.resize(order.size());
-    for (std::size_t i = 0; i < order.size(); ++i)
-        mesh.Points[i] = points[order[i]];
-    mesh.Faces = faces;
-}
-
 void FlushObject() {
     if (ObjectBuffer.PointCount() < 1 && ObjectBuffer.FaceCount() < 1) return;
-    Mesh3DS& mesh = AddMeshOfObject();
-    // Copies whole arrays, so that the mesh's have exactly the size they need and the buffer's serve the next
-    // object.
-    mesh.Points.assign(ObjectBuffer.Points.begin(), ObjectBuffer.Points.end());
+    std::vector<MeshFace> faces(ObjectBuffer.Faces.size());
+    std::transform(ObjectBuffer.Faces.begin(), ObjectBuffer.Faces.end(), faces.begin(), Narrow);
+    AddFinishedMesh(ObjectBuffer.Points, std::move(faces));
+    Mesh3DS& mesh = Model3DS.Meshes.back();
     mesh.HasTexCoords = ObjectBuffer.HasTexCoords && !ObjectBuffer.TexCoords.empty();
-    if (mesh.HasTexCoords)
-        mesh.TexCoords.assign(ObjectBuffer.TexCoords.begin(), ObjectBuffer.TexCoords.end());
-    mesh.OwnFaces.resize(ObjectBuffer.Faces.size());
-    std::transform(ObjectBuffer.Faces.begin(), ObjectBuffer.Faces.end(), mesh.OwnFaces.begin(), Narrow);
-    mesh.Faces = mesh.OwnFaces;
+    if (mesh.HasTexCoords) mesh.TexCoords = ObjectBuffer.TexCoords;
     BeginObject(ObjectBuffer.NamePrefix, ObjectBuffer.MaterialIndex, ObjectBuffer.HasTexCoords, true);
+}
+
+void AddFinishedMesh(std::vector<Vector3D> points, std::vector<MeshFace> faces) {
+    const std::string name = Numbered(ObjectBuffer.NamePrefix, ObjectPartNumber, 4);
+    ++ObjectPartNumber;
+    Mesh3DS& mesh = MeshAt(AddMesh(name, ObjectBuffer.MaterialIndex));
+    mesh.Points = std::move(points);
+    mesh.Faces = std::move(faces);
 }
 
 std::int32_t AddMesh(const std::string& name, std::int16_t materialIndex) {
@@ -148,8 +125,7 @@ std::int16_t AddMeshTexCoord(const TexCoord& coord, std::int32_t meshIndex) {
 std::int16_t AddMeshFace(std::int16_t a, std::int16_t b, std::int16_t c, std::int32_t smoothGroups,
                          std::int32_t meshIndex) {
     Mesh3DS& mesh = MeshAt(meshIndex);
-    mesh.OwnFaces.push_back({a, b, c});
-    mesh.Faces = mesh.OwnFaces;
+    mesh.Faces.push_back({a, b, c});
     if (smoothGroups != 0 || !mesh.SmoothGroups.empty()) {
         mesh.SmoothGroups.resize(mesh.Faces.size());
         mesh.SmoothGroups.back() = smoothGroups;

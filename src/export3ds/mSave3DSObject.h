@@ -2,11 +2,7 @@
 // shares equal vertices and makes a mesh of every 10,000 faces. Positions are in track space and its axes.
 #pragma once
 
-#include <compare>
 #include <cstdint>
-#include <map>
-#include <memory_resource>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -43,46 +39,24 @@ struct Material3DS {
     float WireSize = 1;
 };
 
-// The memory of the meshes' arrays; ResetModel frees all of it at once.
-std::pmr::memory_resource* ModelMemory();
-
 struct Mesh3DS {
     std::string Name;
     std::int32_t MaterialIndex = -1;  // the material of the whole mesh
-    std::pmr::vector<Vector3D> Points{ModelMemory()};
-    std::pmr::vector<TexCoord> TexCoords{ModelMemory()};  // empty, or one for each point
-    std::span<const MeshFace> Faces;                      // in the model's memory; meshes may share them
-    std::pmr::vector<MeshFace> OwnFaces{ModelMemory()};   // empty if Faces are shared
+    std::vector<Vector3D> Points;
+    std::vector<TexCoord> TexCoords;  // empty, or one for each point
+    std::vector<MeshFace> Faces;
     // The smoothing group mask of each face. Empty means all 0, as in every sweep: storing the zeros took a
     // fifth of a job's peak memory.
-    std::pmr::vector<std::int32_t> SmoothGroups{ModelMemory()};
+    std::vector<std::int32_t> SmoothGroups;
     bool HasTexCoords = false;
     std::int16_t PointCount() const { return static_cast<std::int16_t>(Points.size()); }
     std::int16_t TexCoordCount() const { return static_cast<std::int16_t>(TexCoords.size()); }
     std::int16_t FaceCount() const { return static_cast<std::int16_t>(Faces.size()); }
 };
 
-// A wall joins rings of points by bands of faces. A part of it is up to 10,000 successive faces.
-struct WallPart {
-    std::size_t nodes = 0;                 // points in a ring
-    bool outward = false, inward = false;  // which way the faces face
-    std::size_t first = 0;                 // the part's first face, counted in the wall
-    friend auto operator<=>(const WallPart&, const WallPart&) = default;  // NOLINT(modernize-use-nullptr)
-};
-
-// The faces of a part without equal points, shared by all walls with such a part. Vertex i is point Points[i]
-// of the part's rings. Faces 0 to i use the first VertexCounts[i] vertices, so a shorter part uses the
-// beginning of the table.
-struct FaceTable {
-    std::span<const MeshFace> Faces;  // in the model's memory
-    std::vector<std::uint16_t> Points;
-    std::vector<std::uint16_t> VertexCounts;
-};
-
 struct Model3DSState {
     std::vector<Material3DS> Materials;
     std::vector<Mesh3DS> Meshes;
-    std::map<WallPart, FaceTable> FaceTables;
     std::int32_t MaterialCount() const { return static_cast<std::int32_t>(Materials.size()); }
     std::int32_t MeshCount() const { return static_cast<std::int32_t>(Meshes.size()); }
 };
@@ -126,15 +100,13 @@ void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3);
 
-// Adds the mesh that AddFace and FlushObject would make of these faces, without texture coordinates, to the
-// open object. The buffer must be empty. Vertex i is points[order[i]]. The mesh refers to `faces`, which must
-// be in the model's memory.
-void AddSharedFaces(std::span<const Vector3D> points, std::span<const std::uint16_t> order,
-                    std::span<const MeshFace> faces);
-
 // Makes a mesh of the buffer, named by the prefix and ObjectPartNumber in at least four digits, and opens the
 // buffer again for the same object. An empty buffer makes no mesh and takes no number.
 void FlushObject();
+
+// Adds a finished mesh without texture coordinates to the open object, named and numbered like those that
+// FlushObject makes. The buffer must be empty.
+void AddFinishedMesh(std::vector<Vector3D> points, std::vector<MeshFace> faces);
 
 // Build a mesh step by step, where FlushObject builds one from whole arrays. Each call returns the index of
 // what it appended; meshIndex must come from AddMesh.

@@ -36,18 +36,19 @@ void ForEachTunnel(Sweep sweep) {
         if (IsTunnel(i)) sweep(i);
 }
 
-// True if the walls alone are more than the format can hold: 32-bit lengths, with 14 bytes for each face, and
-// kMaxMeshes objects. Computed from the counts, before any memory is filled.
+// True if the faces of the walls, and those of their points that no two faces can share, are more than the
+// format can hold: 32-bit lengths and kMaxMeshes objects. Computed from the counts, before any memory is
+// filled.
 bool IsTooLarge(const TunnelJobSettings& settings) {
-    constexpr std::int64_t kFaceBytes = 14, kWalls = 2, kMaxBytes = std::numeric_limits<std::int32_t>::max();
-    const std::int64_t nodes = TunnelShape.NodeCount();
-    const std::int64_t facesOfRing = nodes * (settings.DoubleSided ? 4 : 2);
+    constexpr std::int64_t kMaxBytes = std::numeric_limits<std::int32_t>::max();
     std::int64_t bytes = 0, meshes = 0;
     ForEachTunnel([&](std::int32_t i) {
-        const std::int32_t samples = TracedSegments[i].SampleCount();
-        const std::int64_t faces = facesOfRing * (1 + (samples - 1) / settings.DetailStep);
-        bytes += kWalls * faces * kFaceBytes;
-        meshes += kWalls * ((faces + kMaxFacesOfMesh - 1) / kMaxFacesOfMesh);
+        if (bytes > kMaxBytes) return;
+        for (const auto* contour : {&TunnelShape.OutsideNodes, &TunnelShape.InsideNodes}) {
+            const WallSize size = SizeOfWall(*contour, i, settings.DetailStep, settings.DoubleSided);
+            bytes += kFaceBytes * size.faces + kPointBytes * size.unsharedPoints;
+            meshes += (size.faces + kMaxFacesOfMesh - 1) / kMaxFacesOfMesh;
+        }
     });
     return bytes > kMaxBytes || meshes > kMaxMeshes;
 }

@@ -1,17 +1,11 @@
 #include "tracing/mZR_TraceTrack.h"
 
 #include <cmath>
+#include <utility>
 
-#include "platform/HugePages.h"
 #include "trackfile/TrackDocument.h"
 
 namespace boreforge {
-
-namespace {
-// Defined before the samples, so that it outlives them. Its blocks are large, but only pages that are touched
-// take memory.
-std::pmr::monotonic_buffer_resource traceMemory(std::size_t{1} << 25, HugePages());
-}  // namespace
 
 std::vector<TracedSegment> TracedSegments;
 std::int32_t TraceUpperIndex = -1;
@@ -118,18 +112,16 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     return true;
 }
 
-// Traces the piece of segment `index`, which is `length` long. False if its roll isn't finite.
-bool TracePiece(const Piece& piece, std::int32_t index, float length) {
-    TracedSegment& traced = TracedSegments[index];
-    traced.Length = length;
-
+// Traces the piece of segment `index`, whose Length is known. False if its roll isn't finite.
+bool TracePiece(const Piece& piece, std::int32_t index, std::vector<TracedSegment>& segments) {
+    TracedSegment& traced = segments[index];
     Matrix3D frame = MatIdentity();
     if (index > 0)
-        frame = TracedSegments[index - 1].Samples.back().Orientation;
+        frame = segments[index - 1].Samples.back().Orientation;
     else
         TurnTowards(frame, VecSubtract(piece.p0, piece.c0));
     traced.Samples.clear();
-    traced.Samples.reserve(static_cast<std::size_t>(length / kSampleSpacing) + 2);
+    traced.Samples.reserve(static_cast<std::size_t>(traced.Length / kSampleSpacing) + 2);
     traced.Samples.push_back(SampleAt(piece.p0, frame));
 
     WalkPiece(piece, frame, traced);
@@ -143,38 +135,21 @@ bool IsFinite(const Piece& piece) {
     return IsFinite(piece.p0) && IsFinite(piece.c0) && IsFinite(piece.p1) && IsFinite(piece.c1);
 }
 
-// The lengths of all pieces; empty if the track can't be walked. Only what the walk uses must be finite:
-// nodes beyond the last segment don't matter.
-std::vector<float> MeasureTrack() {
-    const std::int32_t segmentCount = TrackFile.SegmentCount();
-    if (segmentCount < 2 || TrackFile.BezierNodeCount() < segmentCount) return {};
-    std::vector<float> lengths(static_cast<std::size_t>(segmentCount));
+// Sets the lengths of all segments. False if the path can't be walked. Only what the walk uses must be
+// finite: nodes beyond the last segment don't matter.
+bool MeasurePieces(std::vector<TracedSegment>& segments) {
     double total = 0;
-    for (std::int32_t i = 0; i < segmentCount; ++i) {
-        const Piece piece = PieceOf(i, segmentCount - 1);
-        if (!IsFinite(piece)) return {};
-        const float length = LengthOf(piece);
-        lengths[i] = length;
-        total += length;
-        if (!(total <= kMaxPathLength)) return {};  // also refuses NaN
+    for (std::int32_t i = 0; i <= TraceUpperIndex; ++i) {
+        const Piece piece = PieceOf(i, TraceUpperIndex);
+        if (!IsFinite(piece)) return false;
+        segments[i].Length = LengthOf(piece);
+        total += segments[i].Length;
+        if (!(total <= kMaxPathLength)) return false;  // also refuses NaN
     }
-    return lengths;
-}
-
-bool TraceAllPieces() {
-    const std::vector<float> lengths = MeasureTrack();
-    if (lengths.empty()) return false;
-    TracedSegments.clear();
-    traceMemory.release();
-    TracedSegments.resize(lengths.size());
-    for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
-        if (!TracePiece(PieceOf(i, TraceUpperIndex), i, lengths[i])) return false;
     return true;
 }
 
 }  // namespace
-
-std::pmr::memory_resource* TraceMemory() { return &traceMemory; }
 
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1) {
     float length = 0;
@@ -189,14 +164,22 @@ float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D
 
 void TraceSegment(std::int32_t index) {
     const Piece piece = PieceOf(index, TraceUpperIndex);
-    (void)TracePiece(piece, index, LengthOf(piece));
+    TracedSegments[index].Length = LengthOf(piece);
+    (void)TracePiece(piece, index, TracedSegments);
 }
 
 bool TraceTrack() {
     TrackTraced = false;
     TraceUpperIndex = TrackFile.SegmentCount() - 1;
-    TrackTraced = TraceAllPieces();
-    return TrackTraced;
+    if (TraceUpperIndex < 1 || TrackFile.BezierNodeCount() <= TraceUpperIndex) return false;
+    TracedSegments.clear();
+    std::vector<TracedSegment> segments(TrackFile.Segments.size());
+    if (!MeasurePieces(segments)) return false;
+    for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
+        if (!TracePiece(PieceOf(i, TraceUpperIndex), i, segments)) return false;
+    TracedSegments = std::move(segments);
+    TrackTraced = true;
+    return true;
 }
 
 }  // namespace boreforge

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
 #include <vector>
 
 #include "tracing/mMatrix3D.h"
@@ -20,13 +19,10 @@ struct TraceSample {
     float PathLength = 0;  // length of path from the start of the piece
 };
 
-// The memory of the samples; every trace frees all of it first.
-std::pmr::memory_resource* TraceMemory();
-
 struct TracedSegment {
     float Length = 0;  // of the piece, by MeasureBezierLength
     // at least one after a trace; the first is at the start of the piece
-    std::pmr::vector<TraceSample> Samples{TraceMemory()};
+    std::vector<TraceSample> Samples;
     std::int32_t SampleCount() const { return static_cast<std::int32_t>(Samples.size()); }
 };
 
@@ -38,9 +34,10 @@ extern std::int32_t TraceUpperIndex;
 // belongs to the track in memory.
 extern bool TrackTraced;
 
-// Traces the open track. False if it has fewer than two segments or fewer nodes than segments, if a
-// coordinate or roll that the walk uses isn't finite, if the path is longer than kMaxPathLength, or if memory
-// runs out.
+// Traces the open track. False if it has fewer than two segments or fewer nodes than segments: TracedSegments
+// is then left as it was. False also if a coordinate or roll that the walk uses isn't finite or the path is
+// longer than kMaxPathLength: TracedSegments is then empty. The same if memory runs out, which throws
+// std::bad_alloc.
 [[nodiscard]] bool TraceTrack();
 
 // Traces the piece of one segment. Trace segments in ascending order: a piece starts with the last frame of

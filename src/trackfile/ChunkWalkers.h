@@ -7,7 +7,6 @@
 #include <bit>
 #include <cstdint>
 #include <iterator>
-#include <memory_resource>
 #include <string>
 #include <vector>
 
@@ -44,7 +43,7 @@ class FieldCounter {
     void Presence(Truth) {}
     void Extent(std::int32_t) { count += 4; }
     void Count(const auto&) { count += 4; }
-    void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
+    void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
         count += 4 * std::ssize(values);
     }
     void Block(const auto& content) {
@@ -98,7 +97,7 @@ class FieldReader {
     }
 
     // `depth` rows of `width` values.
-    void Grid(std::pmr::vector<float>& values, std::int32_t width, std::int32_t depth) {
+    void Grid(std::vector<float>& values, std::int32_t width, std::int32_t depth) {
         values.clear();
         if (at_.failed || width == 0 || depth == 0) return;
         if (width > at_.Remaining() / 4 / depth) return at_.Fail();
@@ -148,7 +147,7 @@ class FieldWriter {
     void Presence(Truth) {}
     void Extent(std::int32_t value) { WriteI32(at_, value); }
     void Count(const auto& list) { WriteI32(at_, static_cast<std::int32_t>(list.size())); }
-    void Grid(const std::pmr::vector<float>& values, std::int32_t, std::int32_t) {
+    void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
         std::uint8_t* place = at_.Take(4 * std::ssize(values));
         if (!place) return;
         for (const float value : values) {

@@ -4,12 +4,10 @@
 
 #include <array>
 #include <cstdint>
-#include <memory_resource>
 #include <string>
 #include <vector>
 
 #include "base/Values.h"
-#include "platform/HugePages.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {
@@ -115,15 +113,14 @@ struct TrackScenery {
     std::array<float, 3> LastRow{};    // the fourth row, without its last element
 };
 
-// Each Size is a chunk's size field and each Children its child count, as last read or written. Lists are in
-// huge pages: in small pages, a large track takes twice as long to load.
+// Each Size is a chunk's size field and each Children its child count, as last read or written.
 struct TrackDocument {
     std::int32_t ZphrSize = 0, ZphrChildren = 0;
     std::array<std::uint8_t, 4> FormatVersion{};  // as read; a save writes 1.3
 
     std::int32_t TrckSize = 0, TrckChildren = 0;
     std::int32_t TrackValueA = 0;
-    std::pmr::vector<TrackColorSet> ColorSets{HugePages()};
+    std::vector<TrackColorSet> ColorSets;
     std::int32_t TrackValueB = 0;
     PackedColor DefaultColor1 = 0, DefaultColor2 = 0, DefaultColor3 = 0;  // of segments without their own
     PackedColor ExtraColor1 = 0, ExtraColor2 = 0, ExtraColor3 = 0, ExtraColor4 = 0, ExtraColor5 = 0;
@@ -132,28 +129,28 @@ struct TrackDocument {
     std::string InfoText;
 
     std::int32_t BezrSize = 0, BezrChildren = 0;
-    std::pmr::vector<TrackBezierNode> BezierNodes{HugePages()};
+    std::vector<TrackBezierNode> BezierNodes;
 
     std::int32_t SegmSize = 0, SegmChildren = 0;
     Truth SegmentListFlag = kFalse;
-    std::pmr::vector<TrackSegment> Segments{HugePages()};
+    std::vector<TrackSegment> Segments;
 
     std::int32_t SuppSize = 0, SuppChildren = 0;
     std::int32_t FundSize = 0, FundChildren = 0;
-    std::pmr::vector<TrackFundRecord> FundRecords{HugePages()};
+    std::vector<TrackFundRecord> FundRecords;
     std::int32_t RascSize = 0, RascChildren = 0;
-    std::pmr::vector<TrackRascRecord> RascRecords{HugePages()};
+    std::vector<TrackRascRecord> RascRecords;
     std::int32_t FrenSize = 0, FrenChildren = 0;
-    std::pmr::vector<TrackFrenRecord> FrenRecords{HugePages()};
+    std::vector<TrackFrenRecord> FrenRecords;
     std::int32_t TubeSize = 0, TubeChildren = 0;
-    std::pmr::vector<TrackTubeRecord> TubeRecords{HugePages()};
+    std::vector<TrackTubeRecord> TubeRecords;
     std::int32_t CatwSize = 0, CatwChildren = 0;
-    std::pmr::vector<TrackCatwRecord> CatwRecords{HugePages()};
+    std::vector<TrackCatwRecord> CatwRecords;
 
     std::int32_t ScenSize = 0, ScenChildren = 0;
-    std::pmr::vector<TrackSceneryPoint> SceneryPoints{HugePages()};
+    std::vector<TrackSceneryPoint> SceneryPoints;
     std::int32_t ScobSize = 0, ScobChildren = 0;
-    std::pmr::vector<TrackScenery> SceneryObjects{HugePages()};
+    std::vector<TrackScenery> SceneryObjects;
 
     std::int32_t TeraSize = 0, TeraChildren = 0;
     Truth HasTerrain = kFalse;  // whether there was a terrain, and a save writes one
@@ -167,7 +164,7 @@ struct TrackDocument {
     float TerrainFloat5 = 0;
     std::uint8_t TerrainByte = 0;
     Truth TerrainFlag = kFalse;
-    std::pmr::vector<float> TerrainGrid{HugePages()};  // TerrainDepth rows of TerrainWidth values, row by row
+    std::vector<float> TerrainGrid;  // TerrainDepth rows of TerrainWidth values, row by row
 
     std::int32_t EnvcSize = 0, EnvcChildren = 0;
     std::string EnvironmentText1, EnvironmentText2;

@@ -10,12 +10,6 @@ namespace boreforge {
 
 namespace {
 
-// The triangles (a, b, c) and (c, d, a).
-void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d) {
-    AddFace(a, b, c, {}, {}, {});
-    AddFace(c, d, a, {}, {}, {});
-}
-
 void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool alongTravel, bool againstTravel) {
     const Matrix3D& world = TracedSegments[segmentIndex].Samples.front().WorldMatrix;
     BeginObject(kObjectPrefix, materialIndex, false, true);

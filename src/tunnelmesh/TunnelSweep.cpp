@@ -1,11 +1,10 @@
 #include "tunnelmesh/TunnelSweep.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
+#include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <span>
+#include <utility>
 
 #include "editor/TunnelShape.h"
 #include "export3ds/VertexIndex.h"
@@ -16,71 +15,44 @@ namespace boreforge {
 
 namespace {
 
-// The faces of each quad between two rings: two for each side.
-std::size_t FacesOfQuad(const WallPart& part) { return part.outward && part.inward ? 4 : 2; }
-std::size_t FacesOfBand(const WallPart& part) { return part.nodes * FacesOfQuad(part); }
+// Rings of points, each joined to the next by a band of quads, one for each node.
+struct Wall {
+    std::vector<Vector3D> points;  // ring after ring
+    std::size_t nodes;             // points in a ring
+    bool outward, inward;          // which way the quads face; each side has two triangles
 
-// The rings that the first `count` faces of a part join.
-struct RingRange {
-    std::size_t first, last;
-    friend bool operator==(const RingRange&, const RingRange&) = default;
+    std::size_t QuadCount() const { return points.size() - nodes; }
+    std::size_t FacesOfQuad() const { return outward && inward ? 4 : 2; }
 };
-RingRange RingsOf(const WallPart& part, std::size_t count) {
-    return {part.first / FacesOfBand(part), (part.first + count - 1) / FacesOfBand(part) + 1};
+
+// The quads of one mesh.
+struct Part {
+    std::size_t firstNode;             // of the first quad
+    std::size_t quads;                 // at least one
+    std::span<const Vector3D> points;  // of the rings that they join
+};
+
+Part PartOf(const Wall& wall, std::size_t firstQuad) {
+    const std::size_t node = firstQuad % wall.nodes;
+    const std::size_t quads = std::min(kMaxFacesOfMesh / wall.FacesOfQuad(), wall.QuadCount() - firstQuad);
+    const std::size_t bands = (node + quads - 1) / wall.nodes + 1;
+    return {node, quads, std::span(wall.points).subspan(firstQuad - node, (bands + 1) * wall.nodes)};
 }
 
-// The three corners of face `index` of a part. Points are numbered from the part's first ring on.
-std::array<std::size_t, 3> CornersOf(const WallPart& part, std::size_t index) {
-    const std::size_t face = part.first % FacesOfBand(part) + index;
-    const std::size_t quad = face / FacesOfQuad(part);
-    const std::size_t k = quad % part.nodes, k2 = k + 1 < part.nodes ? k + 1 : 0;
-    const std::size_t previous = quad - k, current = previous + part.nodes;
-    switch (face % FacesOfQuad(part) + (part.outward ? 0 : 2)) {
-        case 0:
-            return {previous + k, current + k, current + k2};
-        case 1:
-            return {current + k2, previous + k2, previous + k};
-        case 2:
-            return {previous + k2, current + k2, current + k};
-        default:
-            return {current + k, previous + k, previous + k2};
+// Calls `add` with the four corners of each side of each quad, as indices of the part's points.
+template <class Add>
+void ForEachSide(const Wall& wall, const Part& part, Add add) {
+    std::size_t node = part.firstNode;
+    for (std::size_t a = node; a < part.firstNode + part.quads; ++a) {
+        node = node + 1 < wall.nodes ? node + 1 : 0;
+        const std::size_t b = node > 0 ? a + 1 : a + 1 - wall.nodes;
+        const std::size_t c = b + wall.nodes, d = a + wall.nodes;
+        if (wall.outward) add(a, d, c, b);
+        if (wall.inward) add(b, c, d, a);
     }
 }
 
-// Numbers the points in the order in which the faces first use them, as AddFace does.
-FaceTable MakeFaceTable(const WallPart& part, std::size_t count) {
-    FaceTable table;
-    auto* const faces = std::pmr::polymorphic_allocator<MeshFace>(ModelMemory()).allocate(count);
-    table.Faces = {faces, count};
-    const RingRange rings = RingsOf(part, count);
-    std::vector<std::int16_t> vertices((rings.last - rings.first + 1) * part.nodes, -1);
-    const auto vertexOf = [&](std::size_t point) {
-        if (vertices[point] < 0) {
-            vertices[point] = static_cast<std::int16_t>(table.Points.size());
-            table.Points.push_back(static_cast<std::uint16_t>(point));
-        }
-        return vertices[point];
-    };
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto [a, b, c] = CornersOf(part, i);
-        const std::int16_t first = vertexOf(a), second = vertexOf(b);
-        faces[i] = {first, second, vertexOf(c)};
-        table.VertexCounts.push_back(static_cast<std::uint16_t>(table.Points.size()));
-    }
-    return table;
-}
-
-// A part's table of at least `count` faces, which is made if the model has none.
-const FaceTable& FaceTableOf(const WallPart& part, std::size_t count) {
-    FaceTable& table = Model3DS.FaceTables[part];
-    // Rounded up to a power of two, since each replaced table stays in the model's memory.
-    if (table.Faces.size() < count)
-        table = MakeFaceTable(part, std::min<std::size_t>(kMaxFacesOfMesh, std::bit_ceil(count)));
-    return table;
-}
-
-// Whether no two points are equal and none has a NaN: the faces then follow from the counts alone. False also
-// for more points than a mesh can have.
+// Whether no two points are equal and none has a NaN. False also for more points than a mesh can have.
 bool AreAllDifferent(std::span<const Vector3D> points) {
     static VertexIndex index;
     if (points.size() > VertexIndex::kMaxVertices) return false;
@@ -90,68 +62,98 @@ bool AreAllDifferent(std::span<const Vector3D> points) {
     return true;
 }
 
-// The frames of a wall's rings.
-std::vector<const Matrix3D*> FramesOf(std::int32_t segmentIndex, std::int32_t detailStep) {
-    const auto& samples = TracedSegments[segmentIndex].Samples;
-    std::vector<const Matrix3D*> frames;
-    frames.reserve(samples.size() / static_cast<std::size_t>(detailStep) + 2);
-    for (std::size_t s = 0; s < samples.size(); s += static_cast<std::size_t>(detailStep))
-        frames.push_back(&samples[s].WorldMatrix);
-    // The bridge: the next segment's wall starts with the very same ring, so the two meet without a gap.
-    const std::int32_t following = segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
-    frames.push_back(&TracedSegments[following].Samples.front().WorldMatrix);
-    return frames;
-}
-
-void AddPart(const WallPart& part, std::size_t count, const std::vector<Vector3D>& points,
-             bool allDifferent) {
-    if (allDifferent) {
-        const FaceTable& table = FaceTableOf(part, count);
-        const std::size_t vertices = table.VertexCounts[count - 1];
-        AddSharedFaces(points, std::span(table.Points).first(vertices), table.Faces.first(count));
-        return;
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        const auto [a, b, c] = CornersOf(part, i);
-        AddFace(points[a], points[b], points[c], {}, {}, {});
-    }
-}
-
-void SweepWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int16_t materialIndex,
-               std::int32_t detailStep, bool outward, bool inward) {
-    BeginObject(kObjectPrefix, materialIndex, false, true);
-    const std::vector<const Matrix3D*> frames = FramesOf(segmentIndex, detailStep);
-    WallPart part{contour.size(), outward, inward};
-    const std::size_t faces = (frames.size() - 1) * FacesOfBand(part);
+// For a part whose points are all different: they are numbered in the order of their first use, as AddFace
+// does, but without a search.
+void AddPart(const Wall& wall, const Part& part) {
+    std::vector<std::int16_t> numbers(part.points.size(), -1);
     std::vector<Vector3D> points;
-    bool allDifferent = false;
-    for (RingRange carried{}; part.first < faces; part.first += kMaxFacesOfMesh) {
-        const std::size_t count = std::min<std::size_t>(kMaxFacesOfMesh, faces - part.first);
-        const RingRange rings = RingsOf(part, count);
-        if (rings != carried) {
-            points.clear();
-            points.reserve((rings.last - rings.first + 1) * part.nodes);
-            for (std::size_t r = rings.first; r <= rings.last; ++r)
-                CarryContour(contour, *frames[r], points);
-            // With one node, all faces have equal corners.
-            allDifferent = part.nodes > 1 && AreAllDifferent(points);
-            carried = rings;
+    std::vector<MeshFace> faces;
+    points.reserve(part.points.size());
+    faces.reserve(part.quads * wall.FacesOfQuad());
+    const auto numberOf = [&](std::size_t point) {
+        if (numbers[point] < 0) {
+            numbers[point] = static_cast<std::int16_t>(points.size());
+            points.push_back(part.points[point]);
         }
-        AddPart(part, count, points, allDifferent);
+        return numbers[point];
+    };
+    ForEachSide(wall, part, [&](std::size_t p, std::size_t q, std::size_t r, std::size_t s) {
+        const std::int16_t a = numberOf(p), b = numberOf(q), c = numberOf(r), d = numberOf(s);
+        faces.push_back({a, b, c});
+        faces.push_back({c, d, a});
+    });
+    AddFinishedMesh(std::move(points), std::move(faces));
+}
+
+void AddPartByFaces(const Wall& wall, const Part& part) {
+    ForEachSide(wall, part, [&](std::size_t p, std::size_t q, std::size_t r, std::size_t s) {
+        AddQuad(part.points[p], part.points[q], part.points[r], part.points[s]);
+    });
+}
+
+void AddWall(const Wall& wall, std::int16_t materialIndex) {
+    BeginObject(kObjectPrefix, materialIndex, false, true);
+    for (std::size_t quad = 0; quad < wall.QuadCount();) {
+        const Part part = PartOf(wall, quad);
+        // With one node, the corners of a quad are not four points.
+        if (wall.nodes > 1 && AreAllDifferent(part.points))
+            AddPart(wall, part);
+        else
+            AddPartByFaces(wall, part);
+        quad += part.quads;
     }
     FlushObject();
+}
+
+std::size_t BandCount(std::int32_t segmentIndex, std::int32_t detailStep) {
+    return 1 + (TracedSegments[segmentIndex].Samples.size() - 1) / static_cast<std::size_t>(detailStep);
+}
+
+// The points of a wall's rings.
+std::vector<Vector3D> PointsOf(const std::vector<Vector3D>& contour, std::int32_t segmentIndex,
+                               std::int32_t detailStep) {
+    const auto& samples = TracedSegments[segmentIndex].Samples;
+    std::vector<Vector3D> points;
+    points.reserve(contour.size() * (BandCount(segmentIndex, detailStep) + 1));
+    for (std::size_t s = 0; s < samples.size(); s += static_cast<std::size_t>(detailStep))
+        CarryContour(contour, samples[s].WorldMatrix, points);
+    // The bridge: the next segment's wall starts with the very same ring, so the two meet without a gap.
+    const std::int32_t following = segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
+    CarryContour(contour, TracedSegments[following].Samples.front().WorldMatrix, points);
+    return points;
 }
 
 }  // namespace
 
 void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                       bool doubleSided) {
-    SweepWall(TunnelShape.OutsideNodes, segmentIndex, materialIndex, detailStep, true, doubleSided);
+    const auto& contour = TunnelShape.OutsideNodes;
+    AddWall({.points = PointsOf(contour, segmentIndex, detailStep),
+             .nodes = contour.size(),
+             .outward = true,
+             .inward = doubleSided},
+            materialIndex);
 }
 
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided) {
-    SweepWall(TunnelShape.InsideNodes, segmentIndex, materialIndex, detailStep, doubleSided, true);
+    const auto& contour = TunnelShape.InsideNodes;
+    AddWall({.points = PointsOf(contour, segmentIndex, detailStep),
+             .nodes = contour.size(),
+             .outward = doubleSided,
+             .inward = true},
+            materialIndex);
+}
+
+WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int32_t detailStep,
+                    bool doubleSided) {
+    const auto isFinite = [](const Vector3D& v) {
+        return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+    };
+    const auto sides = static_cast<std::int64_t>(BandCount(segmentIndex, detailStep)) * (doubleSided ? 2 : 1);
+    const auto nodes = std::ssize(contour), finite = std::ranges::count_if(contour, isFinite);
+    // Each node is a corner of two quads, three times of each.
+    return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }
 
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
@@ -161,6 +163,11 @@ void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
     points.resize(before + contour.size());
     for (std::size_t k = 0; k < contour.size(); ++k)
         points[before + k] = MatTransformPoint(frame, contour[k]);
+}
+
+void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d) {
+    AddFace(a, b, c, {}, {}, {});
+    AddFace(c, d, a, {}, {}, {});
 }
 
 }  // namespace boreforge

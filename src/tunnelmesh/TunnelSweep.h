@@ -19,10 +19,21 @@ void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided);
 
+// The size of a wall before it is added. Its unshared points are those of nodes with a coordinate that isn't
+// finite: transformed, it can become a NaN, which equals nothing, so every face has such a point for itself.
+struct WallSize {
+    std::int64_t faces = 0, unsharedPoints = 0;
+};
+WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int32_t detailStep,
+                    bool doubleSided);
+
 // The name prefix of every object of a tunnel.
 inline constexpr char kObjectPrefix[] = "SEGT";
 
 // Transforms a contour from shape space to track space and appends it to `points`.
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& points);
+
+// Adds the triangles (a, b, c) and (c, d, a) to the open object.
+void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d);
 
 }  // namespace boreforge

@@ -5,6 +5,7 @@
 #include <limits>
 #include <random>
 
+#include "export3ds/Read3DSObject.h"
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "platform/FileCalls.h"
@@ -110,6 +111,48 @@ TEST_F(ExportTest, OneTriangleHasTheBytesOfTheFormatsTables) {
     EXPECT_EQ(Bytes(file.begin() + 415, file.begin() + 473),
               FromHex("00000000 BD3786B5 00000000 0000E040 000010C1 00000041 "
                       "4041 20000000 0300 0000803E 0000803F 0000003F 0000803F 0000803F 0000803F 6041"));
+}
+
+TEST_F(ExportTest, APointAndAFaceAddTheirBytesToTheFile) {
+    AddMaterial({}, {}, {}, 0, 0, 0);
+    const std::int32_t mesh = AddMesh("MESH", 0);
+    const std::int64_t before = Compute3DSLength();
+    AddMeshPoint({}, mesh);
+    EXPECT_EQ(Compute3DSLength(), before + kPointBytes);
+    AddMeshFace(0, 0, 0, 0, mesh);
+    EXPECT_EQ(Compute3DSLength(), before + kPointBytes + kFaceBytes);
+}
+
+TEST_F(ExportTest, LengthsFollowTheNamesOfMaterials) {
+    for (int i = 0; i <= 1000; ++i)
+        AddMaterial({}, {}, {}, 0, 0, 0);
+    ASSERT_EQ(Model3DS.Materials.back().Name, "MATER1000");
+    BeginObject("SEGT", 1000, false, true);
+    AddFace({1, 2, 3}, {4, 5, 6}, {7, 8, 10}, {}, {}, {});
+    FlushObject();
+    ASSERT_TRUE(Save3DSFile(In("o.3ds")));
+    const Bytes file = ReadBytes(In("o.3ds"));
+    EXPECT_EQ(file.size(), 42u + 1000 * 168 + 169 + 165);
+    Object3DS object;
+    ObjectDamage damage;
+    EXPECT_TRUE(Read3DSObject(file, object, damage));
+}
+
+TEST_F(ExportTest, ATextOfAnyLengthIsWrittenWhole) {
+    constexpr std::size_t kBuffer = OutputFile::kBufferSize;
+    for (const std::size_t length : {std::size_t{0}, kBuffer - 4, kBuffer - 1, kBuffer, 3 * kBuffer}) {
+        OutputFile file;
+        ASSERT_TRUE(file.Open(In("o")));
+        PutWord(0x1234, file);
+        PutZString(std::string(length, 'x'), file);
+        PutWord(0x5678, file);
+        ASSERT_TRUE(file.Complete());
+        ASSERT_TRUE(file.PutInPlace());
+        Bytes expected(length + 5, 'x');
+        expected[0] = 0x34, expected[1] = 0x12, expected[length + 2] = 0;
+        expected[length + 3] = 0x78, expected[length + 4] = 0x56;
+        EXPECT_EQ(ReadBytes(In("o")), expected) << length;
+    }
 }
 
 TEST_F(ExportTest, MoreMeshesThanTheFormatHoldsAreRefused) {

@@ -31,6 +31,11 @@ class JobTest : public CoreTest {
         MakePresetShape(0);
     }
     TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
+    static void MakeShape(std::int32_t nodes, float coordinate) {
+        const Vector3D node{coordinate, 0, 0};
+        TunnelShape.InsideNodes.assign(static_cast<std::size_t>(nodes), node);
+        TunnelShape.OutsideNodes = TunnelShape.InsideNodes;
+    }
 };
 
 TEST_F(JobTest, WallsAndCapsComeInOrderWithCapsWhereTheFlagChanges) {
@@ -172,8 +177,16 @@ TEST_F(JobTest, BothSidesOfTheWallsCountForTheSizeOfTheObject) {
     settings.DoubleSided = true;
     // Walls of one side, two faces of 14 bytes for each node of a ring, would just fit into 2 GB.
     const std::int32_t rings = 1 + (TracedSegments[1].SampleCount() - 1) / settings.DetailStep;
-    TunnelShape.InsideNodes.resize(static_cast<std::size_t>(0x7FFFFFFF / (2 * 2 * 14 * rings)));
+    MakeShape(0x7FFFFFFF / (2 * 2 * 14 * rings), 1);
     EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), "Is Too Large"));
+}
+
+TEST_F(JobTest, PointsThatNoFacesShareCountForTheSizeOfTheObject) {
+    Open("-T----");
+    const std::int32_t rings = 1 + (TracedSegments[1].SampleCount() - 1) / Settings().DetailStep;
+    // The faces, two of 14 bytes for each node of a ring, would take a third of 2 GB, their points 1.7 GB.
+    MakeShape(0x7FFFFFFF / (3 * 2 * 2 * 14 * rings), NAN);
+    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(Settings())), "Is Too Large"));
 }
 
 TEST_F(JobTest, WithoutAnOpenTrackNothingHappensAndNothingIsSaid) {
@@ -191,7 +204,7 @@ TEST_F(JobTest, AJobThatFailsLeavesTheTrackAndSaysWhy) {
         bool objectExists;    // afterwards
         std::function<void()> spoil;
     } cases[] = {{"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
-                 {"Is Too Large", false, [] { TunnelShape.InsideNodes.resize(1 << 21); }},
+                 {"Is Too Large", false, [] { MakeShape(1 << 21, 1); }},
                  {"the track was not saved.", true,
                   [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
                  {"Can't Be Followed", false, [&] {

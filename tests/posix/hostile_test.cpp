@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <functional>
+#include <new>
 #include <set>
 
 #include "editor/TunnelShape.h"
@@ -13,6 +14,7 @@
 #include "support/CoreTest.h"
 #include "support/KnownTrack.h"
 #include "support/Sanitizers.h"
+#include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
@@ -36,11 +38,11 @@ class HostileTest : public CoreTest {
             if (TextOf(made).find(known) != std::string::npos) return known;
         return TextOf(made);
     }
-    // Runs `work` in a process that gets no more than 512 MB of addresses and a minute of the processor.
-    void Bounded(const std::function<void()>& work) {
+    // Runs `work` in a process that gets no more than so many MB of addresses and a minute of the processor.
+    void Bounded(rlim_t megabytes, const std::function<void()>& work) {
         const pid_t child = ::fork();
         if (child == 0) {
-            const struct rlimit memory { 512 << 20, 512 << 20 }, seconds{60, 60};
+            const struct rlimit memory { megabytes << 20, megabytes << 20 }, seconds{60, 60};
             bool good = ::setrlimit(RLIMIT_CPU, &seconds) == 0;
             if (!kSanitized) good = good && ::setrlimit(RLIMIT_AS, &memory) == 0;
             fileCalls.flush = [](int) { return 0; };
@@ -55,7 +57,7 @@ class HostileTest : public CoreTest {
 
 TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
     enum class FieldKind { Size, Count, TextLength };
-    Bounded([&] {
+    Bounded(512, [&] {
         // The known file with a path that can be followed: four nodes more.
         const KnownTrack known = MakeKnownTrack();
         WriteBytes(track, known.bytes);
@@ -103,6 +105,19 @@ TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
         if (!kSanitized) {
             EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 32 * 1024);
         }
+    });
+}
+
+TEST_F(HostileTest, ATraceThatRunsOutOfMemoryLeavesNoTrace) {
+    if (kSanitized) GTEST_SKIP() << "the sanitizer's memory has no limit";
+    Bounded(256, [] {
+        MakeTrack(WindingCircuit());
+        ASSERT_TRUE(TraceTrack());
+        for (std::size_t i = 0; i < 6; ++i)  // 999,000 units of path: samples of 280 MB
+            TrackFile.BezierNodes[i] = Node({i % 2 == 0 ? 0 : 166'500.0f, 0, 0}, {}, {});
+        EXPECT_THROW((void)TraceTrack(), std::bad_alloc);
+        EXPECT_FALSE(TrackTraced);
+        EXPECT_TRUE(TracedSegments.empty());
     });
 }
 

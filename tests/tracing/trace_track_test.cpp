@@ -226,6 +226,18 @@ TEST_F(TraceTrackTest, OnlyPointsThatTheWalkReadsMustBeFinite) {
     }
 }
 
+TEST_F(TraceTrackTest, APathThatCantBeWalkedLeavesNoTrace) {
+    void (*const spoilers[])(TrackBezierNode&) = {[](TrackBezierNode& node) { node.Position.y = kNaN; },
+                                                  [](TrackBezierNode& node) { node.Roll = kNaN; }};
+    for (const auto& spoil : spoilers) {
+        MakeTrack(WindingCircuit());
+        ASSERT_TRUE(TraceTrack());
+        spoil(TrackFile.BezierNodes[3]);
+        EXPECT_FALSE(TraceTrack());
+        EXPECT_TRUE(TracedSegments.empty());
+    }
+}
+
 TEST_F(TraceTrackTest, TooFewSegmentsOrNodesAreRefusedAndLeaveTheTrace) {
     const struct { std::size_t nodes, segments; } cases[] = {{6, 0}, {6, 1}, {5, 6}};
     for (const auto& [nodes, segments] : cases) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -5,6 +6,7 @@
 #include <numbers>
 
 #include "editor/TunnelShape.h"
+#include "export3ds/VertexIndex.h"
 #include "export3ds/mSave3DSObject.h"
 #include "shared/ObjectSurfaces.h"
 #include "support/CoreTest.h"
@@ -145,22 +147,21 @@ TEST_F(TunnelMeshTest, WallsHaveTheMeshesThatAddFaceMakes) {
         std::size_t samples;
         Matrix3D frame;
         std::size_t repeated;  // the sample that has the frame of the one before
-        bool facesAreShared;   // by the first meshes of two such walls
     } cases[] = {
-        {"no node", {}, 3, turned, 0, false},
-        {"one node", {{1, 2, 0}}, 3, turned, 0, false},
-        {"two nodes", {{1, 2, 0}, {-1, 2, 0}}, 3, turned, 0, true},
-        {"a short wall", RoundContour(32), 1, turned, 0, true},
-        {"a wall of several meshes", RoundContour(32), 400, turned, 0, true},
-        {"bands of more than one mesh", RoundContour(6000), 3, turned, 0, true},
-        {"more points than a mesh has", RoundContour(16000), 2, turned, 0, false},
-        {"equal nodes", {{1, 2, 0}, {4, 2, 0}, {1, 2, 0}, {-1, 5, 0}}, 3, turned, 0, false},
-        {"equal rings", RoundContour(32), 9, turned, 5, false},
-        {"equal rings in the last mesh", RoundContour(32), 400, turned, 399, true},
-        {"0 and -0", {{0, 1, 0}, {4, 2, 0}, {-0.0f, 1, 0}, {4, 5, 0}}, 3, signedZeros, 0, false},
-        {"NaN", {{1, 2, 0}, {4, 2, 0}, {nan, 3, 0}, {-1, 5, 0}}, 3, turned, 0, false},
+        {"no node", {}, 3, turned, 0},
+        {"one node", {{1, 2, 0}}, 3, turned, 0},
+        {"two nodes", {{1, 2, 0}, {-1, 2, 0}}, 3, turned, 0},
+        {"a short wall", RoundContour(32), 1, turned, 0},
+        {"a wall of several meshes", RoundContour(32), 400, turned, 0},
+        {"bands of more than one mesh", RoundContour(6000), 3, turned, 0},
+        {"more points than a mesh has", RoundContour(16000), 2, turned, 0},
+        {"equal nodes", {{1, 2, 0}, {4, 2, 0}, {1, 2, 0}, {-1, 5, 0}}, 3, turned, 0},
+        {"equal rings", RoundContour(32), 9, turned, 5},
+        {"equal rings in the last mesh", RoundContour(32), 400, turned, 399},
+        {"0 and -0", {{0, 1, 0}, {4, 2, 0}, {-0.0f, 1, 0}, {4, 5, 0}}, 3, signedZeros, 0},
+        {"NaN", {{1, 2, 0}, {4, 2, 0}, {nan, 3, 0}, {-1, 5, 0}}, 3, turned, 0},
     };
-    for (const auto& [name, contour, samples, frame, repeated, facesAreShared] : cases)
+    for (const auto& [name, contour, samples, frame, repeated] : cases)
         for (const bool twice : {false, true}) {
             SCOPED_TRACE(std::string(name) + (twice ? ", double-sided" : ""));
             TunnelShape.OutsideNodes = contour;
@@ -174,14 +175,29 @@ TEST_F(TunnelMeshTest, WallsHaveTheMeshesThatAddFaceMakes) {
             ResetModel();
             ObjectPartNumber = 0;
             SweepOutsideWall(0, 0, 1, twice);
-            const auto second = static_cast<std::size_t>(Model3DS.MeshCount());
             SweepOutsideWall(0, 0, 2, twice);
             EXPECT_EQ(ModelContent(), expected);
             EXPECT_EQ(static_cast<std::size_t>(ObjectPartNumber), expected.size());
             EXPECT_EQ(ObjectBuffer.PointCount(), 0);
-            if (second == 0) continue;
-            const bool shared = Model3DS.Meshes[0].Faces.data() == Model3DS.Meshes[second].Faces.data();
-            EXPECT_EQ(shared, facesAreShared);
+        }
+}
+
+TEST_F(TunnelMeshTest, TheSizeOfAWallIsThatOfItsMeshes) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    TunnelShape.OutsideNodes = {{1, 2, 0}, {4, nan, 0}, {nan, 5, 0}, {-1, 5, 0}, {0, 0, nan}};
+    LayFrames(600, MatTranslation(70, -8, 30), 0);
+    for (const std::int32_t step : {1, 2, 7, 1000})
+        for (const bool twice : {false, true}) {
+            ResetModel();
+            SweepOutsideWall(0, 0, step, twice);
+            std::ptrdiff_t faces = 0, unshared = 0;
+            for (const Mesh3DS& mesh : Model3DS.Meshes) {
+                faces += mesh.FaceCount();
+                unshared += std::ranges::count_if(mesh.Points, HasNaN);
+            }
+            const WallSize size = SizeOfWall(TunnelShape.OutsideNodes, 0, step, twice);
+            EXPECT_EQ(size.faces, faces) << step;
+            EXPECT_EQ(size.unsharedPoints, unshared) << step;
         }
 }
 
