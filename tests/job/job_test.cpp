@@ -8,6 +8,7 @@
 #include "editor/TunnelShape.h"
 #include "export3ds/mSave3DSObject.h"
 #include "platform/FileCalls.h"
+#include "platform/Files.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
@@ -129,7 +130,8 @@ TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyWhenItIsToBePutThere) {
         settings.OutputPath = In("\u0422\u0443\u043D.3ds");
         settings.PlaceObject = place;
         EXPECT_EQ(bool(RunTunnelJob(settings)), !place);
-        EXPECT_EQ(fs::exists(settings.OutputPath), !place);
+        Bytes written;
+        EXPECT_EQ(bool(ReadWholeFile(settings.OutputPath, written)), !place);
     }
 }
 
