@@ -48,10 +48,11 @@ std::optional<std::int32_t> ParseDetail(const std::string& text) {
     return static_cast<std::int32_t>(found - std::begin(kDetails));
 }
 
-std::optional<std::int16_t> ParsePreset(const std::string& text) {
+std::optional<PresetShape> ParsePreset(const std::string& text) {
     const std::string name = ToLowerAscii(text);
-    if (name != "box" && name != "rounded") return std::nullopt;
-    return static_cast<std::int16_t>(name == "rounded" ? 1 : 0);
+    if (name == "box") return kPresetBox;
+    if (name == "rounded") return kPresetRounded;
+    return std::nullopt;
 }
 
 std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }

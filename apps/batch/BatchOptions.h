@@ -1,10 +1,10 @@
 // The command line of boreforge-batch.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "editor/TunnelShape.h"
 #include "job/TunnelSettings.h"
 #include "shared/CommandLine.h"
 
@@ -24,7 +24,7 @@ struct BatchOptions {
     std::string OutputFolder;
     std::vector<BatchJob> Jobs;  // derived from the fields above
     std::string Shape;           // a .zrbf file; empty: the preset
-    std::int16_t Preset = 0;
+    PresetShape Preset = kPresetBox;
     TunnelChoices Choices;
     bool NoTrack = false;
     bool DryRun = false;

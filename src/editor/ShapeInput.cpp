@@ -105,42 +105,44 @@ void EndStep(const EditorControls& controls) {
     if (!controls.buttonDown) EndShapeStep();
 }
 
-bool ApplyTool(int tool, const EditorControls& controls) {
+bool ApplyTool(ShapeTool tool, const EditorControls& controls) {
     switch (tool) {
-        case kToolNew:
+        case ShapeTool::New:
             ResetTunnelShape();
             return true;
-        case kToolInsert:
+        case ShapeTool::Insert:
             if (TunnelShape.SelectedNode < 0) return false;
             InsertMidway();
             return true;
-        case kToolDelete:
+        case ShapeTool::Delete:
             if (TunnelShape.SelectedNode < 0) return false;
             DeleteShapeNode(TunnelShape.SelectedNode);
             TunnelShape.SelectedNode = -1;
             return true;
-        case kToolZoomIn:
+        case ShapeTool::ZoomIn:
             Zoom(TunnelShape.ZoomScale + kZoomStep, controls);
             return true;
-        case kToolZoomOut:
+        case ShapeTool::ZoomOut:
             Zoom(TunnelShape.ZoomScale - kZoomStep, controls);
             return true;
-        case kToolZoomReset:
+        case ShapeTool::ZoomReset:
             Zoom(kDefaultZoom, controls);
             return true;
-        case kToolMirror:
+        case ShapeTool::Mirror:
             MirrorTunnelShape();
             return true;
-        case kToolFlip:
+        case ShapeTool::Flip:
             FlipTunnelShape();
             return true;
-        case kToolUndo:
+        case ShapeTool::Undo:
             return !controls.buttonDown && UndoShapeStep();
-        case kToolRedo:
+        case ShapeTool::Redo:
             return !controls.buttonDown && RedoShapeStep();
-        default:
-            return false;
+        case ShapeTool::Open:
+        case ShapeTool::Save:
+            break;
     }
+    return false;
 }
 
 // Selects the next or previous point of the contour. If nothing is selected, starts with the first or last
@@ -154,26 +156,29 @@ bool SelectAlongContour(bool forward, ShownNodes shown) {
     return SelectPoint(end, outside, shown) || SelectPoint(end, !outside, shown);
 }
 
-bool SelectByKey(int code, ShownNodes shown) {
+bool SelectByKey(KeyCode code, ShownNodes shown) {
     const std::int32_t node = TunnelShape.SelectedNode;
-    if (code == kKeyLeft || code == kKeyRight) return SelectAlongContour(code == kKeyRight, shown);
+    const bool forward = code == KeyCode::Right;
+    if (forward || code == KeyCode::Left) return SelectAlongContour(forward, shown);
     return node >= 0 && SelectPoint(node, !TunnelShape.SelectedIsOutside, shown);
 }
 
-bool MoveByKey(int code, const EditorControls& controls) {
+bool MoveByKey(KeyCode code, const EditorControls& controls) {
     if (TunnelShape.SelectedNode < 0) return false;
     const float interval = ActiveInterval(controls);
     const double step = interval > 0 ? interval : kFreeStep;
-    const int right = (code == kKeyRight) - (code == kKeyLeft), up = (code == kKeyUp) - (code == kKeyDown);
+    const int right = (code == KeyCode::Right) - (code == KeyCode::Left);
+    const int up = (code == KeyCode::Up) - (code == KeyCode::Down);
     const Vector3D from = SelectedPoint();
     MoveSelectedPoint({static_cast<float>(from.x + right * step), static_cast<float>(from.y + up * step), 0});
     return true;
 }
 
-int ToolOfShortcut(const KeyPress& key) {
-    if (!key.control || key.alt) return -1;
-    if (key.code == kKeyZ) return key.shift ? kToolRedo : kToolUndo;
-    return key.code == kKeyY && !key.shift ? kToolRedo : -1;
+std::optional<ShapeTool> ToolOfShortcut(const KeyPress& key) {
+    if (!key.control || key.alt) return {};
+    if (key.code == KeyCode::Z) return key.shift ? ShapeTool::Redo : ShapeTool::Undo;
+    if (key.code == KeyCode::Y && !key.shift) return ShapeTool::Redo;
+    return {};
 }
 
 }  // namespace
@@ -226,7 +231,7 @@ bool ReleaseMouse(MouseButton button, const EditorControls& controls) {
     return true;
 }
 
-bool RunShapeTool(int tool, const EditorControls& controls) {
+bool RunShapeTool(ShapeTool tool, const EditorControls& controls) {
     EndStep(controls);
     const bool done = ApplyTool(tool, controls);
     EndStep(controls);
@@ -245,11 +250,11 @@ bool TurnWheel(int eighths, const EditorControls& controls) {
     const int notches = Wheel.eighths / kNotch;
     Wheel.eighths %= kNotch;
     for (int i = 0; i < std::abs(notches); ++i)
-        RunShapeTool(notches > 0 ? kToolZoomIn : kToolZoomOut, controls);
+        RunShapeTool(notches > 0 ? ShapeTool::ZoomIn : ShapeTool::ZoomOut, controls);
     return notches != 0;
 }
 
-void UsePreset(std::int16_t preset, const EditorControls& controls) {
+void UsePreset(PresetShape preset, const EditorControls& controls) {
     EndStep(controls);
     MakePresetShape(preset);
     EndStep(controls);
@@ -262,24 +267,24 @@ Outcome OpenShapeFile(const std::string& path, const EditorControls& controls) {
     return loaded;
 }
 
-int ToolOfKey(const KeyPress& key) {
+std::optional<ShapeTool> ToolOfKey(const KeyPress& key) {
     switch (key.code) {
-        case kKeyI:
-            return kToolInsert;
-        case kKeyDelete:
-            return kToolDelete;
-        case kKeyPadPlus:
-        case kKeyPlus:
-            return kToolZoomIn;
-        case kKeyPadMinus:
-        case kKeyMinus:
-            return kToolZoomOut;
-        case kKeyPadSlash:
-            return kToolZoomReset;
-        case kKeyM:
-            return kToolMirror;
-        case kKeyF:
-            return kToolFlip;
+        case KeyCode::I:
+            return ShapeTool::Insert;
+        case KeyCode::Delete:
+            return ShapeTool::Delete;
+        case KeyCode::PadPlus:
+        case KeyCode::Plus:
+            return ShapeTool::ZoomIn;
+        case KeyCode::PadMinus:
+        case KeyCode::Minus:
+            return ShapeTool::ZoomOut;
+        case KeyCode::PadSlash:
+            return ShapeTool::ZoomReset;
+        case KeyCode::M:
+            return ShapeTool::Mirror;
+        case KeyCode::F:
+            return ShapeTool::Flip;
         default:
             return ToolOfShortcut(key);
     }
@@ -287,12 +292,12 @@ int ToolOfKey(const KeyPress& key) {
 
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls) {
     const bool acts = onCanvas && !key.alt && !controls.buttonDown;
-    const bool arrow = key.code >= kKeyLeft && key.code <= kKeyDown;
+    const bool arrow = key.code >= KeyCode::Left && key.code <= KeyCode::Down;
     if (acts && arrow && !key.control) return MoveByKey(key.code, controls);
     EndStep(controls);
     if (!acts) return false;
     if (arrow) return SelectByKey(key.code, controls.shown);
-    if (key.code != kKeyEscape || TunnelShape.SelectedNode < 0) return false;
+    if (key.code != KeyCode::Escape || TunnelShape.SelectedNode < 0) return false;
     TunnelShape.SelectedNode = -1;
     return true;
 }

@@ -3,12 +3,13 @@
 // repainted.
 #pragma once
 
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/Outcome.h"
 #include "editor/ShapeDrawing.h"
+#include "editor/TunnelShape.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {
@@ -56,65 +57,65 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
 // The end of a pan clears the selection. All changes since the first button was pressed are one undo step.
 bool ReleaseMouse(MouseButton button, const EditorControls& controls);
 
-// The tools, numbered as their buttons. The last two have keys but no buttons.
-enum ShapeTool : int {
-    kToolNew = 0,
-    kToolInsert = 1,
-    kToolDelete = 2,
-    kToolOpen = 3,
-    kToolSave = 4,
-    kToolZoomIn = 5,
-    kToolZoomOut = 6,
-    kToolZoomReset = 7,
-    kToolMirror = 8,
-    kToolFlip = 9,
-    kToolUndo = 10,
-    kToolRedo = 11,
+// The tools. Undo and Redo have keys but no buttons.
+enum class ShapeTool {
+    New,
+    Insert,
+    Delete,
+    Open,
+    Save,
+    ZoomIn,
+    ZoomOut,
+    ZoomReset,
+    Mirror,
+    Flip,
+    Undo,
+    Redo,
 };
 
 // Runs any tool except open and save, which need a dialog. Returns false if there was nothing to do; the
 // canvas then doesn't get the focus either. Undo and redo do nothing while a mouse button is down.
-bool RunShapeTool(int tool, const EditorControls& controls);
+bool RunShapeTool(ShapeTool tool, const EditorControls& controls);
 
 // Turns the wheel by eighths of a degree. Runs the zoom-in tool for each whole notch away from the user and
 // the zoom-out tool for each notch towards them. Does nothing while a mouse button is down.
 bool TurnWheel(int eighths, const EditorControls& controls);
 
 // MakePresetShape and LoadTunnelShape as undo steps. A failed load that empties the shape is a step, too.
-void UsePreset(std::int16_t preset, const EditorControls& controls);
+void UsePreset(PresetShape preset, const EditorControls& controls);
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
 // The platform-independent codes of the keys that the editor uses. A slash has a tool only on the numeric
 // pad.
-enum KeyCode : int {
-    kKeyOther = 0,
-    kKeyEscape = 27,
-    kKeyLeft = 37,
-    kKeyUp = 38,
-    kKeyRight = 39,
-    kKeyDown = 40,
-    kKeyDelete = 46,
-    kKeyF = 70,
-    kKeyI = 73,
-    kKeyM = 77,
-    kKeyY = 89,
-    kKeyZ = 90,
-    kKeyPadPlus = 107,
-    kKeyPadMinus = 109,
-    kKeyPadSlash = 111,
-    kKeyPlus = 187,
-    kKeyMinus = 189,
-    kKeySlash = 191,
+enum class KeyCode {
+    Other = 0,
+    Escape = 27,
+    Left = 37,
+    Up = 38,
+    Right = 39,
+    Down = 40,
+    Delete = 46,
+    F = 70,
+    I = 73,
+    M = 77,
+    Y = 89,
+    Z = 90,
+    PadPlus = 107,
+    PadMinus = 109,
+    PadSlash = 111,
+    Plus = 187,
+    Minus = 189,
+    Slash = 191,
 };
 
 struct KeyPress {
-    int code = kKeyOther;
+    KeyCode code = KeyCode::Other;
     bool shift = false, control = false;
     bool alt = false;  // or Super, the desktop's menu key
 };
 
-// The tool of a key, or -1 if it has none. Shift, Control and Alt matter only for undo and redo.
-int ToolOfKey(const KeyPress& key);
+// The tool of a key, if it has one. Shift, Control and Alt matter only for undo and redo.
+std::optional<ShapeTool> ToolOfKey(const KeyPress& key);
 
 // Handles a key without a tool. If the canvas has the focus, the arrow keys move the selected point by the
 // snap interval, or by 0.1 if snapping is off. Control+Left and Control+Right select the previous and next

@@ -27,8 +27,8 @@ constexpr PresetNode kRounded[] = {
 };
 
 std::span<const PresetNode> PresetNodes(std::int16_t preset) {
-    if (preset == 0) return kBox;
-    if (preset == 1) return kRounded;
+    if (preset == kPresetBox) return kBox;
+    if (preset == kPresetRounded) return kRounded;
     return {};
 }
 

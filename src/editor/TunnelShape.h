@@ -44,7 +44,10 @@ void InsertShapeNode(std::int32_t index, Vector3D node);
 void MirrorTunnelShape();
 void FlipTunnelShape();
 
-// Replaces the shape with a preset: 0 is the box, 1 the rounded one; any other value empties the shape.
+// The ready-made shapes.
+enum PresetShape : std::int16_t { kPresetBox = 0, kPresetRounded = 1 };
+
+// Replaces the shape with a preset, or empties it if there is no preset of this number.
 void MakePresetShape(std::int16_t preset);
 
 }  // namespace boreforge

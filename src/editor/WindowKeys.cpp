@@ -37,46 +37,46 @@ bool IsSignKey(const QKeyEvent& event) {
 }
 
 // The editor's code of a key, whatever modifiers are held.
-int KeyCodeOf(const QKeyEvent& event) {
+KeyCode KeyCodeOf(const QKeyEvent& event) {
     const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
     const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
     switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
         case Qt::Key_Escape:
-            return kKeyEscape;
+            return KeyCode::Escape;
         case Qt::Key_Left:
-            return kKeyLeft;
+            return KeyCode::Left;
         case Qt::Key_Up:
-            return kKeyUp;
+            return KeyCode::Up;
         case Qt::Key_Right:
-            return kKeyRight;
+            return KeyCode::Right;
         case Qt::Key_Down:
-            return kKeyDown;
+            return KeyCode::Down;
         case Qt::Key_Delete:
-            return kKeyDelete;
+            return KeyCode::Delete;
         case Qt::Key_F:
-            return kKeyF;
+            return KeyCode::F;
         case Qt::Key_I:
-            return kKeyI;
+            return KeyCode::I;
         case Qt::Key_M:
-            return kKeyM;
+            return KeyCode::M;
         case Qt::Key_Y:
-            return kKeyY;
+            return KeyCode::Y;
         case Qt::Key_Z:
-            return kKeyZ;
+            return KeyCode::Z;
         case Qt::Key_Plus:
-            if (keypad) return kKeyPadPlus;
-            return IsSignKey(event) ? kKeyPlus : kKeyOther;
+            if (keypad) return KeyCode::PadPlus;
+            return IsSignKey(event) ? KeyCode::Plus : KeyCode::Other;
         case Qt::Key_Equal:
-            return !keypad && IsSignKey(event) ? kKeyPlus : kKeyOther;
+            return !keypad && IsSignKey(event) ? KeyCode::Plus : KeyCode::Other;
         case Qt::Key_Minus:
-            if (keypad) return kKeyPadMinus;
-            return IsSignKey(event) ? kKeyMinus : kKeyOther;
+            if (keypad) return KeyCode::PadMinus;
+            return IsSignKey(event) ? KeyCode::Minus : KeyCode::Other;
         case Qt::Key_Underscore:
-            return IsSignKey(event) ? kKeyMinus : kKeyOther;
+            return IsSignKey(event) ? KeyCode::Minus : KeyCode::Other;
         case Qt::Key_Slash:
-            return keypad ? kKeyPadSlash : kKeySlash;
+            return keypad ? KeyCode::PadSlash : KeyCode::Slash;
         default:
-            return kKeyOther;
+            return KeyCode::Other;
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
@@ -41,21 +42,30 @@ struct ToolButton {
     const char* icon;
 };
 
-constexpr ToolButton kShapeTools[] = {
-    {{"btnShapeTools(0)", 0, 0, 435, 435, 11}, "New Tunnel Shape", "new-shape"},
-    {{"btnShapeTools(1)", 4620, 0, 435, 435, 10}, "Insert Node ( I )", "insert-node"},
-    {{"btnShapeTools(2)", 5040, 0, 435, 435, 9}, "Delete Node ( DEL )", "delete-node"},
-    {{"btnShapeTools(3)", 420, 0, 435, 435, 8}, "Open Tunnel Shape...", "open-shape"},
-    {{"btnShapeTools(4)", 840, 0, 435, 435, 7}, "Save Tunnel Shape...", "save-shape"},
-    {{"btnShapeTools(5)", 6720, 0, 435, 435, 6}, "Zoom In ( + )", "zoom-in"},
-    {{"btnShapeTools(6)", 7140, 0, 435, 435, 5}, "Zoom Out ( - )", "zoom-out"},
-    {{"btnShapeTools(7)", 7560, 0, 435, 435, 4}, "Reset Default Zoom ( / )", "zoom-reset"},
-    {{"btnShapeTools(8)", 3780, 0, 435, 435, 3}, "Mirror Tunnel ( M )", "mirror"},
-    {{"btnShapeTools(9)", 4200, 0, 435, 435, 2}, "Flip Tunnel ( F )", "flip"},
+struct ShapeToolButton {
+    ShapeTool tool;
+    ToolButton button;
 };
-constexpr ToolButton kPreShapes[] = {
-    {{"btnPreShapes(0)", 2820, 0, 435, 435, 14}, "Pre-Shape - Box", "preset-box"},
-    {{"btnPreShapes(1)", 3240, 0, 435, 435, 13}, "Pre-Shape - Rounded", "preset-rounded"},
+constexpr ShapeToolButton kShapeTools[] = {
+    {ShapeTool::New, {{"btnShapeTools(0)", 0, 0, 435, 435, 11}, "New Tunnel Shape", "new-shape"}},
+    {ShapeTool::Insert, {{"btnShapeTools(1)", 4620, 0, 435, 435, 10}, "Insert Node ( I )", "insert-node"}},
+    {ShapeTool::Delete, {{"btnShapeTools(2)", 5040, 0, 435, 435, 9}, "Delete Node ( DEL )", "delete-node"}},
+    {ShapeTool::Open, {{"btnShapeTools(3)", 420, 0, 435, 435, 8}, "Open Tunnel Shape...", "open-shape"}},
+    {ShapeTool::Save, {{"btnShapeTools(4)", 840, 0, 435, 435, 7}, "Save Tunnel Shape...", "save-shape"}},
+    {ShapeTool::ZoomIn, {{"btnShapeTools(5)", 6720, 0, 435, 435, 6}, "Zoom In ( + )", "zoom-in"}},
+    {ShapeTool::ZoomOut, {{"btnShapeTools(6)", 7140, 0, 435, 435, 5}, "Zoom Out ( - )", "zoom-out"}},
+    {ShapeTool::ZoomReset,
+     {{"btnShapeTools(7)", 7560, 0, 435, 435, 4}, "Reset Default Zoom ( / )", "zoom-reset"}},
+    {ShapeTool::Mirror, {{"btnShapeTools(8)", 3780, 0, 435, 435, 3}, "Mirror Tunnel ( M )", "mirror"}},
+    {ShapeTool::Flip, {{"btnShapeTools(9)", 4200, 0, 435, 435, 2}, "Flip Tunnel ( F )", "flip"}},
+};
+struct PresetButton {
+    PresetShape preset;
+    ToolButton button;
+};
+constexpr PresetButton kPreShapes[] = {
+    {kPresetBox, {{"btnPreShapes(0)", 2820, 0, 435, 435, 14}, "Pre-Shape - Box", "preset-box"}},
+    {kPresetRounded, {{"btnPreShapes(1)", 3240, 0, 435, 435, 13}, "Pre-Shape - Rounded", "preset-rounded"}},
 };
 constexpr ToolButton kToolBar{
     {"btnToolBar(0)", 1320, 0, 435, 435, 20}, "Make 3DS Object for Track...", "make-object"};
@@ -142,7 +152,7 @@ frmMain::frmMain() {
     TrackFilePath.clear();
     TrackLoaded = false;
     ResetTunnelShape();
-    MakePresetShape(0);
+    MakePresetShape(kPresetBox);
     ShapeHistory = {};
     EndShapeStep();
 
@@ -161,11 +171,11 @@ void frmMain::MakeToolRow() {
     const auto onClick = [this](QAbstractButton* button, std::function<void()> action) {
         connect(button, &QAbstractButton::clicked, this, [action = std::move(action)] { Guarded(action); });
     };
-    for (int i = 0; i < 10; ++i)
-        onClick(MakeButton(this, kShapeTools[i], tabOrder_), [this, i] { RunTool(i); });
-    for (std::int16_t i = 0; i < 2; ++i)
-        onClick(MakeButton(this, kPreShapes[i], tabOrder_), [this, i] {
-            UsePreset(i, Controls());
+    for (const auto& [tool, button] : kShapeTools)
+        onClick(MakeButton(this, button, tabOrder_), [this, tool = tool] { RunTool(tool); });
+    for (const auto& [preset, button] : kPreShapes)
+        onClick(MakeButton(this, button, tabOrder_), [this, preset = preset] {
+            UsePreset(preset, Controls());
             RedrawAndFocus();
         });
     onClick(MakeButton(this, kToolBar, tabOrder_), [this] { MakeObjectForTrack(); });
@@ -260,15 +270,15 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::KeyPress) {
         const KeyPress key = KeyPressOf(*static_cast<QKeyEvent*>(event));
-        const int tool = ToolOfKey(key);
+        const std::optional<ShapeTool> tool = ToolOfKey(key);
         Guarded([&] {
-            if (tool >= 0)
-                RunTool(tool);
+            if (tool)
+                RunTool(*tool);
             else if (PressKey(key, pbShape_->hasFocus(), Controls()))
                 Redraw();
         });
         // The snap box would take these keys for its own undo.
-        if (tool == kToolUndo || tool == kToolRedo) return true;
+        if (tool == ShapeTool::Undo || tool == ShapeTool::Redo) return true;
     }
     return QWidget::eventFilter(watched, event);  // the key goes on to the control that has the focus
 }
@@ -307,12 +317,12 @@ void frmMain::OpenDropped(const QString& path) {
     if (type == FileType::Track) MakeObjectForTrackAt(path);
 }
 
-void frmMain::RunTool(int index) {
-    if (index == kToolOpen)
+void frmMain::RunTool(ShapeTool tool) {
+    if (tool == ShapeTool::Open)
         OpenShape();
-    else if (index == kToolSave)
+    else if (tool == ShapeTool::Save)
         SaveShape();
-    else if (RunShapeTool(index, Controls()))
+    else if (RunShapeTool(tool, Controls()))
         RedrawAndFocus();
 }
 

@@ -36,7 +36,7 @@ class frmMain : public QWidget {
     void RedrawAndFocus();
     void ShowMousePosition(float x, float y);
 
-    void RunTool(int index);
+    void RunTool(ShapeTool tool);
     void OpenShape();
     void OpenShapeAt(const QString& path);
     void SaveShape();

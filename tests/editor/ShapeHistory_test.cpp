@@ -15,7 +15,7 @@ namespace {
 // Starts with the box, its right floor node selected, and one shape unit for each pixel from (0, 0).
 struct ShapeHistoryTest : CoreTest {
     ShapeHistoryTest() {
-        MakePresetShape(0);
+        MakePresetShape(kPresetBox);
         TunnelShape.SelectedNode = 0;
         TunnelShape.ZoomScale = 1;
         ShapeView = {};
@@ -35,8 +35,8 @@ struct ShapeHistoryTest : CoreTest {
             Move(position);
         Release();
     }
-    bool Undo() { return RunShapeTool(kToolUndo, controls); }
-    bool Redo() { return RunShapeTool(kToolRedo, controls); }
+    bool Undo() { return RunShapeTool(ShapeTool::Undo, controls); }
+    bool Redo() { return RunShapeTool(ShapeTool::Redo, controls); }
     EditorControls controls;
 };
 
@@ -50,12 +50,12 @@ TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
         std::function<void()> change;
     } cases[] = {{"adding and dragging away", [&] { Drag(away); }},
                  {"dragging", [&] { Drag(dragging); }},
-                 {"inserting", [&] { RunShapeTool(kToolInsert, controls); }},
-                 {"deleting", [&] { RunShapeTool(kToolDelete, controls); }},
-                 {"mirror", [&] { RunShapeTool(kToolMirror, controls); }},
-                 {"flip", [&] { RunShapeTool(kToolFlip, controls); }},
-                 {"New", [&] { RunShapeTool(kToolNew, controls); }},
-                 {"a preset", [&] { UsePreset(1, controls); }},
+                 {"inserting", [&] { RunShapeTool(ShapeTool::Insert, controls); }},
+                 {"deleting", [&] { RunShapeTool(ShapeTool::Delete, controls); }},
+                 {"mirror", [&] { RunShapeTool(ShapeTool::Mirror, controls); }},
+                 {"flip", [&] { RunShapeTool(ShapeTool::Flip, controls); }},
+                 {"New", [&] { RunShapeTool(ShapeTool::New, controls); }},
+                 {"a preset", [&] { UsePreset(kPresetRounded, controls); }},
                  {"opening", [&] { EXPECT_TRUE(OpenShapeFile(empty, controls)); }},
                  {"a wrong start", [&] { EXPECT_FALSE(OpenShapeFile(wrong, controls)); }}};
     for (const auto& row : cases) {
@@ -76,8 +76,8 @@ TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
 }
 
 TEST_F(ShapeHistoryTest, UndoAndRedoSelectNothingAndLeaveTheViewAlone) {
-    RunShapeTool(kToolMirror, controls);
-    for (const int tool : {kToolUndo, kToolRedo}) {
+    RunShapeTool(ShapeTool::Mirror, controls);
+    for (const ShapeTool tool : {ShapeTool::Undo, ShapeTool::Redo}) {
         TunnelShape.SelectedNode = 1;
         TunnelShape.SelectedIsOutside = kTrue;
         TunnelShape.ZoomScale = 170;
@@ -96,9 +96,9 @@ TEST_F(ShapeHistoryTest, AnActionThatChangesNothingIsNoStep) {
     ShapeHistory = {};
     EndShapeStep();
     Drag({{2, 3}, {5, 5}, {2, 3}});
-    UsePreset(0, controls);
+    UsePreset(kPresetBox, controls);
     Undo();  // the NaN is back
-    RunShapeTool(kToolZoomIn, controls);
+    RunShapeTool(ShapeTool::ZoomIn, controls);
     TunnelShape.InsideNodes[3].y = 0;
     EXPECT_FALSE(Undo());
     TunnelShape.SelectedNode = 1;
@@ -109,13 +109,13 @@ TEST_F(ShapeHistoryTest, AnActionThatChangesNothingIsNoStep) {
 }
 
 TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
-    RunShapeTool(kToolFlip, controls);
+    RunShapeTool(ShapeTool::Flip, controls);
     const TunnelShapeState flipped = TunnelShape;
     Press({7, 7});
     controls.buttonDown = true;
     EXPECT_FALSE(Undo());
     PressMouse(MouseButton::Other, 0, 0, controls);
-    RunShapeTool(kToolMirror, controls);
+    RunShapeTool(ShapeTool::Mirror, controls);
     ReleaseMouse(MouseButton::Other, controls);
     Move({9, 9});
     EXPECT_FALSE(Redo());
@@ -126,28 +126,28 @@ TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
 }
 
 TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
-    constexpr int kUp = 38, kRight = 39, kOther = 0;
     const Way click = {{2.5f, 0}};
     const struct {
         const char* name;
         std::function<void()> between;
         int steps;
-    } cases[] = {{"nothing", [] {}, 1},
-                 {"a key elsewhere", [&] { PressKey({kOther}, false, controls); }, 2},
-                 {"a choice", [&] { PressKey({.code = kRight, .control = true}, true, controls); }, 2},
-                 {"a click", [&] { Drag(click); }, 2},
-                 {"a zoom", [&] { TurnWheel(120, controls); }, 2},
-                 {"a mirror", [&] { RunShapeTool(kToolMirror, controls); }, 3}};
+    } cases[] = {
+        {"nothing", [] {}, 1},
+        {"a key elsewhere", [&] { PressKey({KeyCode::Other}, false, controls); }, 2},
+        {"a choice", [&] { PressKey({.code = KeyCode::Right, .control = true}, true, controls); }, 2},
+        {"a click", [&] { Drag(click); }, 2},
+        {"a zoom", [&] { TurnWheel(120, controls); }, 2},
+        {"a mirror", [&] { RunShapeTool(ShapeTool::Mirror, controls); }, 3}};
     for (const auto& [name, between, steps] : cases) {
-        MakePresetShape(0);
+        MakePresetShape(kPresetBox);
         TunnelShape.SelectedNode = 0;
         TunnelShape.ZoomScale = 1;
         ShapeHistory = {};
         EndShapeStep();
-        for (const int code : {kUp, kRight, kUp})
+        for (const KeyCode code : {KeyCode::Up, KeyCode::Right, KeyCode::Up})
             PressKey({code}, true, controls);
         between();
-        for (const int code : {kRight, kUp})
+        for (const KeyCode code : {KeyCode::Right, KeyCode::Up})
             PressKey({code}, true, controls);
         int undone = 0;
         while (Undo())
@@ -158,7 +158,7 @@ TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
 }
 
 TEST_F(ShapeHistoryTest, ANewStepDropsWhatWasUndone) {
-    RunShapeTool(kToolMirror, controls);
+    RunShapeTool(ShapeTool::Mirror, controls);
     Undo();
     Drag({{7, 7}});
     EXPECT_FALSE(Redo());

@@ -1,6 +1,5 @@
 #include "editor/ShapeInput.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -10,8 +9,6 @@
 
 namespace boreforge {
 namespace {
-
-enum : int { kEscapeKey = 27, kArrowLeft = 37, kArrowUp = 38, kArrowRight = 39, kArrowDown = 40 };
 
 struct ShapeInputTest : CoreTest {
     ShapeInputTest() { ShapeView = {0, 0, 100, 80}; }
@@ -130,13 +127,13 @@ TEST_F(ShapeInputTest, TheRightButtonPansUpToTwentyUnits) {
 
 TEST_F(ShapeInputTest, TheZoomAndThePanKeepToTheirLimits) {
     const struct {
-        int tool;
+        ShapeTool tool;
         float from, to, panX, panY;  // the pan before is 3000, -700
-    } cases[] = {{kToolZoomIn, 50, 60, 1200, -700},
-                 {kToolZoomIn, 195, 200, 3000, -700},
-                 {kToolZoomOut, 50, 40, 800, -700},
-                 {kToolZoomOut, 15, 10, 200, -200},
-                 {kToolZoomReset, 200, 50, 1000, -700}};
+    } cases[] = {{ShapeTool::ZoomIn, 50, 60, 1200, -700},
+                 {ShapeTool::ZoomIn, 195, 200, 3000, -700},
+                 {ShapeTool::ZoomOut, 50, 40, 800, -700},
+                 {ShapeTool::ZoomOut, 15, 10, 200, -200},
+                 {ShapeTool::ZoomReset, 200, 50, 1000, -700}};
     for (const auto& [tool, from, to, panX, panY] : cases) {
         TunnelShape.ZoomScale = from;
         ShapeView = {3000, -700, 0, 0};
@@ -173,35 +170,35 @@ struct InsertTest : ShapeInputTest {
 };
 
 TEST_F(InsertTest, InsertAddsTheMidpointOfTheInsideContourAfterTheSelectedNode) {
-    EXPECT_TRUE(RunShapeTool(kToolInsert, controls));
+    EXPECT_TRUE(RunShapeTool(ShapeTool::Insert, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {1, -2, 0}, {0, -4, 5}}));
     EXPECT_EQ(TunnelShape.OutsideNodes, (std::vector<Vector3D>{{9, 9, 5}, {1.5f, -2.5f, 0}, {9, 8, 5}}));
 }
 
 TEST_F(InsertTest, InsertAfterTheLastNodeLeadsToTheFirst) {
     TunnelShape.SelectedNode = 1;
-    EXPECT_TRUE(RunShapeTool(kToolInsert, controls));
+    EXPECT_TRUE(RunShapeTool(ShapeTool::Insert, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{2, 0, 5}, {0, -4, 5}, {1, -2, 0}}));
     EXPECT_EQ(TunnelShape.SelectedNode, 1);
 }
 
 TEST_F(InsertTest, DeleteDropsTheSelectionWithoutWhichNeitherToolActs) {
-    EXPECT_TRUE(RunShapeTool(kToolDelete, controls));
+    EXPECT_TRUE(RunShapeTool(ShapeTool::Delete, controls));
     EXPECT_EQ(TunnelShape.SelectedNode, -1);
-    EXPECT_FALSE(RunShapeTool(kToolInsert, controls));
-    EXPECT_FALSE(RunShapeTool(kToolDelete, controls));
+    EXPECT_FALSE(RunShapeTool(ShapeTool::Insert, controls));
+    EXPECT_FALSE(RunShapeTool(ShapeTool::Delete, controls));
     EXPECT_EQ(TunnelShape.InsideNodes, (std::vector<Vector3D>{{0, -4, 5}}));
 }
 
 TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnappingIt) {
     const struct {
-        int code;
+        KeyCode code;
         const char* interval;
         bool snap;
         Vector3D moved;  // from 2.25, 3
-    } cases[] = {{kArrowLeft, "0.5", true, {1.75f, 3, 0}},   {kArrowUp, "0.5", true, {2.25f, 3.5f, 0}},
-                 {kArrowRight, "0.25", true, {2.5f, 3, 0}},  {kArrowDown, "2", true, {2.25f, 1, 0}},
-                 {kArrowDown, "2", false, {2.25f, 2.9f, 0}}, {kArrowRight, "", true, {2.35f, 3, 0}}};
+    } cases[] = {{KeyCode::Left, "0.5", true, {1.75f, 3, 0}},   {KeyCode::Up, "0.5", true, {2.25f, 3.5f, 0}},
+                 {KeyCode::Right, "0.25", true, {2.5f, 3, 0}},  {KeyCode::Down, "2", true, {2.25f, 1, 0}},
+                 {KeyCode::Down, "2", false, {2.25f, 2.9f, 0}}, {KeyCode::Right, "", true, {2.35f, 3, 0}}};
     for (const auto& [code, interval, snap, moved] : cases)
         for (const Truth outside : {kFalse, kTrue}) {
             const Vector3D from{2.25f, 3, 7};
@@ -209,8 +206,8 @@ TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnapping
             controls.snapTo = snap;
             controls.snapText = interval;
             EXPECT_TRUE(PressKey({code}, true, controls));
-            EXPECT_EQ(TunnelShape.InsideNodes[1], outside ? from : moved) << code << ' ' << interval;
-            EXPECT_EQ(TunnelShape.OutsideNodes[1], outside ? moved : from) << code << ' ' << interval;
+            EXPECT_EQ(TunnelShape.InsideNodes[1], outside ? from : moved) << int(code) << ' ' << interval;
+            EXPECT_EQ(TunnelShape.OutsideNodes[1], outside ? moved : from) << int(code) << ' ' << interval;
             EXPECT_EQ(TunnelShape.SelectedNode, 1);
         }
 }
@@ -223,24 +220,24 @@ TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
     constexpr ShownNodes kBoth{true, true}, kInsideOnly{true, false}, kOutsideOnly{false, true};
     const struct {
         const char* name;
-        int code;
+        KeyCode code;
         Selection before;
         ShownNodes shown;
         Selection after;
-    } cases[] = {{"next", kArrowRight, {1, false}, kBoth, {2, false}},
-                 {"next after the last", kArrowRight, {3, true}, kBoth, {0, true}},
-                 {"previous", kArrowLeft, {1, true}, kBoth, {0, true}},
-                 {"previous of the first", kArrowLeft, {0, false}, kBoth, {3, false}},
-                 {"to the outside", kArrowDown, {1, false}, kBoth, {1, true}},
-                 {"to the inside with the other key", kArrowUp, {1, true}, kBoth, {1, false}},
-                 {"the first, for nothing is selected", kArrowRight, {-1, true}, kBoth, {0, true}},
-                 {"the last, for nothing is selected", kArrowLeft, {-1, false}, kBoth, {3, false}},
-                 {"the first visible one", kArrowRight, {-1, true}, kInsideOnly, {0, false}},
-                 {"the inside is hidden", kArrowDown, {1, true}, kOutsideOnly, {1, true}},
-                 {"its own contour is hidden", kArrowRight, {1, true}, kInsideOnly, {1, true}},
-                 {"all is hidden", kArrowLeft, {-1, true}, {false, false}, {-1, true}},
-                 {"no node to change the contour of", kArrowUp, {-1, true}, kBoth, {-1, true}}};
-    MakePresetShape(0);
+    } cases[] = {{"next", KeyCode::Right, {1, false}, kBoth, {2, false}},
+                 {"next after the last", KeyCode::Right, {3, true}, kBoth, {0, true}},
+                 {"previous", KeyCode::Left, {1, true}, kBoth, {0, true}},
+                 {"previous of the first", KeyCode::Left, {0, false}, kBoth, {3, false}},
+                 {"to the outside", KeyCode::Down, {1, false}, kBoth, {1, true}},
+                 {"to the inside with the other key", KeyCode::Up, {1, true}, kBoth, {1, false}},
+                 {"the first, for nothing is selected", KeyCode::Right, {-1, true}, kBoth, {0, true}},
+                 {"the last, for nothing is selected", KeyCode::Left, {-1, false}, kBoth, {3, false}},
+                 {"the first visible one", KeyCode::Right, {-1, true}, kInsideOnly, {0, false}},
+                 {"the inside is hidden", KeyCode::Down, {1, true}, kOutsideOnly, {1, true}},
+                 {"its own contour is hidden", KeyCode::Right, {1, true}, kInsideOnly, {1, true}},
+                 {"all is hidden", KeyCode::Left, {-1, true}, {false, false}, {-1, true}},
+                 {"no node to change the contour of", KeyCode::Up, {-1, true}, kBoth, {-1, true}}};
+    MakePresetShape(kPresetBox);
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
         TunnelShape.SelectedNode = row.before.node;
@@ -254,27 +251,19 @@ TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
 }
 
 TEST_F(ShapeInputTest, CanvasKeysDoNothingWithoutTheCanvasASelectionOrFreeHands) {
-    EXPECT_FALSE(PressKey({.code = kArrowRight, .control = true}, true, controls)) << "the shape is empty";
-    MakePresetShape(0);
-    EXPECT_FALSE(PressKey({kArrowUp}, true, controls)) << "nothing is selected";
+    EXPECT_FALSE(PressKey({.code = KeyCode::Right, .control = true}, true, controls)) << "the shape is empty";
+    MakePresetShape(kPresetBox);
+    EXPECT_FALSE(PressKey({KeyCode::Up}, true, controls)) << "nothing is selected";
     TunnelShape.SelectedNode = 0;
-    for (const int code : {kEscapeKey, kArrowUp, kArrowDown}) {
-        EXPECT_FALSE(PressKey({code}, false, controls)) << code;
-        EXPECT_FALSE(PressKey({.code = code, .alt = true}, true, controls)) << code;
+    for (const KeyCode code : {KeyCode::Escape, KeyCode::Up, KeyCode::Down}) {
+        EXPECT_FALSE(PressKey({code}, false, controls)) << int(code);
+        EXPECT_FALSE(PressKey({.code = code, .alt = true}, true, controls)) << int(code);
         controls.buttonDown = true;
-        EXPECT_FALSE(PressKey({code}, true, controls)) << code;
+        EXPECT_FALSE(PressKey({code}, true, controls)) << int(code);
         controls.buttonDown = false;
     }
     EXPECT_EQ(TunnelShape.SelectedNode, 0);
     EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0}));
-}
-
-TEST_F(ShapeInputTest, KeysWithoutControlRunTheirTools) {
-    const std::map<int, int> toolOfKey = {{46, kToolDelete},   {70, kToolFlip},     {73, kToolInsert},
-                                          {77, kToolMirror},   {107, kToolZoomIn},  {187, kToolZoomIn},
-                                          {109, kToolZoomOut}, {189, kToolZoomOut}, {111, kToolZoomReset}};
-    for (int code = 0; code < 256; ++code)
-        EXPECT_EQ(ToolOfKey({code}), toolOfKey.contains(code) ? toolOfKey.at(code) : -1) << code;
 }
 
 }  // namespace

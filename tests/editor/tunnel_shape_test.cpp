@@ -56,15 +56,19 @@ TEST_F(TunnelShapeTest, APointOfTheShapeItselfMayBeAddedOrInserted) {
 }
 
 TEST_F(TunnelShapeTest, APresetReplacesShapeZoomAndSelection) {
-    const char* const rounded =
-        " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
-        "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0";
-    const char* const presets[] = {
-        " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0", rounded, "|"};
-    for (std::int16_t i = 0; i < 3; ++i) {
+    const struct {
+        std::int16_t preset;
+        const char* shape;
+    } cases[] = {{kPresetBox, " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0"},
+                 {kPresetRounded,
+                  " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
+                  "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0"},
+                 {kPresetRounded + 1, "|"},
+                 {-1, "|"}};
+    for (const auto& [preset, shape] : cases) {
         TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
-        MakePresetShape(i);
-        EXPECT_EQ(Shape(), presets[i]);
+        MakePresetShape(preset);
+        EXPECT_EQ(Shape(), shape);
         EXPECT_EQ(TunnelShape.ZoomScale, 50);
         EXPECT_EQ(TunnelShape.SelectedNode, -1);
     }

@@ -142,33 +142,47 @@ TEST_F(UiTest, ARightDragPansAndDropsTheSelection) {
     EXPECT_EQ(ShapeView.ViewOriginX, 396 + 75);
 }
 
-TEST_F(UiTest, KeysRunTheirToolsWhereverTheFocusIsAndMoveItToTheCanvas) {
+TEST_F(UiTest, KeysWhereverTheFocusIsAndButtonsRunTheirToolsAndTheCanvasGetsTheFocus) {
     const struct {
+        const char* button;
         int key, modifiers;
         Vector3D node;  // the first one, from 2, -1
         int nodes;      // from 4
-        float zoom;     // from 60
-    } cases[] = {{Qt::Key_M, Qt::NoModifier, {-2, -1, 0}, 4, 60},
-                 {Qt::Key_M, Qt::ShiftModifier, {-2, -1, 0}, 4, 60},
-                 {Qt::Key_F, Qt::NoModifier, {2, 1, 0}, 4, 60},
-                 {Qt::Key_I, Qt::NoModifier, {2, -1, 0}, 5, 60},
-                 {Qt::Key_Delete, Qt::NoModifier, {2, -1, 0}, 3, 60},
-                 {Qt::Key_Delete, Qt::KeypadModifier, {2, -1, 0}, 3, 60},
-                 {Qt::Key_Plus, Qt::NoModifier, {2, -1, 0}, 4, 70},
-                 {Qt::Key_Slash, Qt::KeypadModifier, {2, -1, 0}, 4, 50}};
-    for (const char* const focus : {"pbShape", "txtSnap"})
-        for (const auto& row : cases) {
-            SCOPED_TRACE(row.key);
-            MakePresetShape(0);
+        float zoom;     // from 80
+    } cases[] = {{"btnShapeTools(8)", Qt::Key_M, Qt::NoModifier, {-2, -1, 0}, 4, 80},
+                 {"btnShapeTools(8)", Qt::Key_M, Qt::ShiftModifier, {-2, -1, 0}, 4, 80},
+                 {"btnShapeTools(9)", Qt::Key_F, Qt::NoModifier, {2, 1, 0}, 4, 80},
+                 {"btnShapeTools(1)", Qt::Key_I, Qt::NoModifier, {2, -1, 0}, 5, 80},
+                 {"btnShapeTools(2)", Qt::Key_Delete, Qt::NoModifier, {2, -1, 0}, 3, 80},
+                 {"btnShapeTools(2)", Qt::Key_Delete, Qt::KeypadModifier, {2, -1, 0}, 3, 80},
+                 {"btnShapeTools(5)", Qt::Key_Plus, Qt::NoModifier, {2, -1, 0}, 4, 90},
+                 {"btnShapeTools(6)", Qt::Key_Minus, Qt::NoModifier, {2, -1, 0}, 4, 70},
+                 {"btnShapeTools(7)", Qt::Key_Slash, Qt::KeypadModifier, {2, -1, 0}, 4, 50}};
+    for (const auto& row : cases)
+        for (const char* const by : {"pbShape", "txtSnap", row.button}) {
+            SCOPED_TRACE(std::string(row.button) + " by " + by);
+            MakePresetShape(kPresetBox);
             TunnelShape.SelectedNode = 1;
-            TunnelShape.ZoomScale = 60;
-            Get(window, focus).setFocus();
-            Key(row.key, row.modifiers);
+            TunnelShape.ZoomScale = 80;
+            Get(window, by).setFocus();
+            by == row.button ? Click(window, by) : Key(row.key, row.modifiers);
             EXPECT_EQ(TunnelShape.InsideNodes[0], row.node);
             EXPECT_EQ(TunnelShape.NodeCount(), row.nodes);
             EXPECT_EQ(TunnelShape.ZoomScale, row.zoom);
             EXPECT_EQ(Focus(), "pbShape");
         }
+}
+
+TEST_F(UiTest, ButtonsWithoutAKeyReplaceTheShape) {
+    const struct {
+        const char* button;
+        int nodes;
+    } cases[] = {{"btnPreShapes(1)", 8}, {"btnShapeTools(0)", 0}, {"btnPreShapes(0)", 4}};
+    for (const auto& [button, nodes] : cases) {
+        Click(window, button);
+        EXPECT_EQ(TunnelShape.NodeCount(), nodes) << button;
+        EXPECT_EQ(Focus(), "pbShape") << button;
+    }
 }
 
 // A key press of one keyboard. On X11 the row of digits has the scan codes 10 ("1") to 19 ("0").
@@ -192,6 +206,7 @@ TEST_F(UiTest, OnlyThePlusAndMinusKeysOfAKeyboardZoom) {
                               {"fr: 8, which types _", Qt::Key_Underscore, 17, kNone, 60},
                               {"ch: Shift and 1, which types +", Qt::Key_Plus, 10, kShift, 60},
                               {"cz: 1, which types +", Qt::Key_Plus, 10, kNone, 70},
+                              {"us: /", Qt::Key_Slash, 61, kNone, 60},
                               {"pad: +", Qt::Key_Plus, 86, kPad, 70},
                               {"pad: -", Qt::Key_Minus, 82, kPad, 50},
                               {"pad: =", Qt::Key_Equal, 125, kPad, 60}};
