@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 #include <utility>
 
 #include "editor/TunnelShape.h"
@@ -37,18 +36,6 @@ void DropOldSteps() {
     }
 }
 
-void RecordStep() {
-    ShapeNodes now{TunnelShape.InsideNodes, TunnelShape.OutsideNodes};
-    std::optional<ShapeNodes>& present = ShapeHistory.present;
-    if (present && !(SamePoints(present->InsideNodes, now.InsideNodes) &&
-                     SamePoints(present->OutsideNodes, now.OutsideNodes))) {
-        ShapeHistory.undo.push_back(std::move(*present));
-        ShapeHistory.redo.clear();
-        DropOldSteps();
-    }
-    present = std::move(now);
-}
-
 // Restores the last step of `from` and appends the present shape to `to`.
 bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
     EndShapeStep();
@@ -66,11 +53,15 @@ bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
 }  // namespace
 
 void EndShapeStep() {
-    try {
-        RecordStep();
-    } catch (const std::bad_alloc&) {
-        ShapeHistory = {};
+    ShapeNodes now{TunnelShape.InsideNodes, TunnelShape.OutsideNodes};  // allocate first, as above
+    std::optional<ShapeNodes>& present = ShapeHistory.present;
+    if (present && !(SamePoints(present->InsideNodes, now.InsideNodes) &&
+                     SamePoints(present->OutsideNodes, now.OutsideNodes))) {
+        ShapeHistory.undo.push_back(std::move(*present));
+        ShapeHistory.redo.clear();
+        DropOldSteps();
     }
+    present = std::move(now);
 }
 
 bool UndoShapeStep() { return Restore(ShapeHistory.undo, ShapeHistory.redo); }

@@ -30,11 +30,12 @@ struct ShapeHistoryState {
 extern ShapeHistoryState ShapeHistory;
 
 // Makes one step of everything that has changed since the last call, or none if all coordinates are the same.
-// If memory runs out, the history is dropped so that the user can go on working.
+// Throws std::bad_alloc if memory runs out; what has changed is then a part of the next step.
 void EndShapeStep();
 
 // Restores the nodes from before the last step, or from after the last undone one, and clears the selection.
-// Calls EndShapeStep first. If there is no such step, returns false and changes nothing.
+// Calls EndShapeStep first. If there is no such step, returns false and changes nothing. Throws
+// std::bad_alloc if memory runs out; the shape is then unchanged.
 bool UndoShapeStep();
 bool RedoShapeStep();
 

@@ -266,7 +266,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         const auto& press = static_cast<const QMouseEvent&>(*event);
         const bool another = press.buttons() & ~press.button();
-        if (!another) EndShapeStep();  // a click anywhere ends a series of arrow keys
+        if (!another) Guarded(EndShapeStep);  // a click anywhere ends a series of arrow keys
     }
     if (event->type() == QEvent::KeyPress) {
         const KeyPress key = KeyPressOf(*static_cast<QKeyEvent*>(event));
