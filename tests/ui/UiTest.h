@@ -2,13 +2,18 @@
 // the origin at (396, 267), and dialogs that the test answers instead of the user.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QDir>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
 #include <functional>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "dialogs/mColorDialog.h"
 #include "dialogs/mFileDialog.h"
@@ -37,11 +42,38 @@ inline void Show(QWidget& window) {
         QApplication::processEvents();
 }
 
+// What a message box showed.
+struct Message {
+    QMessageBox::Icon icon;
+    QString title, text;
+    bool operator==(const Message&) const = default;
+};
+inline void PrintTo(const Message& message, std::ostream* out) {
+    *out << "icon " << message.icon << ", " << (message.title + ": " + message.text).toStdString();
+}
+
+// Reads the messages instead of the user: presses OK as soon as one opens. Questions have no such button.
+class MessageReader : public QObject {
+  public:
+    MessageReader() { qApp->installEventFilter(this); }
+
+    std::vector<Message> read;
+
+  private:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* const box = event->type() == QEvent::Show ? dynamic_cast<QMessageBox*>(watched) : nullptr;
+        if (auto* const ok = box ? box->button(QMessageBox::Ok) : nullptr) {
+            read.push_back({box->icon(), box->windowTitle(), box->text()});
+            QTimer::singleShot(0, ok, &QAbstractButton::click);
+        }
+        return false;
+    }
+};
+
 class UiTest : public CoreTest {
   protected:
     UiTest() {
         file.clear();
-        color = -1;
         ShapeView = {};
         fileDialogCalls.GetOpenFileName = fileDialogCalls.GetSaveFileName = [](FileDialogArguments& record) {
             asked = record;
@@ -50,8 +82,7 @@ class UiTest : public CoreTest {
         };
         ChooseColor = [](ColorDialogArguments& record) {
             askedColor = record;
-            if (color != -1) record.Color = color;
-            return std::exchange(color, -1) == -1 ? 0 : 1;
+            return QtColorDialog(record);
         };
         Show(window);
     }
@@ -86,11 +117,19 @@ class UiTest : public CoreTest {
         });
     }
 
+    // Chooses a colour in the colour dialog that opens next, or cancels it.
+    void OnColorDialog(std::optional<QColor> color) {
+        OnModal<QColorDialog>([=](QColorDialog& dialog) {
+            dialog.setCurrentColor(color.value_or(Qt::white));
+            color ? dialog.accept() : dialog.reject();
+        });
+    }
+
     static inline std::string file;                 // the answer to one file dialog; an empty one cancels it
     static inline FileDialogArguments asked;        // what the last of them was given
-    static inline PackedColor color;                // the answer to one colour dialog; -1 cancels it
-    static inline ColorDialogArguments askedColor;  // what the last of them was given
+    static inline ColorDialogArguments askedColor;  // what the last colour dialog was given
     frmMain window;
+    MessageReader messages;
 };
 
 }  // namespace boreforge

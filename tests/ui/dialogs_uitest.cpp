@@ -1,7 +1,5 @@
-#include <QColorDialog>
 #include <QFileDialog>
 #include <QListView>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <tuple>
@@ -12,6 +10,9 @@
 #include "platform/FileCalls.h"
 
 using namespace boreforge;
+
+// What is read if only this is reported.
+static std::vector<Message> Error(const char* text) { return {{QMessageBox::Warning, "Error!", text}}; }
 
 static constexpr int kPatience = 60'000;  // milliseconds, for what takes a moment on an idle machine
 
@@ -79,31 +80,6 @@ TEST_F(FileDialogTest, ASaveDialogAsksBeforeItOverwrites) {
     EXPECT_TRUE(question.contains("tube.3ds already exists"));
 }
 
-TEST_F(UiTest, ACancelledColorDialogLeavesNoColor) {
-    ColorDialogArguments arguments{.Color = 0x102030};
-    EXPECT_FALSE(ShowColorDialog(arguments));
-    EXPECT_EQ(askedColor.Color, 0x102030);
-    EXPECT_EQ(arguments.Color, -1);
-}
-
-TEST_F(UiTest, CustomColorsStartAsTheSystemColors) {
-    ColorDialogArguments arguments;
-    std::ignore = ShowColorDialog(arguments);
-    for (int i = 0; i < 16; ++i)
-        EXPECT_EQ(CustomColors.at(i), SystemColor(i)) << i;
-}
-
-TEST_F(UiTest, TheColorDialogReturnsTheColorChosen) {
-    ChooseColor = QtColorDialog;
-    OnModal<QColorDialog>([](QColorDialog& dialog) {
-        dialog.setCurrentColor(0x010203u);
-        dialog.accept();
-    });
-    ColorDialogArguments arguments;
-    EXPECT_TRUE(ShowColorDialog(arguments));
-    EXPECT_EQ(arguments.Color, 0x030201);
-}
-
 TEST_F(UiTest, EachToolAsksForItsFileAndACancelChangesNothing) {
     const QString shape = ", ZRBF Tunnel Shapes (*.zrbf)/*.zrbf//, zrbf, elements, , ";
     struct Case {
@@ -127,8 +103,9 @@ TEST_F(UiTest, AShapeThatCantBeWrittenIsReportedAndTheOldFileStays) {
     WriteBytes(file = In("w.zrbf"), Bytes(104, 'x'));
     fileCalls.write = [](int, const void*, std::size_t) -> std::int64_t { return -1; };
     Click(window, "btnShapeTools(4)");
-    ASSERT_EQ(Shown().size(), 1u);
-    EXPECT_TRUE(Shown()[0].starts_with("(!) Error!\n"));
+    ASSERT_EQ(messages.read.size(), 1u);
+    EXPECT_EQ(messages.read[0].title, "Error!");
+    EXPECT_TRUE(messages.read[0].text.startsWith("Error - The Tunnel Shape Can't Be Saved!\n\n"));
     EXPECT_EQ(Listing(), std::vector<std::string>{"w.zrbf"});
     EXPECT_EQ(ReadBytes(In("w.zrbf")), Bytes(104, 'x'));
 }
@@ -137,15 +114,23 @@ TEST_F(UiTest, AShapeFileWithAWrongStartLeavesThePictureUntilTheNextRedraw) {
     const auto pixel = [&] { return Get(window, "pbShape").grab().toImage().pixelColor(496, 250).name(); };
     WriteBytes(file = In("w.zrbf"), Bytes(104, 'x'));
     Click(window, "btnShapeTools(3)");
+    EXPECT_EQ(messages.read, Error("Error - Invalid Tunnel Shape File!"));
     EXPECT_EQ(pixel(), "#0000ff") << "a line of the box";
     EXPECT_EQ(Focus(), "btnShapeTools(3)");
     Click(window, "chkShowNodes(1)");
     EXPECT_EQ(pixel(), "#202020") << "a line of the grid";
 }
 
+TEST_F(UiTest, AFileThatIsNoTrackOpensNoSettings) {
+    WriteBytes(file = In("w.zrtrack"), Bytes(104, 'x'));
+    Click(window, "btnToolBar(0)");
+    EXPECT_EQ(messages.read, Error("Error - Invalid Track File!"));
+    EXPECT_EQ(Focus(), "btnToolBar(0)");
+}
+
 TEST_F(UiTest, AnActionThatRunsOutOfMemoryIsReported) {
     Guarded([] { throw std::bad_alloc(); });
-    EXPECT_EQ(Shown(), std::vector<std::string>{"(!) Error!\nError - Not Enough Memory!"});
+    EXPECT_EQ(messages.read, Error("Error - Not Enough Memory!"));
 }
 
 TEST_F(FileDialogTest, ATypedNameWinsOverARowThatIsStillSelected) {

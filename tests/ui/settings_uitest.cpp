@@ -44,11 +44,12 @@ TEST_F(UiTest, TheSwatchAsksForAnyColorByMouseKeyboardAndScreenReader) {
         frmTunnelSettings dialog(&window);
         Show(dialog);
         QWidget& swatch = Get(dialog, "lblTColor");
-        color = 0x123456;
+        OnColorDialog(QColor(0x56, 0x34, 0x12));
         row.press(swatch);
         EXPECT_EQ(askedColor.Owner, &dialog);
         EXPECT_EQ(askedColor.Flags, kStartFromColor | kAnyColor | kFullOpen);
-        row.press(swatch);  // this dialog is cancelled
+        OnColorDialog({});
+        row.press(swatch);
         EXPECT_EQ(askedColor.Color, 0x123456);
         EXPECT_EQ(dialog.Choices().Color, 0x123456);
         EXPECT_EQ(swatch.grab().toImage().pixelColor(20, 20), QColor(0x56, 0x34, 0x12));
@@ -115,8 +116,19 @@ TEST_F(ExportTest, MakeAsksForTheObjectsFile) {
 
 TEST_F(ExportTest, AnObjectThatCantBeWrittenIsReportedAndTheTrackStays) {
     MakeAs(In("none/tube.3ds"));
-    EXPECT_EQ(Shown().size(), 1u);
+    ASSERT_EQ(messages.read.size(), 1u);
+    EXPECT_EQ(messages.read[0].icon, QMessageBox::Warning);
+    EXPECT_TRUE(messages.read[0].text.contains(QString::fromStdString(In("none/tube.3ds"))));
     EXPECT_EQ(ReadBytes(In("t.zrtrack")), track);
+}
+
+TEST_F(ExportTest, ATrackWithoutATunnelIsANotice) {
+    MakeTrack(WindingCircuit());
+    ASSERT_TRUE(WriteTrackFile(In("t.zrtrack")));
+    MakeAs(In("tube.3ds"));
+    const Message notice{QMessageBox::Information, "Notice!", "Track does not have any tunnels!"};
+    EXPECT_EQ(messages.read, std::vector{notice});
+    EXPECT_EQ(Listing(), std::vector<std::string>{"t.zrtrack"});
 }
 
 TEST_F(ExportTest, TheCanvasHasTheFocusAfterTheSettingsAndTheLastTrackIsOfferedAgain) {
@@ -154,7 +166,7 @@ static void ChangeEverything(frmTunnelSettings& dialog) {
 
 TEST_F(ExportTest, TheChoicesAreWhatTheControlsSay) {
     frmTunnelSettings dialog(&window);
-    color = 0x123456;
+    OnColorDialog(QColor(0x56, 0x34, 0x12));
     ChangeEverything(dialog);
     EXPECT_EQ(Described(dialog.Choices()),
               "color 123456, transparency 40, detail 4, dim 0 10, two sides 1, clear 0, place 0");
@@ -178,8 +190,9 @@ TEST_F(ExportTest, EachCheckBoxHasItsOwnChoice) {
 
 TEST_F(ExportTest, EachOpeningStartsWithTheDefaults) {
     for (int opening = 0; opening < 2; ++opening)
-        OpenTrackAnd([](frmTunnelSettings& dialog) {
+        OpenTrackAnd([&](frmTunnelSettings& dialog) {
             EXPECT_EQ(Described(dialog.Choices()), kDefaults);
+            OnColorDialog(Qt::red);
             ChangeEverything(dialog);
             Click(dialog, "btnCancel");
         });
