@@ -22,6 +22,7 @@
 #include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
 #include "editor/SnapBox.h"
+#include "editor/ToolRow.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "editor/WindowAccess.h"
@@ -35,53 +36,6 @@ namespace {
 
 constexpr int kWindowWidth = 11880, kWindowHeight = 8490;  // twips, inside the frame
 constexpr int kIconPixels = 16;
-
-struct ToolButton {
-    ControlPlace place;
-    const char* toolTip;
-    const char* icon;
-};
-
-struct ShapeToolButton {
-    ShapeTool tool;
-    ToolButton button;
-};
-constexpr ShapeToolButton kShapeTools[] = {
-    {ShapeTool::New, {{"btnShapeTools(0)", 0, 0, 435, 435, 11}, "New Tunnel Shape", "new-shape"}},
-    {ShapeTool::Insert, {{"btnShapeTools(1)", 4620, 0, 435, 435, 10}, "Insert Node ( I )", "insert-node"}},
-    {ShapeTool::Delete, {{"btnShapeTools(2)", 5040, 0, 435, 435, 9}, "Delete Node ( DEL )", "delete-node"}},
-    {ShapeTool::Open, {{"btnShapeTools(3)", 420, 0, 435, 435, 8}, "Open Tunnel Shape...", "open-shape"}},
-    {ShapeTool::Save, {{"btnShapeTools(4)", 840, 0, 435, 435, 7}, "Save Tunnel Shape...", "save-shape"}},
-    {ShapeTool::ZoomIn, {{"btnShapeTools(5)", 6720, 0, 435, 435, 6}, "Zoom In ( + )", "zoom-in"}},
-    {ShapeTool::ZoomOut, {{"btnShapeTools(6)", 7140, 0, 435, 435, 5}, "Zoom Out ( - )", "zoom-out"}},
-    {ShapeTool::ZoomReset,
-     {{"btnShapeTools(7)", 7560, 0, 435, 435, 4}, "Reset Default Zoom ( / )", "zoom-reset"}},
-    {ShapeTool::Mirror, {{"btnShapeTools(8)", 3780, 0, 435, 435, 3}, "Mirror Tunnel ( M )", "mirror"}},
-    {ShapeTool::Flip, {{"btnShapeTools(9)", 4200, 0, 435, 435, 2}, "Flip Tunnel ( F )", "flip"}},
-};
-struct PresetButton {
-    PresetShape preset;
-    ToolButton button;
-};
-constexpr PresetButton kPreShapes[] = {
-    {kPresetBox, {{"btnPreShapes(0)", 2820, 0, 435, 435, 14}, "Pre-Shape - Box", "preset-box"}},
-    {kPresetRounded, {{"btnPreShapes(1)", 3240, 0, 435, 435, 13}, "Pre-Shape - Rounded", "preset-rounded"}},
-};
-constexpr ToolButton kToolBar{
-    {"btnToolBar(0)", 1320, 0, 435, 435, 20}, "Make 3DS Object for Track...", "make-object"};
-constexpr ToolButton kShowNodes[] = {
-    {{"chkShowNodes(0)", 1860, 0, 435, 435, 21}, "Show Inside Nodes", "show-inside-nodes"},
-    {{"chkShowNodes(1)", 2280, 0, 435, 435, 22}, "Show Outside Nodes", "show-outside-nodes"},
-};
-constexpr ToolButton kSnapTo{{"chkSnapTo", 8100, 0, 435, 435, 12}, "Snap", "snap"};
-
-constexpr ControlPlace kSnapBox{"txtSnap", 8640, 150, 615, 285, 1};
-constexpr ControlPlace kReadOutFrame{"Label3", 9660, 60, 1875, 315, 19};
-constexpr ControlPlace kXLabel{"Label1", 9720, 120, 195, 195, 18};
-constexpr ControlPlace kYLabel{"Label2", 10620, 120, 195, 195, 16};
-constexpr ControlPlace kMousePos[] = {{"lblMousePos(0)", 9960, 120, 615, 195, 17},
-                                      {"lblMousePos(1)", 10860, 120, 615, 195, 15}};
-constexpr ControlPlace kCanvas{"pbShape", 0, 480, 11775, 7275, 0};
 
 constexpr char kShapeFilter[] = "ZRBF Tunnel Shapes (*.zrbf)|*.zrbf";
 
