@@ -9,9 +9,9 @@
 
 #include <string>
 
-#include "editor/ImageSurface.h"
 #include "editor/ShapeDrawing.h"
-#include "editor/frmMain.h"
+#include "editor/window/ImageSurface.h"
+#include "editor/window/frmMain.h"
 #include "inputs.h"
 #include "ratio_table.h"
 

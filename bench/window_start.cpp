@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "editor/frmMain.h"
+#include "editor/window/frmMain.h"
 
 namespace {
 

@@ -8,9 +8,9 @@
 #include <cstring>
 
 #include "editor/TunnelShape.h"
-#include "export3ds/Read3DSObject.h"
 #include "job/mMain.h"
 #include "scratch_files.h"
+#include "shared/Read3DSObject.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"

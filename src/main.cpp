@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "editor/frmMain.h"
+#include "editor/window/frmMain.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
 #include "version.h"

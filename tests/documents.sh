@@ -8,7 +8,7 @@ cd "$1"
 # The module of each path: its folder, except in two folders that have several.
 modules() {
     sed -E 's#^(src/)?tracing/(mMath3D|mMatrix3D)\..*#math#
-        s#^(src/)?editor/(frmMain|ShapeCanvas|SnapBox|RowControls|ToolRow|ImageSurface|Icons|WindowKeys|WindowAccess)\..*#window#
+        s#^(src/)?editor/window/.*#window#
         s#^(src/)?editor/.*#shape#
         s#^src/main\.cpp#main#
         s#^(src/)?([a-z0-9]+)/.*#\2#'

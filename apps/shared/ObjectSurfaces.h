@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "export3ds/Read3DSObject.h"
+#include "shared/Read3DSObject.h"
 
 namespace boreforge {
 

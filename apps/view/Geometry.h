@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "export3ds/Read3DSObject.h"
+#include "shared/Read3DSObject.h"
 #include "view/TrackPath.h"
 
 namespace boreforge {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "export3ds/Read3DSObject.h"
+#include "shared/Read3DSObject.h"
 #include "view/Vector.h"
 
 namespace boreforge {

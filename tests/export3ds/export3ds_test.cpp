@@ -5,10 +5,10 @@
 #include <limits>
 #include <random>
 
-#include "export3ds/Read3DSObject.h"
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "platform/FileCalls.h"
+#include "shared/Read3DSObject.h"
 #include "support/CoreTest.h"
 
 namespace boreforge {

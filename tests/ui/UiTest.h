@@ -18,7 +18,7 @@
 #include "dialogs/mColorDialog.h"
 #include "dialogs/mFileDialog.h"
 #include "editor/ShapeView.h"
-#include "editor/frmMain.h"
+#include "editor/window/frmMain.h"
 #include "support/CoreTest.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) { *out << text.toStdString(); }

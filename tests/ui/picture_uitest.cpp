@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "UiTest.h"
-#include "editor/ImageSurface.h"
+#include "editor/window/ImageSurface.h"
 
 using namespace boreforge;
 

@@ -9,9 +9,9 @@
 
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"
-#include "editor/ImageSurface.h"
 #include "editor/ShapeView.h"
 #include "editor/TunnelShape.h"
+#include "editor/window/ImageSurface.h"
 #include "version.h"
 
 using namespace boreforge;

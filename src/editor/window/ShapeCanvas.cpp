@@ -1,10 +1,10 @@
-#include "editor/ShapeCanvas.h"
+#include "editor/window/ShapeCanvas.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
-#include "editor/ImageSurface.h"
+#include "editor/window/ImageSurface.h"
 
 namespace boreforge {
 

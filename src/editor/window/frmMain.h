@@ -9,8 +9,8 @@
 #include <array>
 
 #include "dialogs/ControlTable.h"
-#include "editor/ShapeCanvas.h"
 #include "editor/ShapeInput.h"
+#include "editor/window/ShapeCanvas.h"
 
 namespace boreforge {
 

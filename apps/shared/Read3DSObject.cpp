@@ -1,4 +1,4 @@
-#include "export3ds/Read3DSObject.h"
+#include "shared/Read3DSObject.h"
 
 #include <algorithm>
 #include <bit>

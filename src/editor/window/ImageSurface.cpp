@@ -1,4 +1,4 @@
-#include "editor/ImageSurface.h"
+#include "editor/window/ImageSurface.h"
 
 #include <QPen>
 

@@ -1,4 +1,4 @@
-#include "editor/RowControls.h"
+#include "editor/window/RowControls.h"
 
 #include <QStyleOptionToolButton>
 

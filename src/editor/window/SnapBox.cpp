@@ -1,4 +1,4 @@
-#include "editor/SnapBox.h"
+#include "editor/window/SnapBox.h"
 
 #include <QDragEnterEvent>
 #include <QKeyEvent>

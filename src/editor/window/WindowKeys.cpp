@@ -1,4 +1,4 @@
-#include "editor/WindowKeys.h"
+#include "editor/window/WindowKeys.h"
 
 namespace boreforge {
 

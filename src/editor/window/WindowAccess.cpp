@@ -1,11 +1,11 @@
-#include "editor/WindowAccess.h"
+#include "editor/window/WindowAccess.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include "editor/RowControls.h"
-#include "editor/ShapeCanvas.h"
-#include "editor/frmMain.h"
+#include "editor/window/RowControls.h"
+#include "editor/window/ShapeCanvas.h"
+#include "editor/window/frmMain.h"
 
 namespace boreforge {
 

@@ -1,4 +1,4 @@
-#include "editor/Icons.h"
+#include "editor/window/Icons.h"
 
 #include <QApplication>
 #include <QIconEngine>

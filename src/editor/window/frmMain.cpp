@@ -1,4 +1,4 @@
-#include "editor/frmMain.h"
+#include "editor/window/frmMain.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -17,16 +17,16 @@
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
-#include "editor/Icons.h"
-#include "editor/RowControls.h"
 #include "editor/ShapeHistory.h"
 #include "editor/ShapeView.h"
-#include "editor/SnapBox.h"
-#include "editor/ToolRow.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
-#include "editor/WindowAccess.h"
-#include "editor/WindowKeys.h"
+#include "editor/window/Icons.h"
+#include "editor/window/RowControls.h"
+#include "editor/window/SnapBox.h"
+#include "editor/window/ToolRow.h"
+#include "editor/window/WindowAccess.h"
+#include "editor/window/WindowKeys.h"
 #include "job/mMain.h"
 #include "version.h"
 
