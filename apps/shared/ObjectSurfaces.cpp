@@ -110,9 +110,9 @@ class SurfaceFinder {
             AddFace(i, surfaces_[surface]);
         }
         for (ObjectSurface& surface : surfaces_) {
-            std::ranges::sort(surface.Materials);
-            const auto repeated = std::ranges::unique(surface.Materials);
-            surface.Materials.erase(repeated.begin(), repeated.end());
+            std::vector<std::uint32_t>& materials = surface.Materials;
+            std::ranges::sort(materials);
+            materials.erase(std::unique(materials.begin(), materials.end()), materials.end());
         }
         capOf_.resize(surfaces_.size());
     }
