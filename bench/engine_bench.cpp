@@ -332,7 +332,7 @@ int main(int count, char** arguments) {
     if (!AddFaceCases()) return 1;
     AddTrackCases(50);
     AddTrackCases(100);
-    AddLongCircuitCases("box", [] { MakePresetShape(0); });
+    AddLongCircuitCases("box", [] { MakePresetShape(kPresetBox); });
     AddLongCircuitCases("32 nodes", [] { MakeRoundShape(kRoundNodes, 3); });
     AddGrowthCase("job of 250,000 faces", kPieces, kRoundNodes);
     AddGrowthCase("job of 10 million faces", kManyPieces, kRoundNodes);

@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const std::string given = ScratchPath("given.zrbf");
     static const std::string saved = ScratchPath("saved.zrbf");
     WriteScratch(given, {data, size});
-    MakePresetShape(0);
+    MakePresetShape(kPresetBox);
     if (!LoadTunnelShape(given)) {
         Require(TunnelShape.NodeCount() == 0 && TunnelShape.OutsideNodes.empty());
         return 0;

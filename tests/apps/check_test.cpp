@@ -35,7 +35,7 @@ TEST_F(CheckTest, FiguresAreThoseOfAnIndependentReader) {
 }
 
 TEST_F(CheckTest, EachKindOfTunnelHasItsOwnVerdict) {
-    MakePresetShape(1);  // eight nodes
+    MakePresetShape(kPresetRounded);  // eight nodes
     ASSERT_TRUE(SaveTunnelShape(In("s.zrbf")));
     MirrorTunnelShape();
     ASSERT_TRUE(SaveTunnelShape(In("mirrored.zrbf")));

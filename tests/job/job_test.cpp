@@ -29,7 +29,7 @@ class JobTest : public CoreTest {
         TrackFile.Segments[2].Color1 = 0xC8C8C8;
         ASSERT_TRUE(WriteTrackFile(track));
         ASSERT_TRUE(OpenTrack(track));
-        MakePresetShape(0);
+        MakePresetShape(kPresetBox);
     }
     TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
     static void MakeShape(std::int32_t nodes, float coordinate) {
@@ -168,7 +168,7 @@ TEST_F(JobTest, MoreWallsThanAFileCanHoldAreRefusedBeforeTheyAreBuilt) {
     MakeTrack(nodes, std::string(kTunnels, 'T'));
     ASSERT_TRUE(WriteTrackFile(track));
     ASSERT_TRUE(OpenTrack(track));
-    MakePresetShape(0);
+    MakePresetShape(kPresetBox);
     EXPECT_TRUE(Contains(TextOf(RunTunnelJob(Settings())), "Is Too Large for a 3DS File"));
     EXPECT_TRUE(Model3DS.Meshes.empty());
 }

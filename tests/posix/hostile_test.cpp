@@ -64,7 +64,7 @@ TEST_F(HostileTest, EveryCountAndLengthOfAFullFileIsBoundedByTheFile) {
         ASSERT_TRUE(ReadTrackFile(track));
         const auto nodes = WindingCircuit();
         TrackFile.BezierNodes.assign(nodes.begin(), nodes.end());
-        MakePresetShape(0);
+        MakePresetShape(kPresetBox);
         ASSERT_TRUE(WriteTrackFile(track));
         const Bytes full = ReadBytes(track);
         ASSERT_EQ(ResultOf(full), kMade);

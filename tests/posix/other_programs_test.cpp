@@ -17,7 +17,7 @@ class OtherProgramsTest : public CoreTest {
     OtherProgramsTest() {
         track = In("t.zrtrack");
         changed = In("changed.zrtrack");
-        MakePresetShape(0);
+        MakePresetShape(kPresetBox);
         MakeTrack(WindingCircuit(), "-TT---");
         EXPECT_TRUE(WriteTrackFile(track));
         MakeTrack(WindingCircuit(), "------");

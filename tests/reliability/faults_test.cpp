@@ -68,10 +68,10 @@ struct SavedFile {
 class SavedFileTest : public FaultsTest {
   protected:
     SavedFileTest() {
-        MakePresetShape(0);
-        files_ = {{"track", track, [&] { return WriteTrackFile(track); }},
-                  {"shape", shape, [&] { return SaveTunnelShape(shape); }},
-                  {"object", object, [&] { return Save3DSFile(object); }}};
+        MakePresetShape(kPresetBox);
+        files_.push_back({"track", track, [&] { return WriteTrackFile(track); }});
+        files_.push_back({"shape", shape, [&] { return SaveTunnelShape(shape); }});
+        files_.push_back({"object", object, [&] { return Save3DSFile(object); }});
     }
     std::vector<SavedFile> files_;
 };

@@ -18,7 +18,7 @@ class BatchTest : public CommandTest {
     BatchTest() {
         MakeTrack(WindingCircuit(), "-TT-T-");
         TrackFile.DefaultColor1 = 0xFF0000;
-        MakePresetShape(1);
+        MakePresetShape(kPresetRounded);
         EXPECT_TRUE(WriteTrackFile(In("t.zrtrack")));
         EXPECT_TRUE(SaveTunnelShape(In("s.zrbf")));
         track_ = ReadBytes(In("t.zrtrack"));

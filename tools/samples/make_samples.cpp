@@ -26,8 +26,8 @@ constexpr Sample kTracks[] = {
     {"long-circuit.zrtrack", MakeLongCircuit},
 };
 constexpr Sample kShapes[] = {
-    {"box.zrbf", [] { MakePresetShape(0); }},
-    {"rounded.zrbf", [] { MakePresetShape(1); }},
+    {"box.zrbf", [] { MakePresetShape(kPresetBox); }},
+    {"rounded.zrbf", [] { MakePresetShape(kPresetRounded); }},
     {"horseshoe.zrbf", MakeHorseshoe},
     {"round-tube.zrbf", MakeRoundTube},
     {"double-track-arch.zrbf", MakeDoubleTrackArch},
