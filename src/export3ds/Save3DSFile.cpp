@@ -73,9 +73,12 @@ std::uint8_t* Store(std::uint8_t* place, Number value) {
 }
 
 // Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer digits.
+// Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as nearbyint
+// does, which would be a call of the C library for each number.
 float RoundPlaces(float value) {
+    constexpr double kWholeNumbers = 6755399441055744.0;
     if (!(std::fabs(value) < 16)) return value;  // or NaN
-    return static_cast<float>(std::nearbyint(value * 1e6) / 1e6) + 0.0f;
+    return static_cast<float>(((value * 1e6 + kWholeNumbers) - kWholeNumbers) / 1e6);
 }
 
 void PutLength(ChunkId id, std::int64_t length, OutputFile& file) {
