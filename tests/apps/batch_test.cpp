@@ -270,10 +270,4 @@ TEST_F(BatchTest, WarnsOfShapesThatAreProbablyWrong) {
     }
 }
 
-TEST_F(BatchTest, TheSamplesAreWhatTheirMakerMakes) {
-    ASSERT_EQ(Run("'" PROGRAMS "/make_samples' made"), 0) << Text("err");
-    for (const std::string folder : {"elements", "tracks"})
-        EXPECT_EQ(Run("diff -rq -x README* '" PROJECT "/" + folder + "' made/" + folder), 0) << Text("out");
-}
-
 }  // namespace boreforge

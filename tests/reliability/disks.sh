@@ -1,13 +1,12 @@
 #!/bin/sh
 # Saves on disks that refuse: full ones, locked folders, impossible names. What was there stays.
-#   disks.sh BATCH_PROGRAM MAKE_SAMPLES
+#   disks.sh BATCH_PROGRAM PROJECT
 # As root it mounts a disk of 24 KB and tries as the user "nobody" what the modes forbid.
 set -eu
 batch=$1
 work=$(mktemp -d)
 trap 'chmod -R u+w "$work"; umount "$work/disk" 2>/dev/null || true; rm -rf "$work"' EXIT
-"$2" "$work/samples"
-cp "$work/samples/tracks/small-circuit.zrtrack" "$work/old"
+cp "$2/tracks/small-circuit.zrtrack" "$work/old"
 chmod 755 "$work"
 mkdir -m 777 "$work/home" "$work/disk"
 root=$(id -u | grep -x 0 || true)  # empty for others

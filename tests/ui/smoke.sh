@@ -1,6 +1,6 @@
 #!/bin/sh
 # Uses the finished program as its user does, on a screen of its own: draws a shape, saves it, makes a tunnel.
-#   smoke.sh PROGRAM MAKE_SAMPLES CLOSE_WINDOW DRAG_SOURCE
+#   smoke.sh PROGRAM PROJECT CLOSE_WINDOW DRAG_SOURCE
 set -eu
 work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
@@ -42,7 +42,7 @@ drop() {
 }
 
 drag_source=$4
-"$2" "$work"
+cp -r "$2/tracks" "$work"
 # Without a display, and with one that leads nowhere: one line, exit status 1.
 for nowhere in "" :65535; do
     status=0
