@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstring>
-#include <thread>
 
 #include "platform/FileRights.h"
 #include "platform/Paths.h"
@@ -20,17 +18,11 @@ constexpr std::size_t kBeginning = 4;
 
 Failure Changed() { return {.reason = "It was changed by another program.", .problem = Problem::Changed}; }
 
-// Waits for another of our programs to finish its save. Other programs don't take the lock.
-Outcome WaitForLock(int file) {
-    using namespace std::chrono;
-    const auto end = steady_clock::now() + seconds(2);
-    while (fileCalls.lock(file) != 0) {
-        if (errno != EWOULDBLOCK) return {};  // this file system has no locks
-        if (steady_clock::now() >= end)
-            return Failure{.reason = "Another program is saving it right now.", .problem = Problem::InUse};
-        std::this_thread::sleep_for(milliseconds(20));
-    }
-    return {};
+// Other programs don't take the lock. Waiting for it would be in vain: whoever has it is about to change the
+// file.
+Outcome Lock(int file) {
+    if (fileCalls.lock(file) == 0 || errno != EWOULDBLOCK) return {};  // or the file system has no locks
+    return Failure{.reason = "Another program is saving it right now.", .problem = Problem::InUse};
 }
 
 }  // namespace
@@ -41,7 +33,7 @@ Outcome OutputFile::Open(const std::string& path, const SaveRules& rules) {
     Close();
     rules_ = rules;
     const Outcome opened = FindTarget(path)
-                               .Then([&] { return rules_.asRead ? WaitForLock(target_.Get()) : Outcome(); })
+                               .Then([&] { return rules_.asRead ? Lock(target_.Get()) : Outcome(); })
                                .Then([&] { return CheckTarget(); })
                                .Then([&] { return CheckBeginning(); })
                                .Then([&] { return CheckContent(); })

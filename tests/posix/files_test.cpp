@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <filesystem>
 #include <functional>
-#include <thread>
 
 #include "platform/OutputFile.h"
 #include "platform/Paths.h"
@@ -117,19 +116,6 @@ TEST_F(ReadFileTest, IsReplacedOnAFileSystemWithoutLocks) {
         return -1;
     };
     EXPECT_EQ(Refusal(), "");
-}
-
-TEST_F(ReadFileTest, ReplacedWhileWaitingForTheLockIsNoticed) {
-    OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
-    ASSERT_EQ(fileCalls.lock(other.Get()), 0);
-    std::thread replacing([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        WriteBytes(In("new"), Bytes(kContent.size(), 'd'));
-        fs::rename(In("new"), path_);
-        other = OpenFile();
-    });
-    EXPECT_EQ(Refusal(), kChanged);
-    replacing.join();
 }
 
 }  // namespace boreforge
