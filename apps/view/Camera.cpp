@@ -86,7 +86,7 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
 
 const PathPoint& PointOf(const TrackPath& path, std::size_t index) { return path[index % path.size()]; }
 
-// This number of points, but at least one and fewer than the whole stretch has.
+// `points`, limited to 1 ... count - 1.
 std::size_t PointsWithin(const CoveredStretch& stretch, double points) {
     return static_cast<std::size_t>(std::clamp(points, 1.0, static_cast<double>(stretch.count - 1)));
 }

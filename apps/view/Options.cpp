@@ -43,7 +43,7 @@ void AddViewOptions(CLI::App& application, ViewOptions& options) {
         AddPath(application, "--save", options.Picture, "FILE.png", "Save a picture, and open no window")
             ->check(EndsIn(".png"));
     AddParsed(application, "--from", options.From, ParseView, "above|side|inside",
-              "Of what (default: side); inside needs a track")
+              "Viewpoint (default: side); inside needs --track; inside needs a track")
         ->needs(save);
     const auto parse = [&options](const std::string& text) {
         const std::optional<Size> size = ParseSize(text);

@@ -67,7 +67,7 @@ QImage Draw(ViewScene& scene, QSize size) {
 
 Outcome SavePicture(const std::string& path, ViewScene& scene, int width, int height) {
     QImage image = Draw(scene, QSize(width, height)).convertToFormat(QImage::Format_RGB888);
-    image.setDotsPerMeterX(3780);  // not the screen's
+    image.setDotsPerMeterX(3780);  // 96 dpi on every machine, so that the bytes are the same
     image.setDotsPerMeterY(3780);
     QByteArray bytes;
     QBuffer buffer(&bytes);

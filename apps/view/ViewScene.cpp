@@ -39,7 +39,8 @@ Outcome ViewScene::OpenObject(const std::string& path) {
     ShowGeometry();
     if (path != shownPath_) {
         shownPath_ = path;
-        // They would show through transparent walls, and where the two sides of a wall are equally far away.
+        // Back faces would show through transparent walls, and where the two sides of a wall are equally far
+        // away.
         SetBackFaces(!transparent_ && std::ranges::none_of(shown_.Surfaces, &ObjectSurface::IsDoubleSided));
         Fit();
     }

@@ -9,7 +9,7 @@
 
 namespace boreforge {
 
-// A truth value as in the outside program's records: 16 bits, 0 false, -1 true.
+// A truth value as Zephyrail stores it: 16 bits, 0 false, -1 true.
 using Truth = std::int16_t;
 inline constexpr Truth kFalse = 0;
 inline constexpr Truth kTrue = -1;

@@ -85,8 +85,8 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 void UsePreset(PresetShape preset, const EditorControls& controls);
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
-// The platform-independent codes of the keys that the editor uses. A slash has a tool only on the numeric
-// pad.
+// The platform-independent codes of the keys that the editor uses. Only the keypad's slash runs a
+// tool.
 enum class KeyCode {
     Other = 0,
     Escape = 27,

@@ -93,10 +93,9 @@ std::int16_t AddMaterial(const ColorRGB& ambient, const ColorRGB& diffuse, const
 void BeginObject(const std::string& namePrefix, std::int16_t materialIndex, bool hasTexCoords,
                  bool keepPartNumber);
 
-// Adds a triangle to the buffer, with its vertices in the order given and without any test of its shape. A
-// vertex with the same coordinates as stored ones reuses the one stored last, along with its texture
-// coordinate. Vertices of one face are compared with those of earlier faces only. The 10,000th face flushes
-// the buffer.
+// Adds a triangle to the buffer, with its vertices in the order given and without any test of its shape.
+// Reuses the latest stored vertex with the same coordinates, along with its texture coordinate, but never one
+// of the same face. The 10,000th face flushes the buffer.
 void AddFace(const Vector3D& p1, const Vector3D& p2, const Vector3D& p3, const TexCoord& t1,
              const TexCoord& t2, const TexCoord& t3);
 

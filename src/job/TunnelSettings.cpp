@@ -6,8 +6,8 @@ namespace boreforge {
 
 namespace {
 
-// The percentage as a factor: the brightness that is kept. Only the ends are swapped: 0 means "unchanged" and
-// 100 means "black".
+// The percentage as a factor: the brightness that is kept. The two ends are the other way round: 0 leaves
+// the colours unchanged, 100 makes them black.
 float DimFactorOf(std::int32_t percent) {
     const auto factor = static_cast<float>(percent / 100.0);
     if (factor == 0) return 1;

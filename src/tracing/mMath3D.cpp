@@ -5,7 +5,7 @@
 namespace boreforge {
 
 namespace {
-// Pi to fifteen digits, as tracks have always been built. It is not the double nearest to pi, and the last
+// Pi to fifteen digits. Existing tracks were built with it: it is not the double nearest to pi, and the last
 // bits of a frame depend on it.
 constexpr double kPi = 3.14159265358979;
 }  // namespace

@@ -44,7 +44,7 @@ inline Matrix3D MatTranspose(const Matrix3D& m) {
     return transposed;
 }
 
-// The point m times (v, 1); the bottom row is not used and there is no division.
+// The point m times (v, 1). Ignores the bottom row, so there is no perspective division.
 inline Vector3D MatTransformPoint(const Matrix3D& m, const Vector3D& v) {
     const auto component = [&](int row) {
         return static_cast<float>(double(m[row]) * v.x + double(m[row + 1]) * v.y + double(m[row + 2]) * v.z +

@@ -15,7 +15,7 @@ namespace {
 
 constexpr float kSampleSpacing = 0.5f;          // units of path
 constexpr double kMeasureStep = 0.005;          // of the Bezier parameter
-constexpr double kFullTurn = 6.28318530717958;  // two pi, to the digits of the arctangent's pi
+constexpr double kFullTurn = 6.28318530717958;  // two pi, rounded like kPi in mMath3D.cpp
 
 // The four points of a piece, in BezierPoint's order.
 struct Piece {
@@ -43,7 +43,7 @@ void TurnTowards(Matrix3D& frame, const Vector3D& v) {
     frame = MatMultiply(frame, MatRotateX(pitch));
 }
 
-// The translation to a point times a frame, which is the frame with the point in its fourth column.
+// The frame moved to a point: only its fourth column changes.
 Matrix3D FrameAt(const Vector3D& point, Matrix3D frame) {
     frame[3] = point.x;
     frame[7] = point.y;
@@ -58,7 +58,7 @@ TraceSample SampleAt(const Vector3D& point, const Matrix3D& frame) {
     return sample;
 }
 
-// Drops all samples of a piece except the first.
+// Adds every sample of a piece but the first.
 void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
     if (!(traced.Length > 0)) return;
     const float step = static_cast<float>(1 / (double(traced.Length) * 10));

@@ -17,8 +17,8 @@ namespace boreforge {
 // Format version 1.3, which every save writes.
 inline constexpr std::array<std::uint8_t, 4> kWrittenVersion{1, 3, 0, 0};
 
-// The record of its type that takes the fewest bytes in a file. Specialised for types where that isn't a
-// default-constructed record.
+// The shortest record of this type: it bounds how many fit into the rest of a file. Specialised for types
+// where that isn't a default-constructed record.
 template <class Record>
 Record SmallestRecord() {
     return {};
@@ -173,7 +173,7 @@ void Records(Walk& walk, List& list) {
         Fields(walk, record);
 }
 
-// A record as a walk takes it: const unless the walk fills it.
+// Record&, const if the walk only looks.
 template <class Walk, class Record>
 using In = typename Walk::template Access<Record>;
 

@@ -140,7 +140,7 @@ void FillTrackBytes() {
 
 Outcome ReadTrackFile(const std::string& path) {
     if (path.empty()) return Failure{.reason = "There is no such file."};
-    if (!HasTrackExtension(path)) return Failure{.reason = "Its name is not that of a file of this kind."};
+    if (!HasTrackExtension(path)) return Failure{.reason = "Its name has the wrong extension."};
     const Failure noMemory = SystemFailure(ENOMEM);
     Bytes content;
     FileState state;
@@ -208,7 +208,7 @@ bool ComputeChunkSizes() {
         std::int64_t bytes = 0;
         std::int32_t count = 0;
     };
-    std::array<Chunks, kChunkTree.size() + 1> counted;  // at each depth, the children of the next parent
+    std::array<Chunks, kChunkTree.size() + 1> counted;  // by depth: the chunks seen since the last parent
     // NOLINTNEXTLINE(modernize-loop-convert): clang 14 can't compile a reversed view
     for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
         if (!IsWritten(*kind)) continue;

@@ -158,7 +158,7 @@ WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIn
 
 void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
                   std::vector<Vector3D>& points) {
-    const Matrix3D frame = world;  // a copy, which writing the points can't change
+    const Matrix3D frame = world;  // a copy: the compiler can't know that `points` doesn't overlap `world`
     const std::size_t before = points.size();
     points.resize(before + contour.size());
     for (std::size_t k = 0; k < contour.size(); ++k)

@@ -93,7 +93,7 @@ TEST_F(FailingBatchTest, AFileThatCantBeReadHasItsReasonInTheSecondLine) {
     write("cut.zrbf", shape, 100);
     write("head.zrbf", shape, 6);
     ExpectFailures({{"absent.zrtrack o.3ds", "Invalid Track File!\nabsent.zrtrack: There is no such file."},
-                    {"s.zrbf o.3ds", "\ns.zrbf: Its name is not that"},
+                    {"s.zrbf o.3ds", "\ns.zrbf: Its name has the wrong extension."},
                     {"folder.zrtrack o.3ds", "\nfolder.zrtrack: It is not a regular file."},
                     {"shape.zrtrack o.3ds", "\nshape.zrtrack: It is not a track."},
                     {"cut.zrtrack o.3ds", "\ncut.zrtrack: It ends at byte 60 of chunk \"SEGM\"."},

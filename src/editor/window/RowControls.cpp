@@ -18,7 +18,7 @@ void RowButton::initStyleOption(QStyleOptionToolButton* option) const {
                                                                 between(button.blueF(), text.blueF())));
 }
 
-// A text passed to QLabel's constructor would reach screen readers as that of a plain label.
+// A text passed to QLabel's constructor would be announced as a plain label's.
 ReadOut::ReadOut(const QString& text, QWidget* parent) : QLabel(parent) { setText(text); }
 
 }  // namespace boreforge
