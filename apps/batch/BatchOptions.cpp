@@ -18,7 +18,7 @@ const std::string kObjectExtension = ".3ds";
 
 // "R,G,B" with numbers from 0 to 255, or "#rrggbb".
 std::optional<PackedColor> ParseColor(std::string_view text) {
-    if (text.starts_with('#') && text.size() == 7 && text[1] != '-') {
+    if (text.starts_with('#') && text.size() == 7) {
         const auto value = ParseNumber(text.substr(1), 0, 0xFFFFFF, 16);
         return value ? std::optional(PackColor(*value >> 16, *value >> 8, *value)) : std::nullopt;
     }
@@ -164,7 +164,8 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
         "the requested changes. With --output-folder it does so for several tracks.");
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2 the track is unchanged. With several tracks, each succeeds or fails by itself.");
+        "After 1 or 2, a track that failed is unchanged. With several tracks, each succeeds or fails by "
+        "itself.");
     AddFileOptions(application, options);
     AddShapeOptions(application, options);
     AddLookOptions(application, options.Choices);

@@ -59,14 +59,17 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
         return Fail({.headline = "Error - Not Enough Memory!"});
     }
     if (FlushOutput()) return status;
-    return Fail({.headline = "Error - The Output Can't Be Written!", .reason = SystemFailure(errno).reason});
+    return Fail({.headline = "Error - The Output Can't Be Written!",
+                 .reason = SystemFailure(errno).reason,
+                 .consequence = "Files that were saved are complete."});
 }
 
 std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max, int base) {
     std::int32_t number = 0;
     const char* const end = text.data() + text.size();
     const auto [last, failure] = std::from_chars(text.data(), end, number, base);
-    const bool good = failure == std::errc() && last == end && number >= min && number <= max;
+    const bool hasSign = min >= 0 && text.starts_with('-');  // "-0", which from_chars takes
+    const bool good = !hasSign && failure == std::errc() && last == end && number >= min && number <= max;
     return good ? std::optional(number) : std::nullopt;
 }
 

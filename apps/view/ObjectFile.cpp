@@ -41,8 +41,8 @@ Outcome ReadObject(const std::string& path, ShownObject& shown) {
 }
 
 Outcome ReadPath(const std::string& track, TrackPath& path) {
-    const Failure noMemory = {.path = track, .reason = "There is not enough memory."};
-    if (Outcome opened = OpenTrack(track); !opened) return opened.With(noMemory);
+    if (Outcome opened = OpenTrack(track); !opened)
+        return Failure{.path = track, .reason = opened.Why().reason};
     if (!TrackTraced) return Failure{.path = track, .reason = "The track's path can't be followed."};
     path = PathOfTrace();
     return {};

@@ -10,9 +10,8 @@ namespace boreforge {
 inline constexpr std::string_view kTrackTag = "ZPHR";
 inline constexpr std::string_view kShapeTag = "ZRBF";
 
-// Whether a file may be replaced that starts with `beginning`, four bytes or fewer if it is shorter: a track
-// or a shape only by a file with the same tag, any other file by any. `ownTag` is that of the new file, or
-// empty.
-Outcome MayReplace(std::string_view beginning, std::string_view ownTag);
+// Whether a new file with the tag `newTag` (empty: none) may replace a file that starts with `beginning`, up
+// to four bytes. A track or a shape may be replaced only by its own kind.
+Outcome MayReplace(std::string_view beginning, std::string_view newTag);
 
 }  // namespace boreforge

@@ -41,7 +41,7 @@ Outcome Outcome::With(const Failure& context) const {
 
 Failure SystemFailure(int error) {
     Failure failure;
-    // On Windows, where this isn't only about running programs, the system has no such words.
+    // ETXTBSY: on Windows it stands for any file that is in use; the system's text speaks only of programs.
     failure.reason =
         error == ETXTBSY ? "Another program is using it." : std::generic_category().message(error) + ".";
     if (error == EACCES || error == EPERM || error == EROFS) failure.problem = Problem::NoAccess;

@@ -46,7 +46,7 @@ class [[nodiscard]] Outcome {
         return failure_ ? *this : next();
     }
 
-    // The same with the words of `context` in place of empty ones.
+    // This outcome, with each empty text taken from `context`.
     Outcome With(const Failure& context) const;
 
   private:

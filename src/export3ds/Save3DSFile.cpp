@@ -72,9 +72,9 @@ std::uint8_t* Store(std::uint8_t* place, Number value) {
     return place + sizeof value;
 }
 
-// Rounds to six decimal places, ties to even, and never to -0. From 16 on a 32-bit float has no finer digits.
-// Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just as nearbyint
-// does, which would be a call of the C library for each number.
+// Rounds to six decimal places, ties to even, and never to -0. From 16 on, neighbouring floats are more
+// than 1e-6 apart. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number
+// just as nearbyint does, without a call of the C library for each coordinate.
 float RoundPlaces(float value) {
     constexpr double kWholeNumbers = 6755399441055744.0;
     if (!(std::fabs(value) < 16)) return value;  // or NaN
@@ -232,11 +232,12 @@ Outcome Write3DSFile(OutputFile& file) {
     return file.Complete();
 }
 
-Outcome Save3DSFile(const std::string& fileName) {
+Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules) {
     OutputFile file;
-    return file.Open(fileName).Then([&] { return Write3DSFile(file); }).Then([&] {
-        return file.PutInPlace();
-    });
+    return file.Open(fileName, rules)
+        .Then([&] { return Write3DSFile(file); })
+        .Then([&] { return file.PutInPlace(); })
+        .Then([&] { return file.FlushFolder(); });
 }
 
 }  // namespace boreforge

@@ -19,7 +19,7 @@ inline constexpr std::int64_t kPointBytes = 12, kFaceBytes = 8 + 2 + 4;
 
 // Writes the whole model to `fileName`, in place of an existing file once the new one is complete. Fails
 // before anything is written if the model doesn't fit the format, see Compute3DSLength.
-Outcome Save3DSFile(const std::string& fileName);
+Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules = {});
 
 // Writes the whole model to an open file and completes it.
 Outcome Write3DSFile(OutputFile& file);

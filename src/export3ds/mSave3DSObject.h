@@ -108,7 +108,8 @@ void FlushObject();
 void AddFinishedMesh(std::vector<Vector3D> points, std::vector<MeshFace> faces);
 
 // Build a mesh step by step, where FlushObject builds one from whole arrays. Each call returns the index of
-// what it appended; meshIndex must come from AddMesh.
+// what it appended; meshIndex must come from AddMesh, and
+// materialIndex from AddMaterial.
 std::int32_t AddMesh(const std::string& name, std::int16_t materialIndex);
 std::int16_t AddMeshPoint(const Vector3D& point, std::int32_t meshIndex);
 std::int16_t AddMeshTexCoord(const TexCoord& coord, std::int32_t meshIndex);

@@ -36,9 +36,8 @@ void ForEachTunnel(Sweep sweep) {
         if (IsTunnel(i)) sweep(i);
 }
 
-// True if the faces of the walls, and those of their points that no two faces can share, are more than the
-// format can hold: 32-bit lengths and kMaxMeshes objects. Computed from the counts, before any memory is
-// filled.
+// True if the walls can't fit a .3ds file: 32-bit lengths and kMaxMeshes objects. Counts only the faces and
+// the points that can't be shared, a lower bound, before any memory is filled.
 bool IsTooLarge(const TunnelJobSettings& settings) {
     constexpr std::int64_t kMaxBytes = std::numeric_limits<std::int32_t>::max();
     std::int64_t bytes = 0, meshes = 0;
@@ -112,29 +111,35 @@ const Failure kNoPath = {
         "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
         "and no more than 1,000,000 units of path. Nothing was written."};
 
-// Adds what it means for the user that the object can't be written.
-Outcome OfObject(const Outcome& outcome, const std::string& path) {
+// Completes a failure of the object's file for the user.
+Outcome ExplainObject(const Outcome& outcome, const std::string& path) {
     if (outcome) return outcome;
-    const bool isElsewhere = outcome.Why().problem == Problem::NoAccess;
-    const std::string advice =
-        isElsewhere ? " Open it again and save the object in a folder of your own." : "";
+    const bool noAccess = outcome.Why().problem == Problem::NoAccess;
+    const std::string advice = noAccess ? " Open it again and save the object in a folder of your own." : "";
     return outcome.With({.headline = "Error - The 3DS Object Can't Be Written!",
                          .path = path,
                          .consequence = "The track was not changed." + advice});
 }
 
-// The same for the track; `state` says what was written.
-Outcome OfTrack(const Outcome& outcome, const std::string& state) {
+// The same for the track's file; `state` says what was written.
+Outcome ExplainTrack(const Outcome& outcome, const std::string& state) {
     if (outcome) return outcome;
     Failure failure = outcome.Why();
-    if (failure.problem == Problem::Changed)
-        failure = {.headline = "Error - The Track Was Changed by Another Program!",
-                   .consequence = state + " Open the track again and make the object once more."};
-    if (failure.problem == Problem::InUse)
-        failure = {.headline = "Error - The Track Is in Use by Another Program!",
-                   .consequence = state + " Open the track again when that program has finished."};
-    if (failure.problem == Problem::NoAccess)
-        failure.consequence = state + " Copy the track to a folder of your own and open it there.";
+    switch (failure.problem) {
+        case Problem::Changed:
+            failure = {.headline = "Error - The Track Was Changed by Another Program!",
+                       .consequence = state + " Open the track again and make the object once more."};
+            break;
+        case Problem::InUse:
+            failure = {.headline = "Error - The Track Is in Use by Another Program!",
+                       .consequence = state + " Open the track again when that program has finished."};
+            break;
+        case Problem::NoAccess:
+            failure.consequence = state + " Copy the track to a folder of your own and open it there.";
+            break;
+        case Problem::Other:
+            break;
+    }
     return Outcome(failure).With(
         {.headline = "Error - The Track Can't Be Saved!", .path = TrackFilePath, .consequence = state});
 }
@@ -192,18 +197,18 @@ Outcome MakeFiles(TunnelJobSettings& settings) {
     OutputFile object;
     TrackSave track;
     return CheckJob(settings)
-        .Then([&] { return OfObject(object.Open(path, ObjectRules()), path); })
-        .Then([&] { return OfTrack(track.Open(TrackFilePath), kNothing); })
+        .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
+        .Then([&] { return ExplainTrack(track.Open(TrackFilePath), kNothing); })
         .Then([&] { return Build(settings); })
-        .Then([&] { return OfObject(Write3DSFile(object), path); })
+        .Then([&] { return ExplainObject(Write3DSFile(object), path); })
         .Then([&] {
             ModifyTrack(settings);
-            return OfTrack(track.Write(), kNothing);
+            return ExplainTrack(track.Write(), kNothing);
         })
-        .Then([&] { return OfObject(object.PutInPlace(), path); })
-        .Then([&] { return OfObject(object.FlushFolder(), path); })
+        .Then([&] { return ExplainObject(object.PutInPlace(), path); })
+        .Then([&] { return ExplainObject(object.FlushFolder(), path); })
         .Then([&] {
-            return OfTrack(track.PutInPlace(), "The 3DS object was written; the track was not saved.");
+            return ExplainTrack(track.PutInPlace(), "The 3DS object was written; the track was not saved.");
         });
 }
 
@@ -211,7 +216,7 @@ Outcome MakeFiles(TunnelJobSettings& settings) {
 
 std::int32_t CountTunnels() {
     return static_cast<std::int32_t>(std::ranges::count_if(
-        TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel; }));
+        TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel != kFalse; }));
 }
 
 Outcome OpenTrack(const std::string& path) {
@@ -223,7 +228,9 @@ Outcome OpenTrack(const std::string& path) {
         std::ignore = TraceTrack();  // the job checks TrackTraced
         return Outcome();
     };
-    const Outcome traced = WithinMemory(trace, {.headline = "Error - Not Enough Memory!", .path = path});
+    const Outcome traced = WithinMemory(trace, {.headline = "Error - Not Enough Memory!",
+                                                .path = path,
+                                                .reason = "There is not enough memory for its path."});
     TrackLoaded = bool(traced);
     return traced;
 }
@@ -233,12 +240,7 @@ Outcome BuildTunnelObject(TunnelJobSettings settings) {
 }
 
 Outcome WriteTunnelObject(const std::string& path) {
-    OutputFile object;
-    const Outcome written =
-        object.Open(path, ObjectRules()).Then([&] { return Write3DSFile(object); }).Then([&] {
-            return object.PutInPlace();
-        });
-    return OfObject(written, path);
+    return WithinMemory([&] { return ExplainObject(Save3DSFile(path, ObjectRules()), path); }, kNoMemory);
 }
 
 Outcome RunTunnelJob(TunnelJobSettings settings) {

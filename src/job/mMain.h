@@ -14,7 +14,8 @@ extern std::string TrackFilePath;
 extern bool TrackLoaded;
 
 // Opens the track at `path` and traces it. If it can't be read, no track is open, and TrackFilePath keeps the
-// last good path. A track that was read but can't be traced is open; the job refuses it.
+// last good path. A track that was read but can't be traced is open; the job refuses it. If memory runs out
+// in the trace, no track is open.
 Outcome OpenTrack(const std::string& path);
 
 // The number of tunnel segments of the open track.
@@ -29,8 +30,8 @@ std::int32_t CountTunnels();
 // should,
 // - when the tunnel is too large for a .3ds file or for the memory,
 // - when either file can't be replaced where it is.
-// If writing fails later, neither file is changed, except when only the track can't be put in its place. The
-// track in memory may then be changed, so it has to be opened again.
+// If writing fails later, the track is unchanged, but the object may already have been replaced. The track
+// in memory may then be changed, so it has to be opened again.
 Outcome RunTunnelJob(TunnelJobSettings settings);
 
 // The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in

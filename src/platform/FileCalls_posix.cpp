@@ -83,7 +83,8 @@ int RenameIn(int folder, const char* from, const char* to) {
     if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return 0;
     if (errno != EINVAL && errno != ENOSYS) return -1;
     if (::linkat(folder, from, folder, to, 0) != 0) return -1;
-    return ::unlinkat(folder, from, 0);
+    (void)::unlinkat(folder, from, 0);  // the file is in its place, whatever happens to its first name
+    return 0;
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ constexpr unsigned kOwnerReadWrite = 0600;
 
 unsigned GroupBits(unsigned mode) { return mode >> 3 & 7; }
 unsigned OtherBits(unsigned mode) { return mode & 7; }
-unsigned WithGroupBits(unsigned mode, unsigned bits) { return (mode & ~070u) | bits << 3; }
+unsigned BothClasses(unsigned bits) { return bits << 3 | bits; }  // for the group and for others
 
 // Everything that a file's rights consist of.
 struct Rights {
@@ -63,8 +63,9 @@ Outcome LimitRights(int newFile, const FileInfo& like, bool likeHasList) {
     if (HasAccessList(newFile) && fileCalls.setAccessList(newFile, nullptr, 0) != 0)
         return SystemFailure(errno);
     unsigned mode = fileCalls.usualMode() & like.mode;
-    if (likeHasList || now.group != like.group)
-        mode = WithGroupBits(mode, GroupBits(mode) & OtherBits(like.mode));
+    // Members of the other file's group are "others" of this one, and the other way round.
+    if (now.group != like.group) mode &= 0700 | BothClasses(GroupBits(like.mode) & OtherBits(like.mode));
+    if (likeHasList) mode &= 0700;  // the list may keep anyone out
     if (fileCalls.setMode(newFile, mode | kOwnerReadWrite) != 0) return SystemFailure(errno);
     return {};
 }

@@ -11,8 +11,8 @@ namespace boreforge {
 Outcome CopyRights(int newFile, int oldFile);
 
 // Gives a new file, which is private so far, the usual permissions except those that the file `like` doesn't
-// have. Its owner can always read and write it. `likeHasList`: the other file has an access list, so its
-// group bits are not the group's.
+// have. Its owner can always read and write it. `likeHasList`: the other file has an access list, so
+// nobody else can.
 Outcome LimitRights(int newFile, const FileInfo& like, bool likeHasList);
 
 // True when the file has an access list beyond its permission bits, or if that can't be found out.

@@ -1,5 +1,6 @@
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
 #include <string_view>
@@ -11,6 +12,14 @@ namespace boreforge {
 namespace {
 
 constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers
+
+constexpr std::size_t kPiece = std::size_t{1} << 16;  // of a file that is hashed
+
+// The hash of a content that goes on with this piece; the factor is odd, so that no piece is lost.
+std::size_t WithPiece(std::size_t hash, std::span<const std::uint8_t> piece) {
+    const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
+    return hash * 31 + std::hash<std::string_view>()(text);
+}
 
 Failure ReadFailure() {
     if (errno == ENOENT) return {.reason = "There is no such file."};
@@ -35,16 +44,33 @@ Outcome WriteFully(int file, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const std::int64_t written = fileCalls.write(file, bytes.data(), bytes.size());
         if (written < 0) return SystemFailure(errno);
-        if (written == 0) return SystemFailure(EIO);  // there is no reason to be had
+        if (written == 0) return SystemFailure(EIO);  // the system gave no reason
         bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return {};
 }
 
 std::size_t HashOf(std::span<const std::uint8_t> content) {
-    return std::hash<std::string_view>()({reinterpret_cast<const char*>(content.data()), content.size()});
+    std::size_t hash = 0;
+    for (; !content.empty(); content = content.subspan(std::min(content.size(), kPiece)))
+        hash = WithPiece(hash, content.first(std::min(content.size(), kPiece)));
+    return hash;
 }
 
+Outcome HashOpenFile(int file, std::size_t& hash) {
+    std::uint8_t piece[kPiece];
+    hash = 0;
+    while (true) {
+        const std::int64_t got = ReadFully(file, piece, kPiece);
+        if (got < 0) return SystemFailure(errno);
+        if (got == 0) return {};
+        hash = WithPiece(hash, std::span(piece).first(static_cast<std::size_t>(got)));
+    }
+}
+
+namespace {
+
+// The whole content of an open file, whose position must be 0.
 Outcome ReadOpenFile(int file, Bytes& content) {
     const Failure changes{.reason = "It was being changed while it was read.", .problem = Problem::Changed};
     FileInfo before, after;
@@ -60,6 +86,8 @@ Outcome ReadOpenFile(int file, Bytes& content) {
     if (!IsUnchanged(before, after)) return changes;
     return {};
 }
+
+}  // namespace
 
 Outcome ReadWholeFile(const std::string& path, Bytes& content, FileState* state) {
     content.clear();

@@ -24,11 +24,10 @@ struct FileState {
 // more, a file that can't be read, and one that changes meanwhile. Throws std::bad_alloc.
 Outcome ReadWholeFile(const std::string& path, Bytes& content, FileState* state = nullptr);
 
-// For a FileState; equal contents have equal hashes within one run of the program.
+// For a FileState; equal contents have equal hashes within one run of the program. The second hashes the
+// content of an open file, from its position on, without holding it in memory.
 std::size_t HashOf(std::span<const std::uint8_t> content);
-
-// The whole content of an open file, from its position on. Its length is what `inspect` says.
-Outcome ReadOpenFile(int file, Bytes& content);
+Outcome HashOpenFile(int file, std::size_t& hash);
 
 // Reads up to `count` bytes, fewer only at the end of the file. Returns their number, or -1 if the system
 // fails.

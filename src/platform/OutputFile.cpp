@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "platform/FileRights.h"
 #include "platform/Paths.h"
@@ -81,25 +82,26 @@ Outcome OutputFile::CheckContent() const {
     if (!rules_.asRead) return {};
     if (targetInfo_.size != rules_.asRead->info.size) return Changed();
     if (fileCalls.rewind(target_.Get()) != 0) return SystemFailure(errno);
-    Bytes content;
-    if (Outcome read = ReadOpenFile(target_.Get(), content); !read) return read;
-    return HashOf(content) == rules_.asRead->hash ? Outcome() : Changed();
+    std::size_t hash = 0;
+    if (Outcome read = HashOpenFile(target_.Get(), hash); !read) return read;
+    return hash == rules_.asRead->hash ? Outcome() : Changed();
 }
 
 Outcome OutputFile::OpenTemporary() {
     const BlockedSignals blocked;
     static int number = 0;
+    std::string name;
     do {
-        temporary_ = ".boreforge-" + std::to_string(ProcessId()) + "-" + std::to_string(++number) + ".tmp";
-        file_ = OpenFile(fileCalls.createIn(folder_.Get(), temporary_.c_str(),
-                                            target_ || rules_.like ? kPrivate : kUsual));
+        name = ".boreforge-" + std::to_string(ProcessId()) + "-" + std::to_string(++number) + ".tmp";
+        file_ = OpenFile(
+            fileCalls.createIn(folder_.Get(), name.c_str(), target_ || rules_.like ? kPrivate : kUsual));
     } while (!file_ && errno == EEXIST);
     if (file_) {
+        temporary_ = std::move(name);
         NoteUnfinished(folder_.Get(), temporary_);
         buffer_ = std::make_unique_for_overwrite<std::uint8_t[]>(kBufferSize);
         return {};
     }
-    temporary_.clear();
     Failure failure = SystemFailure(errno);
     if (failure.problem == Problem::NoAccess) failure.reason = "Its folder takes no new files.";
     return failure;

@@ -22,11 +22,11 @@ struct SaveRules {
     // The old file must be there and still have the content that it had when it was read, and no other of our
     // programs may be saving it. It is locked against them until the save is over.
     const FileState* asRead = nullptr;
-    // A new file gets no permission that this one lacks.
+    // A new file gives nobody a permission that this one doesn't.
     const FileState* like = nullptr;
 };
 
-// A new file that replaces the old one all at once: at every moment one of the two is there, complete.
+// A new file that replaces the old one all at once.
 //
 // It is written under a hidden name in the same folder, flushed, and renamed. It has exactly the owner,
 // group, permissions and access list of the old file. Links are followed, and the file that they lead to is
@@ -94,7 +94,7 @@ class OutputFile {
     Outcome written_;  // the first failed write
 };
 
-// Replaces or creates the file at `path`, in all the steps above.
+// Replaces or creates the file at `path`, in the steps above without the last one.
 Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
                       const SaveRules& rules = {});
 

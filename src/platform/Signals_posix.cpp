@@ -23,7 +23,7 @@ sigset_t caught;  // the signals with our handler
 sigset_t before;  // those blocked before the outermost BlockedSignals
 int blocks = 0;   // BlockedSignals that exist
 
-// The others end the program by default, those that can't be caught included.
+// All others end the program by default; SIGKILL and SIGSTOP can't be caught anyway.
 bool EndsProgram(int signal) {
     constexpr int kOthers[] = {SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTSTP, SIGTTIN, SIGTTOU};
     return std::find(std::begin(kOthers), std::end(kOthers), signal) == std::end(kOthers);

@@ -153,7 +153,7 @@ Outcome ReadTrackFile(const std::string& path) {
     ReadCursor at{TrackBytes};
     const Outcome parsed = WithinMemory([&] { return ReadChunks(at); }, noMemory);
     if (!parsed) ResetTrackFile();
-    TrackBytes.resize(1);  // keep the capacity for the save: touching new memory takes longer than saving
+    TrackBytes.resize(1);  // keeps the capacity for the save
     return parsed;
 }
 

@@ -152,7 +152,7 @@ WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIn
     };
     const auto sides = static_cast<std::int64_t>(BandCount(segmentIndex, detailStep)) * (doubleSided ? 2 : 1);
     const auto nodes = std::ssize(contour), finite = std::ranges::count_if(contour, isFinite);
-    // Each node is a corner of two quads, three times of each.
+    // In a band, each node is a corner of two quads, and of three triangle corners in each.
     return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }
 

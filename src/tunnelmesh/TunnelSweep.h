@@ -19,8 +19,8 @@ void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std
 void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
                      bool doubleSided);
 
-// The size of a wall before it is added. Its unshared points are those of nodes with a coordinate that isn't
-// finite: transformed, it can become a NaN, which equals nothing, so every face has such a point for itself.
+// The size of a wall before it is added. Points of nodes with a coordinate that isn't finite may become NaN,
+// which equals nothing, so they can't be shared: each face stores its own.
 struct WallSize {
     std::int64_t faces = 0, unsharedPoints = 0;
 };

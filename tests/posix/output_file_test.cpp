@@ -217,7 +217,8 @@ TEST_F(OutputFileTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
         bool sameGroup, hasList;
     } cases[] = {{0600, 0022, 0600, true, false},  {0640, 0022, 0640, true, false},
                  {0644, 0077, 0600, true, false},  {0444, 0022, 0644, true, false},
-                 {0660, 0002, 0600, false, false}, {0664, 0002, 0644, true, true}};
+                 {0660, 0002, 0600, false, false}, {0604, 0002, 0600, false, false},
+                 {0664, 0002, 0600, true, true}};
     for (const auto& row : cases) {
         fs::remove(In("f"));
         track.info.mode = row.trackMode;

@@ -40,17 +40,17 @@ TEST_F(SignalsTest, EverySignalThatEndsTheProgramRemovesWhatIsUnfinished) {
     } cases[] = {{"HUP", SIGHUP},   {"INT", SIGINT},    {"QUIT", SIGQUIT}, {"PIPE", SIGPIPE},
                  {"ALRM", SIGALRM}, {"TERM", SIGTERM},  {"USR1", SIGUSR1}, {"USR2", SIGUSR2},
                  {"XCPU", SIGXCPU}, {"RTMIN", SIGRTMIN}};
-    for (const auto& [name, signal] : cases) {
+    for (const auto& row : cases) {
         WriteBytes(In("one"), {1});
         WriteBytes(In("two"), {1});
         const auto end = [&] {
             RemoveUnfinishedOnSignals();
             NoteUnfinished(AT_FDCWD, In("one"));
             NoteUnfinished(AT_FDCWD, In("two"));
-            ::raise(signal);
+            ::raise(row.signal);
         };
-        EXPECT_EXIT(end(), testing::KilledBySignal(signal), "") << name;
-        EXPECT_TRUE(Listing().empty()) << name;
+        EXPECT_EXIT(end(), testing::KilledBySignal(row.signal), "") << row.name;
+        EXPECT_TRUE(Listing().empty()) << row.name;
     }
 }
 

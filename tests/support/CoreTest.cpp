@@ -25,7 +25,7 @@ CoreTest::CoreTest() {
     fileCalls = SystemFileCalls();
     ResetTrackFile();
     TrackFilePath.clear();
-    TrackLoaded = false;
+    TrackLoaded = TrackTraced = false;
     TracedSegments.clear();
     ResetModel();
     BeginObject("", 0, false, false);

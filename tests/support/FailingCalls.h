@@ -3,8 +3,8 @@
 
 namespace boreforge {
 
-// From now on the calls work as usual, except that the one after the next `which` calls fails. Reads and
-// writes do only half of what they are asked for.
+// Makes call number `which`, from 0 on, fail; all others work. Reads and writes do only half of what they are
+// asked for.
 void FailOneCall(int which);
 
 // True when the call that was to fail has been made.

@@ -328,6 +328,7 @@ void frmMain::MakeObjectForTrackAt(const QString& path) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const Outcome opened = OpenTrack(path.toStdString());
     QApplication::restoreOverrideCursor();
+    // One message, whatever is wrong with the file; the batch program says what it is.
     if (!opened) return ShowFailure({.headline = opened.Why().headline});
     frmTunnelSettings settings(this);
     settings.exec();
