@@ -7,6 +7,7 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
+#include <tuple>
 #include <vector>
 
 #include "export3ds/ChunkIds.h"
@@ -234,10 +235,11 @@ Outcome Write3DSFile(OutputFile& file) {
 
 Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules) {
     OutputFile file;
-    return file.Open(fileName, rules)
-        .Then([&] { return Write3DSFile(file); })
-        .Then([&] { return file.PutInPlace(); })
-        .Then([&] { return file.FlushFolder(); });
+    const Outcome saved = file.Open(fileName, rules).Then([&] { return Write3DSFile(file); }).Then([&] {
+        return file.PutInPlace();
+    });
+    if (saved) std::ignore = file.FlushFolder();  // too late to fail: the file is in its place
+    return saved;
 }
 
 }  // namespace boreforge

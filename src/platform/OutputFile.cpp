@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <tuple>
 #include <utility>
 
 #include "platform/FileRights.h"
@@ -186,13 +187,15 @@ void OutputFile::Close() {
 Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
                       const SaveRules& rules) {
     OutputFile file;
-    return file.Open(path, rules)
-        .Then([&] { return file.Reserve(static_cast<std::int64_t>(content.size())); })
-        .Then([&] {
-            file.Write(content);
-            return file.Complete();
-        })
-        .Then([&] { return file.PutInPlace(); });
+    const Outcome saved = file.Open(path, rules)
+                              .Then([&] { return file.Reserve(static_cast<std::int64_t>(content.size())); })
+                              .Then([&] {
+                                  file.Write(content);
+                                  return file.Complete();
+                              })
+                              .Then([&] { return file.PutInPlace(); });
+    if (saved) std::ignore = file.FlushFolder();  // too late to fail: the file is in its place
+    return saved;
 }
 
 }  // namespace boreforge

@@ -94,7 +94,7 @@ class OutputFile {
     Outcome written_;  // the first failed write
 };
 
-// Replaces or creates the file at `path`, in the steps above without the last one.
+// Replaces or creates the file at `path`, in the steps above. A folder that can't be flushed is no failure.
 Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
                       const SaveRules& rules = {});
 

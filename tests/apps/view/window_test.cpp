@@ -129,7 +129,7 @@ TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
         {"d.3ds --save p.png", 1, "the file ends here"},
         {"'a\nb.3ds' --save p.png", 1, "a?b.3ds\nThere is no such file."},
         {"o.3ds --save p.png --from inside", 1, "needs the track"},
-        {"o.3ds --save p.png --track d.3ds", 1, "not that of a file of this kind"},
+        {"o.3ds --save p.png --track d.3ds", 1, "the wrong extension"},
         {"o.3ds --save track.png", 1, "That File Is a Track!"},
         {"o.3ds --save o.3ds", 2, "doesn't end in .png"},
         {"o.3ds --save p.png --size 5x720", 2, "not '5x720'"},
