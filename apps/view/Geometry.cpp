@@ -91,18 +91,6 @@ std::vector<Ribbon> RailsOf(const TrackPath& path) {
     return ribbons;
 }
 
-std::vector<Ribbon> MarksOf(const TrackPath& path, const ObjectMaterial& wall) {
-    std::vector<Ribbon> ribbons;
-    for (const CoveredStretch& stretch : CoveredStretches(path))
-        for (std::size_t i = stretch.first; i + 1 < stretch.first + stretch.count; ++i) {
-            const PathPoint& here = path[i % path.size()];
-            const PathPoint& next = path[(i + 1) % path.size()];
-            ribbons.push_back(
-                {here.Position, next.Position, here.Right * stretch.roof, ColorOf(wall).toVector3D()});
-        }
-    return ribbons;
-}
-
 WallGeometry::WallGeometry() {
     setStride(sizeof(WallVertex));
     addAttribute(Attribute::PositionSemantic, offsetof(WallVertex, position), Attribute::F32Type);

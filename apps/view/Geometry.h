@@ -26,9 +26,6 @@ QByteArray WallVertices(const Object3DS& object);
 // Two rails and their ties; the rails' tops are at the height of the path.
 std::vector<Ribbon> RailsOf(const TrackPath& path);
 
-// A band in the walls' colour along each covered stretch, visible from so far away that the walls are not.
-std::vector<Ribbon> MarksOf(const TrackPath& path, const ObjectMaterial& wall);
-
 class WallGeometry : public QQuick3DGeometry {
   public:
     WallGeometry();

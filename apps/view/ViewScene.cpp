@@ -74,7 +74,6 @@ void ViewScene::ShowGeometry() {
     FindCover(track_, shown_.Object);
     walls_.Show(shown_.Object);
     rails_.Show(RailsOf(track_));
-    marks_.Show(MarksOf(track_, shown_.Object.Materials.at(shown_.Object.Faces[0].Material)));
     PlaceGround();
     transparent_ = std::ranges::any_of(shown_.Object.Materials,
                                        [](const ObjectMaterial& m) { return m.Transparency > 0; });

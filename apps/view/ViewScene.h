@@ -21,7 +21,6 @@ class ViewScene : public QObject {
     Q_OBJECT
     Q_PROPERTY(QQuick3DGeometry* walls READ walls CONSTANT)
     Q_PROPERTY(QQuick3DGeometry* rails READ rails CONSTANT)
-    Q_PROPERTY(QQuick3DGeometry* marks READ marks CONSTANT)
     Q_PROPERTY(QVector3D center MEMBER center_ NOTIFY objectChanged)
     Q_PROPERTY(float radius MEMBER radius_ NOTIFY objectChanged)
     Q_PROPERTY(float groundHeight MEMBER groundHeight_ NOTIFY objectChanged)
@@ -75,7 +74,6 @@ class ViewScene : public QObject {
 
     QQuick3DGeometry* walls() { return &walls_; }
     QQuick3DGeometry* rails() { return &rails_; }
-    QQuick3DGeometry* marks() { return &marks_; }
     bool hasTrack() const { return !track_.empty(); }
     QString rideText() const;
     QString helpKeys() const;     // a line for each row of kKeyHelp
@@ -105,7 +103,7 @@ class ViewScene : public QObject {
     ShownObject shown_;
     TrackPath track_;
     WallGeometry walls_;
-    RibbonGeometry rails_, marks_;
+    RibbonGeometry rails_;
     QVector3D center_;  // of the sphere around object and track
     float radius_ = 1, groundHeight_ = 0;
     bool transparent_ = false;

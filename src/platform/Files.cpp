@@ -9,6 +9,8 @@
 
 namespace boreforge {
 
+FileCalls fileCalls = SystemFileCalls();
+
 namespace {
 
 constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers

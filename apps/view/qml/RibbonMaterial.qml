@@ -7,7 +7,6 @@ CustomMaterial {
     property vector2d viewport: Qt.vector2d(viewport_.width, viewport_.height)
     property real thinnest: 0.6
     property real strength: 1
-    property bool vanishes: false
     property bool front: false
 
     shadingMode: CustomMaterial.Unshaded

@@ -111,17 +111,6 @@ Item {
                 strength: 0.2
             }
         }
-        Model {  // tunnels that are too far away to be seen
-            geometry: root.scene.marks
-            visible: root.scene.hasTrack && !root.scene.lamp
-            castsShadows: false
-            materials: RibbonMaterial {
-                viewport_: Qt.size(view.width, view.height)
-                front: true
-                vanishes: true
-                thinnest: 2.5
-            }
-        }
     }
 
     Column {  // the scale

@@ -1,7 +1,0 @@
-#include "platform/FileCalls.h"
-
-namespace boreforge {
-
-FileCalls fileCalls = SystemFileCalls();
-
-}  // namespace boreforge
