@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "support/CommandTest.h"
+#include "support/Sanitizers.h"
 #include "view/ViewWindow.h"
 
 namespace boreforge {
@@ -188,6 +189,7 @@ TEST_F(ViewWindowTest, F1ShowsTheKeys) {
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
+    if (kSanitized) GTEST_SKIP() << "Qt's shader generator crashes when it is slowed down";
     scene.Drag(50, 20, false);
     const CameraPose before = scene.Pose();
     const QString summary = scene.summary();
