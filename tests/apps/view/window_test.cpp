@@ -189,7 +189,7 @@ TEST_F(ViewWindowTest, F1ShowsTheKeys) {
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
-    if (kSanitized) GTEST_SKIP() << "Qt's shader generator crashes when it is slowed down";
+    if (kSanitized) GTEST_SKIP() << "Qt's shader generator crashes under the address sanitizer";
     scene.Drag(50, 20, false);
     const CameraPose before = scene.Pose();
     const QString summary = scene.summary();
