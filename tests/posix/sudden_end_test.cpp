@@ -168,7 +168,7 @@ TEST_F(SuddenEndTest, OfTwoExportsOntoOneNewTrackOneSucceeds) {
         ASSERT_TRUE(ReadTrackFile(saved));
         ASSERT_EQ(TrackFile.SceneryObjects.size(), 1u);
         // One after the other, both succeed; then the file has the entry of one of them.
-        EXPECT_TRUE(std::ranges::count(written, TrackFile.SceneryObjects[0].ObjectFile) == 1);
+        EXPECT_EQ(std::ranges::count(written, TrackFile.SceneryObjects[0].ObjectFile), 1);
     }
 }
 
