@@ -7,7 +7,6 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
-#include <tuple>
 #include <vector>
 
 #include "export3ds/ChunkIds.h"
@@ -219,7 +218,6 @@ std::int32_t Compute3DSLength() {
 Outcome Write3DSFile(OutputFile& file) {
     const std::int32_t length = Compute3DSLength();
     if (length < 0) return Failure{.reason = "It would be too large."};
-    if (Outcome reserved = file.Reserve(length); !reserved) return reserved;
     PutChunkHeader(MAIN3DS, length, file);
     PutVersion(M3D_VERSION, file);
     PutLength(MDATA, MeshDataLength(), file);
@@ -230,16 +228,11 @@ Outcome Write3DSFile(OutputFile& file) {
     PutDword(kMasterScale, file);
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         PutMesh(mesh, file);
-    return file.Complete();
+    return {};
 }
 
 Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules) {
-    OutputFile file;
-    const Outcome saved = file.Open(fileName, rules).Then([&] { return Write3DSFile(file); }).Then([&] {
-        return file.PutInPlace();
-    });
-    if (saved) std::ignore = file.FlushFolder();  // too late to fail: the file is in its place
-    return saved;
+    return SaveFile(fileName, rules, Write3DSFile);
 }
 
 }  // namespace boreforge

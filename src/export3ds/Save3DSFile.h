@@ -21,7 +21,8 @@ inline constexpr std::int64_t kPointBytes = 12, kFaceBytes = 8 + 2 + 4;
 // before anything is written if the model doesn't fit the format, see Compute3DSLength.
 Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules = {});
 
-// Writes the whole model to an open file and completes it.
+// Writes the whole model to an open file, which the caller completes. Fails if the model doesn't fit the
+// format.
 Outcome Write3DSFile(OutputFile& file);
 
 // The length in bytes of the current model's file; -1 if it doesn't fit a signed 32-bit number or the model

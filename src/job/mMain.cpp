@@ -52,9 +52,11 @@ bool IsTooLarge(const TunnelJobSettings& settings) {
     return bytes > kMaxBytes || meshes > kMaxMeshes;
 }
 
-std::int16_t AddTunnelMaterial(const TunnelJobSettings& settings) {
-    return AddMaterial(settings.HalfColor, settings.BaseColor, settings.BrightColor, kShininess,
-                       kShininessStrength, settings.Transparency);
+// The material in the settings' colours, each channel times `brightness`, ties to even.
+std::int16_t AddTunnelMaterial(const TunnelJobSettings& settings, double brightness) {
+    return AddMaterial(ScaleColor(settings.HalfColor, brightness), ScaleColor(settings.BaseColor, brightness),
+                       ScaleColor(settings.BrightColor, brightness), kShininess, kShininessStrength,
+                       settings.Transparency);
 }
 
 // Caps where the tunnel flag changes along the list. The walk doesn't wrap: a run that reaches the last
@@ -71,21 +73,15 @@ void CapTunnels(std::int16_t material, bool doubleSided) {
     }
 }
 
-// The inside of a tunnel is the same colour at half brightness.
-void Darken(ColorRGB& color) { color = ScaleColor(color, 0.5); }
-
 // Fills the model, in the order that the objects will have in the file.
-void BuildTunnels(TunnelJobSettings& settings) {
+void BuildTunnels(const TunnelJobSettings& settings) {
     ObjectPartNumber = 0;
     ResetModel();
-    const std::int16_t outside = AddTunnelMaterial(settings);
+    const std::int16_t outside = AddTunnelMaterial(settings, 1);
     ForEachTunnel(
         [&](std::int32_t i) { SweepOutsideWall(i, outside, settings.DetailStep, settings.DoubleSided); });
     CapTunnels(outside, settings.DoubleSided);
-    Darken(settings.BaseColor);
-    Darken(settings.HalfColor);
-    Darken(settings.BrightColor);
-    const std::int16_t inside = AddTunnelMaterial(settings);
+    const std::int16_t inside = AddTunnelMaterial(settings, 0.5);
     ForEachTunnel(
         [&](std::int32_t i) { SweepInsideWall(i, inside, settings.DetailStep, settings.DoubleSided); });
 }
@@ -171,14 +167,14 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
 }
 
 // The steps of a job that depend on no file. Without a tunnel the model has only the materials.
-Outcome Build(TunnelJobSettings& settings) {
+Outcome Build(const TunnelJobSettings& settings) {
     BuildTunnels(settings);
     return Compute3DSLength() < 0 ? kTooLarge : Outcome();
 }
 
 // Calls `work` if there is a track with a tunnel.
 template <class Work>
-Outcome WithTunnels(TunnelJobSettings& settings, const Work& work) {
+Outcome WithTunnels(const TunnelJobSettings& settings, const Work& work) {
     if (!TrackLoaded) return Failure{};
     if (CountTunnels() == 0) {
         BuildTunnels(settings);
@@ -191,7 +187,7 @@ Outcome WithTunnels(TunnelJobSettings& settings, const Work& work) {
 
 // Both files are complete on the disk before either is put in its place, and the object is in its place for
 // good before the track names it.
-Outcome MakeFiles(TunnelJobSettings& settings) {
+Outcome MakeFiles(const TunnelJobSettings& settings) {
     constexpr char kNothing[] = "Nothing was written.";
     const std::string path = settings.OutputPath;
     OutputFile object;
@@ -200,7 +196,8 @@ Outcome MakeFiles(TunnelJobSettings& settings) {
         .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
         .Then([&] { return ExplainTrack(track.Open(TrackFilePath), kNothing); })
         .Then([&] { return Build(settings); })
-        .Then([&] { return ExplainObject(Write3DSFile(object), path); })
+        .Then(
+            [&] { return ExplainObject(Write3DSFile(object).Then([&] { return object.Complete(); }), path); })
         .Then([&] {
             ModifyTrack(settings);
             return ExplainTrack(track.Write(), kNothing);
@@ -235,7 +232,7 @@ Outcome OpenTrack(const std::string& path) {
     return traced;
 }
 
-Outcome BuildTunnelObject(TunnelJobSettings settings) {
+Outcome BuildTunnelObject(const TunnelJobSettings& settings) {
     return WithTunnels(settings, [&] { return CheckJob(settings).Then([&] { return Build(settings); }); });
 }
 
@@ -243,7 +240,7 @@ Outcome WriteTunnelObject(const std::string& path) {
     return WithinMemory([&] { return ExplainObject(Save3DSFile(path, ObjectRules()), path); }, kNoMemory);
 }
 
-Outcome RunTunnelJob(TunnelJobSettings settings) {
+Outcome RunTunnelJob(const TunnelJobSettings& settings) {
     return WithTunnels(settings, [&] { return MakeFiles(settings); });
 }
 

@@ -32,11 +32,11 @@ std::int32_t CountTunnels();
 // - when either file can't be replaced where it is.
 // If writing fails later, the track is unchanged, but the object may already have been replaced. The track
 // in memory may then be changed, so it has to be opened again.
-Outcome RunTunnelJob(TunnelJobSettings settings);
+Outcome RunTunnelJob(const TunnelJobSettings& settings);
 
 // The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
 // the model store and writes nothing; it fails if the job would refuse. The second writes the object.
-Outcome BuildTunnelObject(TunnelJobSettings settings);
+Outcome BuildTunnelObject(const TunnelJobSettings& settings);
 Outcome WriteTunnelObject(const std::string& path);
 
 }  // namespace boreforge

@@ -47,9 +47,6 @@ struct FileCalls {
 
     std::int64_t (*read)(int file, void* bytes, std::size_t count);
     std::int64_t (*write)(int file, const void* bytes, std::size_t count);
-    // Reserves space for a file of `length` bytes without changing its length. Fails only if there is no such
-    // space.
-    int (*reserve)(int file, std::int64_t length);
     int (*rewind)(int file);
 
     // Windows keeps rights by itself (see replaceIn): there a file's owner and permissions are always the

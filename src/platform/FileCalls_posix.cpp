@@ -52,13 +52,6 @@ int Open(const char* path, OpenFor purpose) {
     return Uninterrupted([&] { return ::open(path, flags); });
 }
 
-// Fails if the disk or the quota is full. A file system that can't reserve space doesn't have to.
-int Reserve(int file, std::int64_t length) {
-    if (Uninterrupted([&] { return ::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, length); }) == 0) return 0;
-    const bool full = errno == ENOSPC || errno == EDQUOT || errno == EFBIG;
-    return full ? -1 : 0;
-}
-
 std::int64_t GetAccessList(int file, void* list, std::size_t size) {
     const std::int64_t length = ::fgetxattr(file, kAccessList, list, size);
     return length < 0 && (errno == ENODATA || errno == ENOTSUP) ? 0 : length;
@@ -110,7 +103,6 @@ FileCalls SystemFileCalls() {
     calls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
         return Uninterrupted([&] { return ::write(file, bytes, count); });
     };
-    calls.reserve = Reserve;
     calls.rewind = [](int file) { return ::lseek(file, 0, SEEK_SET) == 0 ? 0 : -1; };
     calls.setOwner = [](int file, unsigned owner, unsigned group) {
         return Uninterrupted([&] { return ::fchown(file, owner, group); });

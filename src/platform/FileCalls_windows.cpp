@@ -121,26 +121,12 @@ int InspectIn(int folder, const char* name, FileInfo* info) {
     return file ? Inspect(file.Get(), info) : -1;
 }
 
-int Reserve(int file, std::int64_t length) {
-    FILE_ALLOCATION_INFO info;
-    info.AllocationSize.QuadPart = length;
-    const BOOL good = ::SetFileInformationByHandle(HandleOf(file), FileAllocationInfo, &info, sizeof info);
-    return !good && ErrorNumber(::GetLastError()) == ENOSPC ? FailWith(ERROR_DISK_FULL) : 0;
-}
-
 // Locks keep other programs from the bytes that they cover, so this one is beyond the end of any file.
 int Lock(int file) {
     OVERLAPPED place{};
     place.OffsetHigh = 0x7FFFFFFF;
     constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
     return Result(::LockFileEx(HandleOf(file), kFlags, 0, 1, 0, &place));
-}
-
-// Not every file system can, and each has its own error for that.
-int FlushFolder(int folder) {
-    const OpenFile writable(OpenPath(PathOf(folder), GENERIC_WRITE, OPEN_EXISTING));
-    if (writable) (void)::_commit(writable.Get());
-    return 0;
 }
 
 int Rename(const std::wstring& from, const std::wstring& to) {
@@ -201,7 +187,6 @@ FileCalls SystemFileCalls() {
     calls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
         return ::_write(file, bytes, static_cast<unsigned>(std::min(count, kMaxTransfer)));
     };
-    calls.reserve = Reserve;
     calls.rewind = [](int file) { return ::_lseeki64(file, 0, SEEK_SET) == 0 ? 0 : -1; };
     calls.setOwner = [](int, unsigned, unsigned) { return 0; };
     calls.setMode = [](int, unsigned) { return 0; };
@@ -210,7 +195,7 @@ FileCalls SystemFileCalls() {
     calls.setAccessList = [](int, const void*, std::size_t) { return 0; };
     calls.lock = Lock;
     calls.flush = ::_commit;
-    calls.flushFolder = FlushFolder;
+    calls.flushFolder = [](int) { return 0; };  // the system logs its renames
     calls.close = [](int file) {
         OpenPaths().erase(file);
         return ::_close(file);

@@ -113,11 +113,6 @@ Outcome OutputFile::SetRights() const {
     return rules_.like ? LimitRights(file_.Get(), rules_.like->info, rules_.like->hasAccessList) : Outcome();
 }
 
-Outcome OutputFile::Reserve(std::int64_t length) {
-    const bool good = length <= 0 || fileCalls.reserve(file_.Get(), length) == 0;
-    return good ? Outcome() : SystemFailure(errno);
-}
-
 void OutputFile::Write(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const std::size_t count = std::min(bytes.size(), kBufferSize);
@@ -184,18 +179,23 @@ void OutputFile::Close() {
     written_ = {};
 }
 
-Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
-                      const SaveRules& rules) {
+Outcome SaveFile(const std::string& path, const SaveRules& rules,
+                 const std::function<Outcome(OutputFile&)>& write) {
     OutputFile file;
     const Outcome saved = file.Open(path, rules)
-                              .Then([&] { return file.Reserve(static_cast<std::int64_t>(content.size())); })
-                              .Then([&] {
-                                  file.Write(content);
-                                  return file.Complete();
-                              })
+                              .Then([&] { return write(file); })
+                              .Then([&] { return file.Complete(); })
                               .Then([&] { return file.PutInPlace(); });
     if (saved) std::ignore = file.FlushFolder();  // too late to fail: the file is in its place
     return saved;
+}
+
+Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
+                      const SaveRules& rules) {
+    return SaveFile(path, rules, [&](OutputFile& file) {
+        file.Write(content);
+        return Outcome();
+    });
 }
 
 }  // namespace boreforge

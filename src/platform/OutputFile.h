@@ -47,9 +47,6 @@ class OutputFile {
     // the folder takes no new file; and if the old file's rights can't be kept.
     Outcome Open(const std::string& path, const SaveRules& rules = {});
 
-    // Reserves space for `length` bytes, so that a full disk shows at once. Fails only if there isn't enough.
-    Outcome Reserve(std::int64_t length);
-
     // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
     // written.
     std::uint8_t* Claim(std::size_t count) {
@@ -94,7 +91,10 @@ class OutputFile {
     Outcome written_;  // the first failed write
 };
 
-// Replaces or creates the file at `path`, in the steps above. A folder that can't be flushed is no failure.
+// Replaces or creates the file at `path`, in the steps above, with what `write` writes. A folder that can't be
+// flushed is no failure.
+Outcome SaveFile(const std::string& path, const SaveRules& rules,
+                 const std::function<Outcome(OutputFile&)>& write);
 Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,
                       const SaveRules& rules = {});
 

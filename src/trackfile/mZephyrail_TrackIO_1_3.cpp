@@ -24,8 +24,6 @@ namespace {
 
 constexpr std::string_view kExtension = ".zrtrack";
 constexpr std::int32_t kTagAndSizeBytes = 8;
-// Bytes to skip after an unknown chunk, in addition to its size. None: sizes count up to the chunk's end.
-constexpr std::int32_t kForeignChunkExtraBytes = 0;
 
 // A chunk's entry in the tree, made from its layout.
 struct ChunkKind {
@@ -88,7 +86,6 @@ const ChunkKind* KindBelowRoot(std::string_view tag) {
 void SkipForeignChunk(ReadCursor& at) {
     const std::int32_t size = ReadI32(at);
     SkipBytes(at, size);
-    SkipBytes(at, kForeignChunkExtraBytes);
 }
 
 // Why the chunk that begins at byte `start` can't be read. A known chunk's size field is otherwise ignored;
@@ -178,10 +175,9 @@ Outcome TrackSave::Write() {
     FillTrackBytes();
     size_ = std::ssize(TrackBytes);
     hash_ = HashOf(TrackBytes);
-    const Outcome reserved = file_.Reserve(size_);
-    if (reserved) file_.Write(TrackBytes);
+    file_.Write(TrackBytes);
     TrackBytes.resize(1);
-    return reserved.Then([&] { return file_.Complete(); });
+    return file_.Complete();
 }
 
 Outcome TrackSave::PutInPlace() {

@@ -44,10 +44,6 @@ TEST_F(OutputFileTest, TheNewFileIsOnTheDiskBeforeItReplacesTheOldOne) {
         calls += mode == 0600 ? "create-private " : "create ";
         return kSystem.createIn(folder, name, mode);
     };
-    fileCalls.reserve = [](int file, std::int64_t length) {
-        calls += "reserve ";
-        return kSystem.reserve(file, length);
-    };
     fileCalls.write = [](int file, const void* bytes, std::size_t count) {
         calls += "write ";
         return kSystem.write(file, bytes, count);
@@ -61,12 +57,7 @@ TEST_F(OutputFileTest, TheNewFileIsOnTheDiskBeforeItReplacesTheOldOne) {
         return kSystem.replaceIn(folder, from, to);
     };
     EXPECT_TRUE(Save("f"));
-    EXPECT_EQ(calls, "create-private reserve write flush replace ");
-}
-
-TEST_F(OutputFileTest, ReservingWhereTheSystemCantIsNoFailure) {
-    const OpenFile device(fileCalls.open("/dev/null", OpenFor::ReadingAndWriting));
-    EXPECT_EQ(fileCalls.reserve(device.Get(), 1000), 0);
+    EXPECT_EQ(calls, "create-private write flush replace ");
 }
 
 TEST_F(OutputFileTest, LinksAreFollowedAndStay) {

@@ -35,9 +35,9 @@ void MakeFail() {
 void FailOneCall(int which) {
     callsBeforeFailure = which;
     using F = FileCalls;
-    MakeFail<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::reserve, &F::rewind, &F::setOwner,
-             &F::setMode, &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder,
-             &F::replaceIn, &F::renameIn, &F::removeIn>();
+    MakeFail<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::rewind, &F::setOwner, &F::setMode,
+             &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder, &F::replaceIn,
+             &F::renameIn, &F::removeIn>();
     fileCalls.read = [](int file, void* bytes, std::size_t count) -> std::int64_t {
         return Fails() ? -1 : kSystem.read(file, bytes, count / 2 + 1);
     };
