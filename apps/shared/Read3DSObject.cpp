@@ -46,15 +46,8 @@ class Content {
         const std::uint8_t* const bytes = Take(2);
         return static_cast<std::uint16_t>(bytes[0] | bytes[1] << 8);
     }
-    std::uint32_t Dword() {
-        const std::uint8_t* const bytes = Take(4);
-        return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 |
-               std::uint32_t{bytes[3]} << 24;
-    }
+    std::uint32_t Dword() { return LittleEndianAt(Take(4)); }
     float Number() { return std::bit_cast<float>(Dword()); }
-    void ExpectFinite() {
-        if (!std::isfinite(Number())) Fail("a number is not finite");
-    }
     std::string Text() {
         field_ = at_;
         const std::uint8_t* const zero = std::find(file_ + at_, file_ + end_, 0);
@@ -120,10 +113,17 @@ class Reader {
         while (!data.AtEnd()) {
             Chunk chunk = data.Next();
             if (chunk.id == MESH_VERSION) chunk.content.Finish(4);
-            if (chunk.id == MASTER_SCALE) chunk.content.ExpectFinite(), chunk.content.Finish(0);
+            if (chunk.id == MASTER_SCALE) ReadFinite(chunk.content, 1);
             if (chunk.id == MAT_ENTRY) ReadMaterial(chunk.content);
             if (chunk.id == NAMED_OBJECT) ReadNamedObject(chunk.content);
         }
+    }
+
+    // A chunk that holds only this many numbers.
+    static void ReadFinite(Content numbers, int count) {
+        for (int i = 0; i < count; ++i)
+            if (!std::isfinite(numbers.Number())) numbers.Fail("a number is not finite");
+        numbers.Finish(0);
     }
 
     static ColorRGB ReadColor(Content content) {
@@ -214,9 +214,7 @@ class Reader {
                     chunk.content.Finish(8 * std::size_t{chunk.content.Word()});
                     break;
                 case MESH_MATRIX:
-                    for (int i = 0; i < 12; ++i)
-                        chunk.content.ExpectFinite();
-                    chunk.content.Finish(0);
+                    ReadFinite(chunk.content, 12);
                     break;
                 case FACE_ARRAY:
                     if (faces) chunk.content.Fail("a mesh has two lists of faces");

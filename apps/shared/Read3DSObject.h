@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/Values.h"
-#include "platform/Bytes.h"
+#include "base/Bytes.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {

@@ -48,9 +48,7 @@ Outcome WriteBufferToFile(const std::string& path) {
 
 std::int32_t GetInt32(std::int32_t& position) {
     const std::uint8_t* const b = Get4(position);
-    if (!b) return 0;
-    return static_cast<std::int32_t>(std::uint32_t{b[0]} | std::uint32_t{b[1]} << 8 |
-                                     std::uint32_t{b[2]} << 16 | std::uint32_t{b[3]} << 24);
+    return b ? static_cast<std::int32_t>(LittleEndianAt(b)) : 0;
 }
 
 float GetFloat32(std::int32_t& position) { return std::bit_cast<float>(GetInt32(position)); }

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/Bytes.h"
 #include "base/Outcome.h"
-#include "platform/Bytes.h"
 
 namespace boreforge {
 

@@ -7,8 +7,8 @@
 #include <span>
 #include <string>
 
+#include "base/Bytes.h"
 #include "base/Outcome.h"
-#include "platform/Bytes.h"
 #include "platform/FileCalls.h"
 
 namespace boreforge {

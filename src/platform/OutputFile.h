@@ -91,8 +91,8 @@ class OutputFile {
     Outcome written_;  // the first failed write
 };
 
-// Replaces or creates the file at `path`, in the steps above, with what `write` writes. A folder that can't be
-// flushed is no failure.
+// Replaces or creates the file at `path`, in the steps above, with what `write` writes. A folder that can't
+// be flushed is no failure.
 Outcome SaveFile(const std::string& path, const SaveRules& rules,
                  const std::function<Outcome(OutputFile&)>& write);
 Outcome SaveWholeFile(const std::string& path, std::span<const std::uint8_t> content,

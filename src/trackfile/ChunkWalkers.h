@@ -104,7 +104,7 @@ class FieldReader {
         values.resize(std::int64_t{width} * depth);
         const std::uint8_t* place = at_.Take(4 * std::ssize(values));
         for (float& value : values) {
-            value = std::bit_cast<float>(BitsAt(place));
+            value = std::bit_cast<float>(BigEndianAt(place));
             place += 4;
         }
     }

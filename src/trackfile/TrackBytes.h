@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/Bytes.h"
 #include "base/Values.h"
-#include "platform/Bytes.h"
 
 namespace boreforge {
 
@@ -48,10 +48,6 @@ struct ByteCursor {
 using ReadCursor = ByteCursor<const std::uint8_t>;
 using WriteCursor = ByteCursor<std::uint8_t>;
 
-// The four bytes of a big-endian number.
-inline std::uint32_t BitsAt(const std::uint8_t* b) {
-    return std::uint32_t{b[0]} << 24 | std::uint32_t{b[1]} << 16 | std::uint32_t{b[2]} << 8 | b[3];
-}
 inline void PutBitsAt(std::uint8_t* b, std::uint32_t bits) {
     const std::uint8_t bytes[] = {static_cast<std::uint8_t>(bits >> 24),
                                   static_cast<std::uint8_t>(bits >> 16), static_cast<std::uint8_t>(bits >> 8),
@@ -63,7 +59,7 @@ inline void PutBitsAt(std::uint8_t* b, std::uint32_t bits) {
 // has tens of millions of them.
 inline std::uint32_t ReadBits(ReadCursor& at) {
     const std::uint8_t* const b = at.Take(4);
-    return b ? BitsAt(b) : 0;
+    return b ? BigEndianAt(b) : 0;
 }
 inline std::uint8_t ReadU8(ReadCursor& at) {
     const std::uint8_t* const b = at.Take(1);

@@ -95,7 +95,7 @@ Failure ChunkFailure(const std::string& tag, std::ptrdiff_t start, const ReadCur
     const std::string ofChunk = " of chunk \"" + tag + "\".";
     if (tag.empty())
         return {.reason = "It ends at byte " + std::to_string(start) + ", where another chunk is due."};
-    if (present < kTagAndSizeBytes || BitsAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)
+    if (present < kTagAndSizeBytes || BigEndianAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)
         return {.reason = "It ends at byte " + std::to_string(present) + ofChunk};
     return {.reason = "It is damaged at byte " + std::to_string(at.position - start) + ofChunk};
 }

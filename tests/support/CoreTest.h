@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "base/Outcome.h"
-#include "platform/Bytes.h"
+#include "base/Bytes.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Bytes.h"
+#include "base/Bytes.h"
 
 namespace boreforge {
 
