@@ -9,11 +9,10 @@
 namespace boreforge {
 
 std::array<PackedColor, 16> CustomColors{};
+bool CustomColorsReady = false;
 std::int32_t (*ChooseColor)(ColorDialogArguments& record) = QtColorDialog;
 
 namespace {
-
-bool customColorsReady = false;
 
 // The roles of Qt's palette for the platform's indices 0 to 15: scroll bar, desktop, active and inactive
 // title bar, menu, window, window frame, texts of menu, window and title bar, active and inactive border,
@@ -53,10 +52,10 @@ std::int32_t QtColorDialog(ColorDialogArguments& record) {
 }
 
 bool ShowColorDialog(ColorDialogArguments& arguments) {
-    if (!customColorsReady) {
+    if (!CustomColorsReady) {
         for (int i = 0; PackedColor & color : CustomColors)
             color = SystemColor(i++);
-        customColorsReady = true;
+        CustomColorsReady = true;
     }
     arguments.Flags = FlagsOf(arguments);
     const bool chosen = ChooseColor(arguments) == 1;

@@ -18,7 +18,8 @@ inline constexpr std::int32_t kMaxMeshes = 32767;
 inline constexpr std::int64_t kPointBytes = 12, kFaceBytes = 8 + 2 + 4;
 
 // Writes the whole model to `fileName`, in place of an existing file once the new one is complete. Fails
-// before anything is written if the model doesn't fit the format, see Compute3DSLength.
+// before anything is written if the model doesn't fit the format, see Compute3DSLength. The MaterialIndex of
+// every mesh must be an index into the model's materials: there is no mesh without a material.
 Outcome Save3DSFile(const std::string& fileName, const SaveRules& rules = {});
 
 // Writes the whole model to an open file, which the caller completes. Fails if the model doesn't fit the

@@ -39,7 +39,7 @@ struct TunnelJobSettings {
     bool PlaceObject = false;
     std::int16_t Transparency = 0;  // percent
     std::int32_t DetailStep = 1;    // 1, 2, 4, 6 or 8
-    float DimFactor = 1;            // multiplies colour channels
+    float DimFactor = 1;            // multiplies colour channels: 0 (black) to 1 (unchanged)
     bool DoubleSided = false;
 };
 

@@ -173,7 +173,7 @@ bool TraceTrack() {
     TraceUpperIndex = TrackFile.SegmentCount() - 1;
     if (TraceUpperIndex < 1 || TrackFile.BezierNodeCount() <= TraceUpperIndex) return false;
     TracedSegments.clear();
-    std::vector<TracedSegment> segments(TrackFile.Segments.size());
+    std::vector<TracedSegment> segments(static_cast<std::size_t>(TrackFile.SegmentCount()));
     if (!MeasurePieces(segments)) return false;
     for (std::int32_t i = 0; i <= TraceUpperIndex; ++i)
         if (!TracePiece(PieceOf(i, TraceUpperIndex), i, segments)) return false;

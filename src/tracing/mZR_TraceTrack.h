@@ -40,8 +40,9 @@ extern bool TrackTraced;
 // std::bad_alloc.
 [[nodiscard]] bool TraceTrack();
 
-// Traces the piece of one segment. Trace segments in ascending order: a piece starts with the last frame of
-// the one before it.
+// Traces the piece of one segment and replaces its samples. TracedSegments must have an element for each of
+// the track's segments; positions and rolls must be finite. Trace segments in ascending order: a piece starts
+// with the last frame of the one before it.
 void TraceSegment(std::int32_t index);
 
 // The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.

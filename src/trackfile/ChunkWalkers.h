@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "trackfile/TrackBytes.h"
+#include "trackfile/TrackDocument.h"
 
 namespace boreforge {
 
@@ -146,7 +147,7 @@ class FieldWriter {
     }
     void Presence(Truth) {}
     void Extent(std::int32_t value) { WriteI32(at_, value); }
-    void Count(const auto& list) { WriteI32(at_, static_cast<std::int32_t>(list.size())); }
+    void Count(const auto& list) { WriteI32(at_, CountOf(list)); }
     void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
         std::uint8_t* place = at_.Take(4 * std::ssize(values));
         if (!place) return;

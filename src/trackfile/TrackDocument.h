@@ -12,6 +12,9 @@
 
 namespace boreforge {
 
+// The length of a list. Files have at most 2^31 - 1 bytes, so it fits.
+inline std::int32_t CountOf(const auto& list) { return static_cast<std::int32_t>(list.size()); }
+
 // A named set of colours, carried through.
 struct TrackColorSet {
     Truth SetFlag = kFalse;
@@ -80,6 +83,7 @@ struct TrackRascEntry {
 
 struct TrackRascRecord {
     std::vector<TrackRascEntry> Entries;
+    std::int32_t EntryCount() const { return CountOf(Entries); }
 };
 
 struct TrackFrenRecord {
@@ -169,8 +173,16 @@ struct TrackDocument {
     std::int32_t EnvcSize = 0, EnvcChildren = 0;
     std::string EnvironmentText1, EnvironmentText2;
 
-    std::int32_t BezierNodeCount() const { return static_cast<std::int32_t>(BezierNodes.size()); }
-    std::int32_t SegmentCount() const { return static_cast<std::int32_t>(Segments.size()); }
+    std::int32_t ColorSetCount() const { return CountOf(ColorSets); }
+    std::int32_t BezierNodeCount() const { return CountOf(BezierNodes); }
+    std::int32_t SegmentCount() const { return CountOf(Segments); }
+    std::int32_t FundCount() const { return CountOf(FundRecords); }
+    std::int32_t RascCount() const { return CountOf(RascRecords); }
+    std::int32_t FrenCount() const { return CountOf(FrenRecords); }
+    std::int32_t TubeCount() const { return CountOf(TubeRecords); }
+    std::int32_t CatwCount() const { return CountOf(CatwRecords); }
+    std::int32_t SceneryPointCount() const { return CountOf(SceneryPoints); }
+    std::int32_t SceneryObjectCount() const { return CountOf(SceneryObjects); }
 };
 
 // The one open track.
