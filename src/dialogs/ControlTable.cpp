@@ -10,15 +10,15 @@ namespace boreforge {
 
 namespace {
 
-QSize SizeWith(const QFont& font, const TextPlace& place) {
+QSize SizeWith(const QFont& font, const TextRoom& text) {
     constexpr int kNoLimit = 1000;
-    const QRect room(0, 0, place.room.width(), kNoLimit);
-    return QFontMetrics(font).boundingRect(room, place.wraps ? Qt::TextWordWrap : 0, place.text).size();
+    const QRect room(0, 0, text.room.width(), kNoLimit);
+    return QFontMetrics(font).boundingRect(room, text.wraps ? Qt::TextWordWrap : 0, text.text).size();
 }
 
-bool Fits(const QFont& font, const TextPlace& place) {
-    const QSize size = SizeWith(font, place);
-    return size.width() <= place.room.width() && (!place.wraps || size.height() <= place.room.height());
+bool Fits(const QFont& font, const TextRoom& text) {
+    const QSize size = SizeWith(font, text);
+    return size.width() <= text.room.width() && (!text.wraps || size.height() <= text.room.height());
 }
 
 class FrameCorrection : public QObject {
@@ -51,10 +51,10 @@ QFont WindowFont(const QWidget& widget) {
     return font;
 }
 
-void Place(QWidget* control, const ControlPlace& place) {
-    control->setObjectName(QString::fromLatin1(place.name));
-    control->setGeometry(PixelsOf(place.left), PixelsOf(place.top), PixelsOf(place.width),
-                         PixelsOf(place.height));
+void SetGeometry(QWidget* control, const ControlGeometry& geometry) {
+    control->setObjectName(QString::fromLatin1(geometry.name));
+    control->setGeometry(PixelsOf(geometry.left), PixelsOf(geometry.top), PixelsOf(geometry.width),
+                         PixelsOf(geometry.height));
     control->setFont(WindowFont(*control));
 }
 
@@ -64,34 +64,34 @@ void ApplyTabOrder(TabOrder order) {
         QWidget::setTabOrder(order[i - 1].second, order[i].second);
 }
 
-void FitTexts(const std::vector<TextPlace>& places) {
+void FitTexts(const std::vector<TextRoom>& texts) {
     constexpr int kMinStretch = 60, kStep = 2;  // percent
     // Each stretch that is tried costs a font lookup, so start with a guess from the widths.
     int stretch = 100;
-    for (const TextPlace& place : places) {
-        const int width = SizeWith(place.control->font(), place).width();
-        if (!place.wraps && width > place.room.width())
-            stretch = std::min(stretch, 100 * place.room.width() / width / kStep * kStep);
+    for (const TextRoom& text : texts) {
+        const int width = SizeWith(text.control->font(), text).width();
+        if (!text.wraps && width > text.room.width())
+            stretch = std::min(stretch, 100 * text.room.width() / width / kStep * kStep);
     }
-    const auto stretched = [&](const TextPlace& place) {
-        QFont font = place.control->font();
+    const auto stretched = [&](const TextRoom& text) {
+        QFont font = text.control->font();
         font.setStretch(stretch);
         return font;
     };
     stretch = std::max(stretch, kMinStretch);
-    const auto fits = [&](const TextPlace& place) { return Fits(stretched(place), place); };
-    while (stretch > kMinStretch && !std::all_of(places.begin(), places.end(), fits))
+    const auto fits = [&](const TextRoom& text) { return Fits(stretched(text), text); };
+    while (stretch > kMinStretch && !std::all_of(texts.begin(), texts.end(), fits))
         stretch -= kStep;
-    for (const TextPlace& place : places)
-        place.control->setFont(stretched(place));
+    for (const TextRoom& text : texts)
+        text.control->setFont(stretched(text));
 }
 
 QPoint CentredCorner(QSize inside, const QMargins& frame, const QRect& area, const QRect& screen) {
-    QRect place(QPoint(), inside.grownBy(frame));
-    place.moveCenter(area.center());
-    place.moveRight(std::min(place.right(), screen.right()));
-    place.moveBottom(std::min(place.bottom(), screen.bottom()));
-    return {std::max(place.left(), screen.left()), std::max(place.top(), screen.top())};
+    QRect whole(QPoint(), inside.grownBy(frame));
+    whole.moveCenter(area.center());
+    whole.moveRight(std::min(whole.right(), screen.right()));
+    whole.moveBottom(std::min(whole.bottom(), screen.bottom()));
+    return {std::max(whole.left(), screen.left()), std::max(whole.top(), screen.top())};
 }
 
 void CentreFrame(QWidget* window, const QRect& area, const QRect& screen, const QMargins& frame) {

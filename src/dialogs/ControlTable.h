@@ -17,7 +17,7 @@ namespace boreforge {
 
 constexpr int PixelsOf(int twips) { return twips / 15; }
 
-struct ControlPlace {
+struct ControlGeometry {
     const char* name;              // the object name
     int left, top, width, height;  // twips, relative to the parent
     int tabIndex;
@@ -27,7 +27,7 @@ struct ControlPlace {
 QFont WindowFont(const QWidget& widget);
 
 // Sets a control's name, geometry and font.
-void Place(QWidget* control, const ControlPlace& place);
+void SetGeometry(QWidget* control, const ControlGeometry& geometry);
 
 // Controls with their tab indices; the focus moves through them in ascending order.
 using TabOrder = std::vector<std::pair<int, QWidget*>>;
@@ -36,7 +36,7 @@ void ApplyTabOrder(TabOrder order);
 
 // The widest text that a control shows and the room for it, in logical pixels. A text of one line may be
 // taller than its room.
-struct TextPlace {
+struct TextRoom {
     QWidget* control = nullptr;
     QString text;
     QSize room;
@@ -46,7 +46,7 @@ struct TextPlace {
 // Condenses the fonts of all these controls by the same factor until each text fits: the controls' sizes are
 // fixed, but fonts differ in width. The factor stays at 60 percent or more, to be readable; text that doesn't
 // fit even then is cut off.
-void FitTexts(const std::vector<TextPlace>& places);
+void FitTexts(const std::vector<TextRoom>& texts);
 
 // The upper left corner of a window's frame that is centred in `area` but kept inside `screen`. If it is
 // larger than the screen, its upper left corner stays visible. All in logical pixels.

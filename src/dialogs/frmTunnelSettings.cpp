@@ -21,25 +21,25 @@ namespace {
 
 constexpr int kWindowWidth = 6615, kWindowHeight = 4035;  // twips, inside the frame
 
-constexpr ControlPlace kFrame5{"Frame5", 60, 60, 6495, 1755, 9};
-constexpr ControlPlace kFrame1{"Frame1", 120, 240, 1695, 1035, 10};
-constexpr ControlPlace kTColor{"lblTColor", 120, 240, 1455, 675, 11};
-constexpr ControlPlace kFrame4{"Frame4", 1860, 240, 2115, 1035, 12};
-constexpr ControlPlace kDetail{"cmbDetail", 120, 300, 1875, 315, 13};
-constexpr ControlPlace kFrame3{"Frame3", 4020, 240, 2355, 1035, 14};
-constexpr ControlPlace kTransBar{"hsTrans", 120, 240, 2115, 255, 15};
-constexpr ControlPlace kTransText{"lblTrans", 120, 660, 2115, 195, 16};
-constexpr ControlPlace kDoubleSided{"chkDoubleSided", 120, 1440, 1815, 195, 17};
-constexpr ControlPlace kLabel2{"Label2", 2220, 1440, 4155, 195, 18};
-constexpr ControlPlace kFrame2{"Frame2", 60, 1920, 6495, 1635, 0};
-constexpr ControlPlace kRemTunnels{"chkRemTunnels", 120, 300, 2475, 195, 1};
-constexpr ControlPlace kDimColors{"chkDimColors", 120, 600, 2475, 195, 2};
-constexpr ControlPlace kDimBar{"hsDimPercent", 420, 840, 2115, 255, 7};
-constexpr ControlPlace kDimText{"lblDimPercent", 2520, 840, 555, 255, 8};
-constexpr ControlPlace kPlaceIt{"chkPlaceIt", 120, 1320, 2955, 195, 5};
-constexpr ControlPlace kLabel1{"Label1", 3300, 240, 3075, 915, 6};
-constexpr ControlPlace kStart{"btnStart", 4200, 3660, 1095, 315, 3};
-constexpr ControlPlace kCancel{"btnCancel", 5400, 3660, 1095, 315, 4};
+constexpr ControlGeometry kFrame5{"Frame5", 60, 60, 6495, 1755, 9};
+constexpr ControlGeometry kFrame1{"Frame1", 120, 240, 1695, 1035, 10};
+constexpr ControlGeometry kTColor{"lblTColor", 120, 240, 1455, 675, 11};
+constexpr ControlGeometry kFrame4{"Frame4", 1860, 240, 2115, 1035, 12};
+constexpr ControlGeometry kDetail{"cmbDetail", 120, 300, 1875, 315, 13};
+constexpr ControlGeometry kFrame3{"Frame3", 4020, 240, 2355, 1035, 14};
+constexpr ControlGeometry kTransBar{"hsTrans", 120, 240, 2115, 255, 15};
+constexpr ControlGeometry kTransText{"lblTrans", 120, 660, 2115, 195, 16};
+constexpr ControlGeometry kDoubleSided{"chkDoubleSided", 120, 1440, 1815, 195, 17};
+constexpr ControlGeometry kLabel2{"Label2", 2220, 1440, 4155, 195, 18};
+constexpr ControlGeometry kFrame2{"Frame2", 60, 1920, 6495, 1635, 0};
+constexpr ControlGeometry kRemTunnels{"chkRemTunnels", 120, 300, 2475, 195, 1};
+constexpr ControlGeometry kDimColors{"chkDimColors", 120, 600, 2475, 195, 2};
+constexpr ControlGeometry kDimBar{"hsDimPercent", 420, 840, 2115, 255, 7};
+constexpr ControlGeometry kDimText{"lblDimPercent", 2520, 840, 555, 255, 8};
+constexpr ControlGeometry kPlaceIt{"chkPlaceIt", 120, 1320, 2955, 195, 5};
+constexpr ControlGeometry kLabel1{"Label1", 3300, 240, 3075, 915, 6};
+constexpr ControlGeometry kStart{"btnStart", 4200, 3660, 1095, 315, 3};
+constexpr ControlGeometry kCancel{"btnCancel", 5400, 3660, 1095, 315, 4};
 
 constexpr char kNote[] =
     "Note: Any track modification will require that the track be re-saved.  "
@@ -73,7 +73,7 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     : QDialog(owner, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint) {
     setObjectName("frmTunnelSettings");
     setWindowTitle("3DS Tunnel Settings...");
-    // The caption is on the frame's top line, so that the frame has the same place in every style.
+    // The caption is on the frame's top line, so that the frame has the same position in every style.
     setStyleSheet(
         "QGroupBox { border: 1px solid palette(mid); border-radius: 3px; margin-top: 7px; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 2px; }");
@@ -90,48 +90,49 @@ frmTunnelSettings::frmTunnelSettings(QWidget* owner)
     }
 }
 
-QGroupBox* frmTunnelSettings::MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption) {
+QGroupBox* frmTunnelSettings::MakeFrame(QWidget* parent, const ControlGeometry& geometry,
+                                        const char* caption) {
     constexpr int kCorners = 24;  // logical pixels beside the caption
     auto* const frame = new QGroupBox(caption, parent);
-    Place(frame, place);
+    SetGeometry(frame, geometry);
     frame->setAccessibleName(caption);
     texts_.push_back({frame, caption, frame->size() - QSize(kCorners, 0)});
     return frame;
 }
 
-QLabel* frmTunnelSettings::MakeLabel(QWidget* parent, const ControlPlace& place, const char* text) {
+QLabel* frmTunnelSettings::MakeLabel(QWidget* parent, const ControlGeometry& geometry, const char* text) {
     auto* const label = new QLabel(text, parent);
-    Place(label, place);
+    SetGeometry(label, geometry);
     texts_.push_back({label, text, label->size()});
     return label;
 }
 
-QCheckBox* frmTunnelSettings::MakeCheck(QWidget* parent, const ControlPlace& place, const char* text,
+QCheckBox* frmTunnelSettings::MakeCheck(QWidget* parent, const ControlGeometry& geometry, const char* text,
                                         bool checked) {
     constexpr int kGap = 10;  // logical pixels beside the box
     auto* const check = new QCheckBox(text, parent);
-    Place(check, place);
+    SetGeometry(check, geometry);
     auto* const style = new SmallCheckBoxStyle;
     style->setParent(check);
     check->setStyle(style);
     check->setChecked(checked);
     check->setAccessibleName(text);
     texts_.push_back({check, text, check->size() - QSize(kCheckBoxPixels + kGap, 0)});
-    tabOrder_.emplace_back(place.tabIndex, check);
+    tabOrder_.emplace_back(geometry.tabIndex, check);
     return check;
 }
 
-QScrollBar* frmTunnelSettings::MakePercentBar(QWidget* parent, const ControlPlace& place, int value,
+QScrollBar* frmTunnelSettings::MakePercentBar(QWidget* parent, const ControlGeometry& geometry, int value,
                                               QLabel* readOut, const char* name) {
     auto* const bar = new PercentBar(parent);
-    Place(bar, place);
+    SetGeometry(bar, geometry);
     bar->setAccessibleName(name);
     const auto show = [readOut](int percent) { readOut->setText(QString::number(percent) + '%'); };
     connect(bar, &QScrollBar::valueChanged, readOut, show);
     bar->setValue(value);
     show(value);
     readOut->setAlignment(Qt::AlignCenter);
-    tabOrder_.emplace_back(place.tabIndex, bar);
+    tabOrder_.emplace_back(geometry.tabIndex, bar);
     return bar;
 }
 
@@ -141,7 +142,7 @@ void frmTunnelSettings::MakeTunnelFrame() {
 
     QGroupBox* const color = MakeFrame(settings, kFrame1, "Tunnel Color");
     lblTColor_ = new Swatch(color);
-    Place(lblTColor_, kTColor);
+    SetGeometry(lblTColor_, kTColor);
     lblTColor_->Pressed = [this] { Guarded([this] { ChooseTunnelColor(); }); };
     lblTColor_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     lblTColor_->setAutoFillBackground(true);
@@ -151,7 +152,7 @@ void frmTunnelSettings::MakeTunnelFrame() {
 
     QGroupBox* const detail = MakeFrame(settings, kFrame4, "Tunnel Curvature Detail");
     cmbDetail_ = new NamedList(detail);
-    Place(cmbDetail_, kDetail);
+    SetGeometry(cmbDetail_, kDetail);
     for (const DetailChoice& choice : kDetails)
         cmbDetail_->addItem(QString::fromLatin1(choice.name.data()));
     cmbDetail_->setCurrentIndex(defaults.DetailItem);
@@ -186,13 +187,13 @@ void frmTunnelSettings::MakeModificationFrame() {
 }
 
 void frmTunnelSettings::MakeButtons() {
-    const auto make = [this](const ControlPlace& place, const char* text) {
+    const auto make = [this](const ControlGeometry& geometry, const char* text) {
         auto* const button = new QPushButton(text, this);
-        Place(button, place);
+        SetGeometry(button, geometry);
         button->setAutoDefault(false);
         button->setAccessibleName(text);
         texts_.push_back({button, text, button->size()});
-        tabOrder_.emplace_back(place.tabIndex, button);
+        tabOrder_.emplace_back(geometry.tabIndex, button);
         return button;
     };
     connect(make(kStart, "Make"), &QPushButton::clicked, this, [this] { Guarded([this] { Make(); }); });

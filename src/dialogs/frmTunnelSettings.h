@@ -28,11 +28,11 @@ class frmTunnelSettings : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    QGroupBox* MakeFrame(QWidget* parent, const ControlPlace& place, const char* caption);
-    QLabel* MakeLabel(QWidget* parent, const ControlPlace& place, const char* widestText);
-    QCheckBox* MakeCheck(QWidget* parent, const ControlPlace& place, const char* text, bool checked);
+    QGroupBox* MakeFrame(QWidget* parent, const ControlGeometry& geometry, const char* caption);
+    QLabel* MakeLabel(QWidget* parent, const ControlGeometry& geometry, const char* widestText);
+    QCheckBox* MakeCheck(QWidget* parent, const ControlGeometry& geometry, const char* text, bool checked);
     // A bar with a label that shows its value, also while the thumb is dragged.
-    QScrollBar* MakePercentBar(QWidget* parent, const ControlPlace& place, int value, QLabel* readOut,
+    QScrollBar* MakePercentBar(QWidget* parent, const ControlGeometry& geometry, int value, QLabel* readOut,
                                const char* name);
     void MakeTunnelFrame();
     void MakeModificationFrame();
@@ -51,7 +51,7 @@ class frmTunnelSettings : public QDialog {
     QCheckBox* chkDimColors_ = nullptr;
     QCheckBox* chkPlaceIt_ = nullptr;
     TabOrder tabOrder_;
-    std::vector<TextPlace> texts_;
+    std::vector<TextRoom> texts_;
 };
 
 }  // namespace boreforge

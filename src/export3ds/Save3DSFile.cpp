@@ -64,12 +64,12 @@ std::int64_t MeshDataLength() {
 
 std::int64_t FileLength() { return kHeaderLength + kVersionLength + MeshDataLength(); }
 
-// Stores a number little-endian and returns the place after it.
+// Stores a number little-endian and returns the position after it.
 template <class Number>
-std::uint8_t* Store(std::uint8_t* place, Number value) {
-    std::memcpy(place, &value, sizeof value);
-    if constexpr (std::endian::native == std::endian::big) std::reverse(place, place + sizeof value);
-    return place + sizeof value;
+std::uint8_t* Store(std::uint8_t* at, Number value) {
+    std::memcpy(at, &value, sizeof value);
+    if constexpr (std::endian::native == std::endian::big) std::reverse(at, at + sizeof value);
+    return at + sizeof value;
 }
 
 // Rounds to six decimal places, ties to even, and never to -0. From 16 on, neighbouring floats are more
@@ -148,8 +148,8 @@ void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file)
     PutLength(FACE_ARRAY, lengths.faces, file);
     PutWord(count, file);
     for (const MeshFace& face : mesh.Faces) {
-        std::uint8_t* const place = file.Claim(8);
-        Store(Store(Store(Store(place, face.a), face.b), face.c), kAllEdgesVisible);
+        std::uint8_t* const bytes = file.Claim(8);
+        Store(Store(Store(Store(bytes, face.a), face.b), face.c), kAllEdgesVisible);
     }
 
     PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
@@ -198,10 +198,10 @@ void PutZString(const std::string& text, OutputFile& file) {
 
 void PutColorChunk(std::uint8_t red, std::uint8_t green, std::uint8_t blue, OutputFile& file) {
     PutChunkHeader(COLOR_24, kColorLength, file);
-    std::uint8_t* const place = file.Claim(3);
-    place[0] = red;
-    place[1] = green;
-    place[2] = blue;
+    std::uint8_t* const bytes = file.Claim(3);
+    bytes[0] = red;
+    bytes[1] = green;
+    bytes[2] = blue;
 }
 
 void PutPercentChunk(std::int16_t value, OutputFile& file) {

@@ -123,10 +123,10 @@ int InspectIn(int folder, const char* name, FileInfo* info) {
 
 // Locks keep other programs from the bytes that they cover, so this one is beyond the end of any file.
 int Lock(int file) {
-    OVERLAPPED place{};
-    place.OffsetHigh = 0x7FFFFFFF;
+    OVERLAPPED position{};
+    position.OffsetHigh = 0x7FFFFFFF;
     constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
-    return Result(::LockFileEx(HandleOf(file), kFlags, 0, 1, 0, &place));
+    return Result(::LockFileEx(HandleOf(file), kFlags, 0, 1, 0, &position));
 }
 
 int Rename(const std::wstring& from, const std::wstring& to) {

@@ -103,10 +103,10 @@ class FieldReader {
         if (at_.failed || width == 0 || depth == 0) return;
         if (width > at_.Remaining() / 4 / depth) return at_.Fail();
         values.resize(std::int64_t{width} * depth);
-        const std::uint8_t* place = at_.Take(4 * std::ssize(values));
+        const std::uint8_t* bytes = at_.Take(4 * std::ssize(values));
         for (float& value : values) {
-            value = std::bit_cast<float>(BigEndianAt(place));
-            place += 4;
+            value = std::bit_cast<float>(BigEndianAt(bytes));
+            bytes += 4;
         }
     }
 
@@ -149,11 +149,11 @@ class FieldWriter {
     void Extent(std::int32_t value) { WriteI32(at_, value); }
     void Count(const auto& list) { WriteI32(at_, CountOf(list)); }
     void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
-        std::uint8_t* place = at_.Take(4 * std::ssize(values));
-        if (!place) return;
+        std::uint8_t* bytes = at_.Take(4 * std::ssize(values));
+        if (!bytes) return;
         for (const float value : values) {
-            PutBitsAt(place, std::bit_cast<std::uint32_t>(value));
-            place += 4;
+            PutBitsAt(bytes, std::bit_cast<std::uint32_t>(value));
+            bytes += 4;
         }
     }
     void Block(const auto& content) {

@@ -1,5 +1,6 @@
 // The open track: the contents of a .zrtrack file in memory. What this program doesn't use is kept only so
-// that a save can write it back ("carried through"); such fields are named after their place in the record.
+// that a save can write it back ("carried through"); such fields are named after their position in the
+// record.
 #pragma once
 
 #include <array>

@@ -35,8 +35,9 @@ class IconEngine : public QIconEngine {
         return read_.pixmap(size, 1, mode, state);
     }
 
-    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) override {
-        painter->drawPixmap(place, pixmap(place.size() * painter->device()->devicePixelRatio(), mode, state));
+    void paint(QPainter* painter, const QRect& target, QIcon::Mode mode, QIcon::State state) override {
+        painter->drawPixmap(target,
+                            pixmap(target.size() * painter->device()->devicePixelRatio(), mode, state));
     }
 
   private:

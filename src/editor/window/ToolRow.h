@@ -7,7 +7,7 @@
 namespace boreforge {
 
 struct ToolButton {
-    ControlPlace place;
+    ControlGeometry geometry;
     const char* toolTip;
     const char* icon;
 };
@@ -45,12 +45,12 @@ inline constexpr ToolButton kShowNodes[] = {
 };
 inline constexpr ToolButton kSnapTo{{"chkSnapTo", 8100, 0, 435, 435, 12}, "Snap", "snap"};
 
-inline constexpr ControlPlace kSnapBox{"txtSnap", 8640, 150, 615, 285, 1};
-inline constexpr ControlPlace kReadOutFrame{"Label3", 9660, 60, 1875, 315, 19};
-inline constexpr ControlPlace kXLabel{"Label1", 9720, 120, 195, 195, 18};
-inline constexpr ControlPlace kYLabel{"Label2", 10620, 120, 195, 195, 16};
-inline constexpr ControlPlace kMousePos[] = {{"lblMousePos(0)", 9960, 120, 615, 195, 17},
-                                             {"lblMousePos(1)", 10860, 120, 615, 195, 15}};
-inline constexpr ControlPlace kCanvas{"pbShape", 0, 480, 11775, 7275, 0};
+inline constexpr ControlGeometry kSnapBox{"txtSnap", 8640, 150, 615, 285, 1};
+inline constexpr ControlGeometry kReadOutFrame{"Label3", 9660, 60, 1875, 315, 19};
+inline constexpr ControlGeometry kXLabel{"Label1", 9720, 120, 195, 195, 18};
+inline constexpr ControlGeometry kYLabel{"Label2", 10620, 120, 195, 195, 16};
+inline constexpr ControlGeometry kMousePos[] = {{"lblMousePos(0)", 9960, 120, 615, 195, 17},
+                                                {"lblMousePos(1)", 10860, 120, 615, 195, 15}};
+inline constexpr ControlGeometry kCanvas{"pbShape", 0, 480, 11775, 7275, 0};
 
 }  // namespace boreforge

@@ -41,14 +41,14 @@ constexpr char kShapeFilter[] = "ZRBF Tunnel Shapes (*.zrbf)|*.zrbf";
 
 RowButton* MakeButton(QWidget* parent, const ToolButton& tool, TabOrder& order) {
     auto* const button = new RowButton(parent);
-    Place(button, tool.place);
+    SetGeometry(button, tool.geometry);
     button->setIcon(IconOf(tool.icon));
     button->setIconSize(QSize(kIconPixels, kIconPixels));
     button->setToolTip(tool.toolTip);
     // Screen readers get the name without the key in parentheses.
     button->setAccessibleName(QString(tool.toolTip).section(" (", 0, 0));
     button->setFocusPolicy(Qt::StrongFocus);
-    order.emplace_back(tool.place.tabIndex, button);
+    order.emplace_back(tool.geometry.tabIndex, button);
     return button;
 }
 
@@ -140,15 +140,15 @@ void frmMain::MakeToolRow() {
     chkSnapTo_ = MakeCheckButton(this, kSnapTo, tabOrder_);
 
     txtSnap_ = new SnapBox(this);
-    Place(txtSnap_, kSnapBox);
+    SetGeometry(txtSnap_, kSnapBox);
     txtSnap_->setToolTip("Snap Interval");
     txtSnap_->setAccessibleName("Snap Interval");
     tabOrder_.emplace_back(kSnapBox.tabIndex, txtSnap_);
 }
 
 void frmMain::MakeReadOuts() {
-    const auto placed = [](QLabel* label, const ControlPlace& place) {
-        Place(label, place);
+    const auto placed = [](QLabel* label, const ControlGeometry& geometry) {
+        SetGeometry(label, geometry);
         return label;
     };
     placed(new QLabel(this), kReadOutFrame)->setFrameStyle(QFrame::Panel | QFrame::Sunken);
@@ -167,7 +167,7 @@ void frmMain::MakeReadOuts() {
 
 void frmMain::MakeCanvas() {
     pbShape_ = new ShapeCanvas(this);
-    Place(pbShape_, kCanvas);
+    SetGeometry(pbShape_, kCanvas);
     tabOrder_.emplace_back(kCanvas.tabIndex, pbShape_);
     pbShape_->Pressed = [this](MouseButton button, float x, float y, bool another) {
         Guarded([&] {
