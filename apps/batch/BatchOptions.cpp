@@ -7,14 +7,14 @@
 #include <set>
 #include <string_view>
 
+#include "base/FileTags.h"
 #include "base/Text.h"
 
 namespace boreforge {
 
 namespace {
 
-const std::string kTrackExtension = ".zrtrack";
-const std::string kObjectExtension = ".3ds";
+constexpr std::string_view kObjectExtension = ".3ds";
 
 // "R,G,B" with numbers from 0 to 255, or "#rrggbb".
 std::optional<PackedColor> ParseColor(std::string_view text) {
@@ -58,7 +58,7 @@ std::optional<PresetShape> ParsePreset(const std::string& text) {
 std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }
 
 // Throws a usage error unless `path` has this extension.
-void RequireExtension(const std::string& path, const std::string& extension) {
+void RequireExtension(const std::string& path, std::string_view extension) {
     const std::string fault = path.empty() ? "A file's name is empty" : EndsIn(extension)(path);
     if (!fault.empty()) throw CLI::ValidationError(fault);
 }
@@ -85,7 +85,8 @@ std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
         if (!names.insert(name).second)
             throw CLI::ValidationError("--output-folder", "two tracks have the name '" + OneLine(name) + "'");
         const std::string output = options.OutputFolder + "/" + name;
-        jobs.push_back({track, output + kObjectExtension, options.NoTrack ? "" : output + kTrackExtension});
+        jobs.push_back({track, output + std::string(kObjectExtension),
+                        options.NoTrack ? "" : output + std::string(kTrackExtension)});
     }
     return jobs;
 }

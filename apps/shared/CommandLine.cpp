@@ -79,11 +79,11 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
     return application.add_option(name, path, description)->type_name(typeName)->check(notEmpty)->take_last();
 }
 
-CLI::Validator EndsIn(const std::string& extension) {
+CLI::Validator EndsIn(std::string_view extension) {
     return CLI::Validator(
         [extension](const std::string& path) {
-            const bool good = path.size() > extension.size() && ToLowerAscii(path).ends_with(extension);
-            return good ? "" : "'" + path + "' doesn't end in " + extension;
+            const bool good = path.size() > extension.size() && HasExtension(path, extension);
+            return good ? "" : "'" + path + "' doesn't end in " + std::string(extension);
         },
         "");
 }

@@ -44,8 +44,8 @@ CLI::Option* AddParsed(CLI::App& application, const std::string& name, Target& t
 CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string& path,
                      const std::string& typeName, const std::string& description);
 
-// Checks that an option's value is a file name that ends in `extension`, ASCII case ignored.
-CLI::Validator EndsIn(const std::string& extension);
+// Checks that an option's value is a file name with this extension, see HasExtension, which must stay valid.
+CLI::Validator EndsIn(std::string_view extension);
 
 // Prints a text, as Printable makes it, and a line end to standard error.
 void PrintError(const std::string& text);

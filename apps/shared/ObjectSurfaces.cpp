@@ -165,10 +165,8 @@ class SurfaceFinder {
         if (edge.size() == 2) patches_.Join(edge[0].face, edge[1].face);
     }
 
-    // A patch is a set of faces connected by edges with exactly two faces. A cap inside the wall is a patch:
-    // the edges where it meets the wall have three faces, two of the wall and one of the cap. Without either
-    // part of the wall those edges would have two faces as well, but the cap is the smallest of the three
-    // patches.
+    // A patch is a set of faces connected by edges with exactly two faces. At the edges of a cap inside the
+    // wall three patches meet: the cap and the two parts of the wall. The cap is the smallest of them.
     void FindInnerCaps() {
         std::vector<std::vector<Edge>> crowded(surfaces_.size());
         ForEachEdge([&](Edge edge) {

@@ -38,15 +38,15 @@ struct ObjectSurface {
     std::vector<std::uint32_t> Materials;  // indices, ascending
 
     bool IsClosed() const { return EdgeCount > 0 && OpenEdges == 0; }
-    // Double-sided walls have four faces at each edge, except at open ends and along the diagonals, which
-    // differ between the quads of the two sides.
+    // Double-sided walls have four faces at each edge. The exceptions are open ends and the diagonals of the
+    // quads, which the two sides split differently.
     bool IsDoubleSided() const { return DoubledEdges > 0 && 3 * DoubledEdges >= EdgeCount; }
     bool FacesWrongly() const { return Faces == Facing::Inwards || Faces == Facing::Mixed; }
 };
 
 // The surfaces of an object, in the order of their first faces. A tunnel across the start of the track has a
-// cap inside its wall there: faces without which every edge would have two faces. Facing and volume are those
-// of the surface without the cap.
+// cap inside its wall there, which gives the edges around it a third face. Facing and volume are those of the
+// surface without the cap.
 std::vector<ObjectSurface> FindSurfaces(const Object3DS& object);
 
 // The box around all points. There must be at least one.

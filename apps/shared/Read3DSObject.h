@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/Values.h"
 #include "base/Bytes.h"
+#include "base/Values.h"
 #include "tracing/mMath3D.h"
 
 namespace boreforge {

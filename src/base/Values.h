@@ -74,6 +74,11 @@ inline std::string ToLowerAscii(std::string text) {
     return text;
 }
 
+// Whether a path ends with an extension, given in lower case with its dot.
+inline bool HasExtension(std::string_view path, std::string_view extension) {
+    return ToLowerAscii(std::string(path)).ends_with(extension);
+}
+
 // The text after the last "/" or "\", or the whole path if it has neither.
 inline std::string_view BaseName(std::string_view path) {
     const std::size_t last = path.find_last_of("/\\");

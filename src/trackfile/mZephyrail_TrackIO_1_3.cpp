@@ -22,7 +22,6 @@ TrackFileOnDisk TrackOnDisk;
 
 namespace {
 
-constexpr std::string_view kExtension = ".zrtrack";
 constexpr std::int32_t kTagAndSizeBytes = 8;
 
 // A chunk's entry in the tree, made from its layout.
@@ -70,11 +69,6 @@ constexpr std::array kChunkTree{
 
 // Every chunk is always written, except the terrain of a track without one.
 bool IsWritten(const ChunkKind& kind) { return kind.tag != TeraLayout::Tag || TrackFile.HasTerrain; }
-
-bool HasTrackExtension(const std::string& path) {
-    return path.size() >= kExtension.size() &&
-           ToLowerAscii(path.substr(path.size() - kExtension.size())) == kExtension;
-}
 
 // The kind with this tag, or nullptr. The root is only known at the start of a file.
 const ChunkKind* KindBelowRoot(std::string_view tag) {
@@ -137,7 +131,7 @@ void FillTrackBytes() {
 
 Outcome ReadTrackFile(const std::string& path) {
     if (path.empty()) return Failure{.reason = "There is no such file."};
-    if (!HasTrackExtension(path)) return Failure{.reason = "Its name has the wrong extension."};
+    if (!HasExtension(path, kTrackExtension)) return Failure{.reason = "Its name has the wrong extension."};
     const Failure noMemory = SystemFailure(ENOMEM);
     Bytes content;
     FileState state;
@@ -190,7 +184,7 @@ Outcome TrackSave::PutInPlace() {
 }
 
 std::string TrackSavePath(const std::string& path) {
-    return HasTrackExtension(path) ? path : path + std::string(kExtension);
+    return HasExtension(path, kTrackExtension) ? path : path + std::string(kTrackExtension);
 }
 
 void ResetTrackFile() {
