@@ -4,10 +4,9 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
-
-#include <utility>
+#include <QStyle>
+#include <QStyleOptionFrame>
 
 namespace boreforge {
 
@@ -50,59 +49,43 @@ class ListAccess : public QAccessibleWidget {
     QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
     void doAction(const QString& action) override {
         if (!actionNames().contains(action)) return;
-        list_->view()->isVisible() ? list_->hidePopup() : list_->showPopup();
+        if (list_->view()->isVisible())
+            list_->hidePopup();
+        else
+            list_->showPopup();
     }
 
   private:
     NamedList* list_;
 };
 
-class SwatchAccess : public QAccessibleWidget {
-  public:
-    explicit SwatchAccess(Swatch* swatch) : QAccessibleWidget(swatch, QAccessible::Button), swatch_(swatch) {}
-
-    QStringList actionNames() const override { return {pressAction(), setFocusAction()}; }
-    void doAction(const QString& action) override {
-        action == pressAction() ? swatch_->Pressed() : QAccessibleWidget::doAction(action);
-    }
-
-  private:
-    Swatch* swatch_;
-};
-
 QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
     if (auto* const list = dynamic_cast<NamedList*>(object)) return new ListAccess(list);
-    if (auto* const swatch = dynamic_cast<Swatch*>(object)) return new SwatchAccess(swatch);
     return nullptr;
 }
 
 }  // namespace
 
-Swatch::Swatch(QWidget* parent) : QLabel(parent) {
-    QAccessible::installFactory(MakeAccess);
+Swatch::Swatch(QWidget* parent) : QAbstractButton(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
 }
 
-void Swatch::keyPressEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space) return QLabel::keyPressEvent(event);
-    if (!event->isAutoRepeat()) spaceDown_ = true;
+void Swatch::ShowColor(const QColor& color) {
+    color_ = color;
+    setAccessibleDescription(color.name());
+    update();
 }
 
-// Like a button, on the release: the dialog would take the repeated presses of a key that is still down.
-void Swatch::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() != Qt::Key_Space) return QLabel::keyReleaseEvent(event);
-    if (!event->isAutoRepeat() && std::exchange(spaceDown_, false)) Pressed();
-}
-
-void Swatch::mousePressEvent(QMouseEvent*) {}
-
-void Swatch::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Pressed();
-}
-
-void Swatch::paintEvent(QPaintEvent* event) {
-    QLabel::paintEvent(event);
+void Swatch::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), color_);
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.frameShape = QFrame::Panel;
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, this);
     DrawFocusFrame(*this);
 }
 

@@ -1,30 +1,25 @@
 // Qt's controls adapted to the settings dialog. Each works without a mouse and shows when it has the focus.
 #pragma once
 
+#include <QAbstractButton>
+#include <QColor>
 #include <QComboBox>
-#include <QLabel>
 #include <QScrollBar>
-
-#include <functional>
 
 namespace boreforge {
 
-// A label that shows a colour. A click and the space bar run `Pressed`.
-class Swatch : public QLabel {
+// A button that shows a colour, which it tells screen readers as "#rrggbb".
+class Swatch : public QAbstractButton {
   public:
     explicit Swatch(QWidget* parent);
 
-    std::function<void()> Pressed;
+    void ShowColor(const QColor& color);
 
   protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    bool spaceDown_ = false;
+    QColor color_;
 };
 
 // A scroll bar for 0 to 100 percent. Left and Up subtract 1, Right and Down add 1, Page Up and Page Down

@@ -143,12 +143,11 @@ void frmTunnelSettings::MakeTunnelFrame() {
     QGroupBox* const color = MakeFrame(settings, kFrame1, "Tunnel Color");
     lblTColor_ = new Swatch(color);
     SetGeometry(lblTColor_, kTColor);
-    lblTColor_->Pressed = [this] { Guarded([this] { ChooseTunnelColor(); }); };
-    lblTColor_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    lblTColor_->setAutoFillBackground(true);
+    connect(lblTColor_, &QAbstractButton::clicked, this,
+            [this] { Guarded([this] { ChooseTunnelColor(); }); });
     lblTColor_->setAccessibleName("Tunnel Color");
     tabOrder_.emplace_back(kTColor.tabIndex, lblTColor_);
-    ShowTunnelColor();
+    lblTColor_->ShowColor(ToQColor(color_));
 
     QGroupBox* const detail = MakeFrame(settings, kFrame4, "Tunnel Curvature Detail");
     cmbDetail_ = new NamedList(detail);
@@ -242,13 +241,7 @@ void frmTunnelSettings::ChooseTunnelColor() {
     arguments.Owner = this;
     if (!ShowColorDialog(arguments)) return;
     color_ = arguments.Color;
-    ShowTunnelColor();
-}
-
-void frmTunnelSettings::ShowTunnelColor() {
-    QPalette palette = lblTColor_->palette();
-    palette.setColor(QPalette::Window, ToQColor(color_));
-    lblTColor_->setPalette(palette);
+    lblTColor_->ShowColor(ToQColor(color_));
 }
 
 }  // namespace boreforge

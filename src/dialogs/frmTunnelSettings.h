@@ -39,7 +39,6 @@ class frmTunnelSettings : public QDialog {
     void MakeButtons();
     void Make();
     void ChooseTunnelColor();
-    void ShowTunnelColor();
 
     PackedColor color_ = TunnelChoices().Color;
     Swatch* lblTColor_ = nullptr;

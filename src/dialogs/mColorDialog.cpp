@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-std::array<PackedColor, 16> CustomColors{};
+std::array<PackedColor, kCustomColors> CustomColors{};
 bool CustomColorsReady = false;
 std::int32_t (*ChooseColor)(ColorDialogArguments& record) = QtColorDialog;
 
@@ -40,21 +40,21 @@ PackedColor SystemColor(int index) {
 }
 
 std::int32_t QtColorDialog(ColorDialogArguments& record) {
-    for (int i = 0; const PackedColor color : CustomColors)
-        QColorDialog::setCustomColor(i++, ToQColor(color));
+    for (int i = 0; i < kCustomColors; ++i)
+        QColorDialog::setCustomColor(i, ToQColor(CustomColors[i]));
     QColorDialog dialog(ToQColor(record.Color), record.Owner);
     dialog.setOption(QColorDialog::DontUseNativeDialog);  // native dialogs don't offer the custom colours
     const bool chosen = dialog.exec() == QDialog::Accepted;
-    for (int i = 0; PackedColor & color : CustomColors)
-        color = ToPackedColor(QColorDialog::customColor(i++));
+    for (int i = 0; i < kCustomColors; ++i)
+        CustomColors[i] = ToPackedColor(QColorDialog::customColor(i));
     if (chosen) record.Color = ToPackedColor(dialog.selectedColor());
     return chosen ? 1 : 0;
 }
 
 bool ShowColorDialog(ColorDialogArguments& arguments) {
     if (!CustomColorsReady) {
-        for (int i = 0; PackedColor & color : CustomColors)
-            color = SystemColor(i++);
+        for (int i = 0; i < kCustomColors; ++i)
+            CustomColors[i] = SystemColor(i);
         CustomColorsReady = true;
     }
     arguments.Flags = FlagsOf(arguments);

@@ -12,7 +12,8 @@ namespace boreforge {
 
 // The dialog's 16 slots for the user's own colours. The first dialog fills them with the first 16 system
 // colours; the user's changes then last until the program ends.
-extern std::array<PackedColor, 16> CustomColors;
+inline constexpr int kCustomColors = 16;
+extern std::array<PackedColor, kCustomColors> CustomColors;
 extern bool CustomColorsReady;  // the slots have been filled
 
 // Dialog flags, with the same values as for the platform's own dialog.
