@@ -1,111 +1,63 @@
-// The speed of looking at finished objects: the viewer's start, turning a large object, and the check. Needs
-// a display. The table continues that of canvas_bench.
+// The time until the viewer's first picture. Needs a display.
 #include <QApplication>
-#include <QEventLoop>
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
 
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <string>
-
-#include "check/Report.h"
+#include "Measure.h"
 #include "editor/TunnelShapeFile.h"
-#include "inputs.h"
 #include "job/mMain.h"
-#include "platform/Files.h"
-#include "ratio_table.h"
 #include "view/ViewWindow.h"
 
 using namespace boreforge;
 
 namespace {
 
-using benchmark::State;
-
-std::string ObjectOf(const std::string& name) { return WorkFile(name + ".3ds"); }
-
 // Makes the object of a sample track with a sample shape.
-bool MakeObject(const std::string& name) {
+bool MakeObject(const std::string& path) {
     return LoadTunnelShape(BOREFORGE_PROJECT "/elements/horseshoe.zrbf") &&
-           OpenTrack(BOREFORGE_PROJECT "/tracks/" + name + "-circuit.zrtrack") &&
-           BuildTunnelObject(DeriveJobSettings({}, ObjectOf(name))) && WriteTunnelObject(ObjectOf(name));
+           OpenTrack(BOREFORGE_PROJECT "/tracks/small-circuit.zrtrack") &&
+           BuildTunnelObject(DeriveJobSettings({}, path)) && WriteTunnelObject(path);
 }
 
-// A whole process, which ends after its first picture.
-double TimeStart(State& state, std::string what) {
-    std::string program = BOREFORGE_VIEW_START;
-    char* const arguments[] = {program.data(), what.data(), nullptr};
-    return Timed(state, [&] {
-        pid_t child = 0;
-        int status = -1;
-        return ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ) == 0 &&
-               ::waitpid(child, &status, 0) == child && status == 0;
-    });
+// Runs this program with an argument.
+void MeasureStart(benchmark::State& state, const std::string& what) {
+    const QStringList arguments(QString::fromStdString(what));
+    Measure(state, [&] { return QProcess::execute(QApplication::applicationFilePath(), arguments) == 0; });
 }
 
-// Waits until the window has drawn what it was last told.
-void WaitForFrame(QQuickWindow& window) {
-    QEventLoop loop;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-    loop.exec();
-}
-
-double TimeTurn(State& state, const std::string& object) {
-    ViewScene scene;
-    const bool opened{scene.OpenObject(object)};
-    ViewWindow window(scene);
+int ShowUntilDrawn(QQuickWindow& window) {
     window.resize(1280, 720);
+    QObject::connect(&window, &QQuickWindow::frameSwapped, qApp, &QApplication::quit, Qt::QueuedConnection);
     window.show();
-    constexpr int kFrames = 20;
-    for (int i = 0; i < 5; ++i) {  // the first ones also prepare what is drawn
-        scene.Drag(4, 0, false);
-        WaitForFrame(window);
+    return QApplication::exec();
+}
+
+// Shows the viewer with an object, or a Qt Quick window without content.
+int Show(const std::string& what) {
+    if (what == "empty") {
+        QQuickView window;
+        window.setResizeMode(QQuickView::SizeRootObjectToView);
+        QQmlComponent component(window.engine());
+        component.setData("import QtQuick\nItem {}", QUrl());
+        window.setContent(QUrl(), &component, component.create());
+        return ShowUntilDrawn(window);
     }
-    state.counters[kEach] = kFrames;
-    return Timed(state, [&] {
-        for (int i = 0; i < kFrames; ++i) {
-            scene.Drag(4, 0, false);
-            WaitForFrame(window);
-        }
-        return opened;
-    });
+    ViewScene scene;
+    if (!scene.OpenObject(what)) return 1;
+    ViewWindow window(scene);
+    return ShowUntilDrawn(window);
 }
-
-double TimeCheck(State& state, const std::string& object) {
-    return Timed(state, [&] {
-        Bytes file;
-        return ReadWholeFile(object, file) && Examine(object, file).Result == Verdict::Sound;
-    });
-}
-
-double TimeRead(State& state, const std::string& object) {
-    return Timed(state, [&] {
-        Bytes file;
-        return ReadWholeFile(object, file) && !file.empty();
-    });
-}
-
-constexpr RatioRow kRows[] = {
-    {"start of the viewer to its first picture", "ms", 1e-3, "start to an empty Quick window", 3},
-    {"frame while 250,000 faces turn", "ms", 1e-3, "frame while 6,000 faces turn"},
-    {"check of 250,000 faces", "ms", 1e-3, "reading them"},
-};
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    int own = 1;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
-    QApplication application(own, arguments);
-    const std::string small = ObjectOf("small"), large = ObjectOf("long");
-    if (!MakeObject("small") || !MakeObject("long")) return 1;
-    AddCase("start of the viewer to its first picture",
-            [=](State& state) { return TimeStart(state, small); });
-    AddCase("start to an empty Quick window", [](State& state) { return TimeStart(state, "empty"); });
-    AddCase("frame while 6,000 faces turn", [=](State& state) { return TimeTurn(state, small); });
-    AddCase("frame while 250,000 faces turn", [=](State& state) { return TimeTurn(state, large); });
-    AddCase("check of 250,000 faces", [=](State& state) { return TimeCheck(state, large); });
-    AddCase("reading them", [=](State& state) { return TimeRead(state, large); });
-    return RunCases(count, arguments, kRows, {}, false);
+    const QApplication application(count, arguments);
+    if (count == 2 && *arguments[1] != '-') return Show(arguments[1]);
+    const std::string object = WorkFile("view.3ds");
+    if (!MakeObject(object)) return 1;
+    AddCase("start of the viewer to its first picture", MeasureStart, object);
+    AddCase("start to an empty Quick window", MeasureStart, "empty");
+    return RunCases(count, arguments);
 }

@@ -10,33 +10,11 @@
 #include "platform/FileCalls.h"
 #include "shared/Read3DSObject.h"
 #include "support/CoreTest.h"
+#include "support/LiteralScan.h"
 
 namespace boreforge {
 
 using ExportTest = CoreTest;
-
-// The rule for shared vertices, taken literally: one scan of all stored vertices, of which the last match
-// wins; what was not found is appended.
-struct Scan {
-    std::vector<Vector3D> points;
-    std::vector<float> coords;
-    std::vector<MeshFace> faces;
-
-    void Add(const Vector3D (&corners)[3], float coord) {
-        std::int16_t found[3] = {-1, -1, -1};
-        for (std::size_t i = 0; i < points.size(); ++i)
-            for (int c = 0; c < 3; ++c)
-                if (points[i].x == corners[c].x && points[i].y == corners[c].y && points[i].z == corners[c].z)
-                    found[c] = static_cast<std::int16_t>(i);
-        for (int c = 0; c < 3; ++c) {
-            if (found[c] >= 0) continue;
-            found[c] = static_cast<std::int16_t>(points.size());
-            points.push_back(corners[c]);
-            coords.push_back(coord);
-        }
-        faces.push_back({found[0], found[1], found[2]});
-    }
-};
 
 TEST_F(ExportTest, VerticesAreSharedAsByALiteralScan) {
     std::mt19937 random(7);
@@ -44,7 +22,7 @@ TEST_F(ExportTest, VerticesAreSharedAsByALiteralScan) {
     const float odd[] = {0.0f, -0.0f, 1.0f, std::nextafter(1.0f, 2.0f), -1.0f, 1e-42f, inf, nan};
     const auto number = [&] { return random() % 2 ? odd[random() % 8] : static_cast<float>(random() % 23); };
     std::vector<Vector3D> ring(40);
-    std::vector<Scan> scans(1);
+    std::vector<LiteralScan> scans(1);
     BeginObject("PART", 3, true, false);
     for (int i = 0; i < 23'000; ++i) {
         if (i % 16 == 0) ring[random() % 40] = {number(), number(), number()};
