@@ -121,62 +121,54 @@ bool CopyFile(const std::string& from) {
     }
 }
 
-// Replaces the open track with one of about `bytes` bytes: a fifth each for path and segments of all kinds,
-// scenery points, scenery objects, structure records and the terrain.
-void BuildLargeTrack(int bytes) {
-    const auto fifthOf = [bytes](int recordBytes) { return bytes / 5 / recordBytes; };
-    BuildCircuit(fifthOf(60 + 33 + (4 + 130 + 40 + 32 + 54) / 5), 8);
+// Makes a track file of about `bytes` bytes: a fifth each for path and segments of all kinds, scenery points,
+// scenery objects, structure records and the terrain.
+bool MakeLargeTrack(const std::string& path, int bytes) {
+    const auto fifthOf = [bytes](int recordBytes) { return std::size_t(bytes / 5 / recordBytes); };
+    BuildCircuit(int(fifthOf(60 + 33 + (4 + 130 + 40 + 32 + 54) / 5)), 8);
     std::int32_t kind = 0;
     for (TrackSegment& segment : TrackFile.Segments)
         segment.SegmentKind = kind++ % 5;
-    const auto points = static_cast<std::size_t>(fifthOf(64)),
-               objects = static_cast<std::size_t>(fifthOf(112));
-    const auto structures = static_cast<std::size_t>(fifthOf(92 + (4 + 3 * 24) + 28 + 48 + (28 + 16)));
-    TrackFile.SceneryPoints.assign(points, {1, 2, 3, 0.5f, 4});
-    TrackFile.SceneryObjects.assign(objects,
+    TrackFile.SceneryPoints.assign(fifthOf(64), {1, 2, 3, 0.5f, 4});
+    TrackFile.SceneryObjects.assign(fifthOf(112),
                                     {"station-building.3ds", "dummy", {1, 0, 0, 0, 1}, {2, 0, 1}, {}});
+    const std::size_t structures = fifthOf(92 + (4 + 3 * 24) + 28 + 48 + (28 + 16));
     TrackFile.FundRecords.assign(structures, {{2, 0, 1}, kTrue, 3, kFalse, 1});
     TrackFile.RascRecords.assign(structures, {{{1, 2}, {3, 4}, {5, 6}}});
     TrackFile.FrenRecords.assign(structures, {{3, 1, 0}});
     TrackFile.TubeRecords.assign(structures, {1, 2, 3, 4, 5, 6, 7, 8, 9});
     TrackFile.CatwRecords.assign(structures, {1, 2, 3, 4, 5, 6, 16});
     TrackFile.HasTerrain = kTrue;
-    TrackFile.TerrainWidth = fifthOf(4);
+    TrackFile.TerrainGrid.assign(fifthOf(4), 7);
+    TrackFile.TerrainWidth = std::int32_t(fifthOf(4));
     TrackFile.TerrainDepth = 1;
-    TrackFile.TerrainGrid.assign(static_cast<std::size_t>(TrackFile.TerrainWidth), 7);
-}
-
-// Makes the track if it isn't there yet.
-std::string LargeTrack(int megabytes) {
-    const std::string path = WorkFile(std::to_string(megabytes) + ".zrtrack");
-    if (std::filesystem::exists(path)) return path;
-    BuildLargeTrack(megabytes * 1'000'000);
-    return WriteTrackFile(path) ? path : "";
+    return bool(WriteTrackFile(path));
 }
 
 bool LoadAndSave(const std::string& track) {
     return ReadTrackFile(track) && WriteTrackFile(WorkFile("job.zrtrack"));
 }
 
-void MeasureOnTrack(State& state, bool (*work)(const std::string&), int megabytes, bool flush) {
-    const auto prepare = [&] { StartAfresh(flush); };
-    Measure(
-        state, [&, track = LargeTrack(megabytes)] { return work(track); }, prepare);
+void MeasureOnTrack(State& state, bool (*work)(const std::string&), const std::string& track, bool flush) {
+    const auto workOnTrack = [&] { return work(track); };
+    Measure(state, workOnTrack, [flush] { StartAfresh(flush); });
 }
 
 // --- The job
 
-constexpr int kLongCircuit = 0;  // the sample track, in place of a number of pieces
-constexpr int kPieces = 54, kManyPieces = 40 * kPieces;
+struct Tunnel {
+    int pieces;  // of a circuit; 0: the sample track
+    int nodes;   // of a round shape
+};
+constexpr Tunnel kLongCircuit{0, 32}, kSmall{54, 32}, kLarge{40 * 54, 32};
 
-// Prepares the shape and the traced track of a job. A job saves the track to another file, so that the next
-// one starts with the same.
-void OpenJob(int pieces, int nodes, bool flush) {
+// The job saves its track to another file, so that the next one starts with the same.
+void OpenJob(Tunnel tunnel, bool flush) {
     StartAfresh(flush);
-    MakeRoundShape(nodes, 3);
-    if (pieces != kLongCircuit) BuildCircuit(pieces, 20);
-    TrackLoaded = pieces != kLongCircuit ? TraceTrack()
-                                         : bool(OpenTrack(BOREFORGE_PROJECT "/tracks/long-circuit.zrtrack"));
+    MakeRoundShape(tunnel.nodes, 3);
+    BuildCircuit(tunnel.pieces, 20);
+    TrackLoaded = TraceTrack();
+    if (tunnel.pieces == 0) (void)OpenTrack(BOREFORGE_PROJECT "/tracks/long-circuit.zrtrack");
     TrackFilePath = WorkFile("job.zrtrack");
 }
 
@@ -187,24 +179,23 @@ bool RunJob() {
     return bool(RunTunnelJob(DeriveJobSettings(choices, WorkFile("job.3ds"))));
 }
 
-void MeasureJob(State& state, int pieces, int nodes, bool flush) {
-    Measure(state, RunJob, [&] { OpenJob(pieces, nodes, flush); });
+void MeasureJob(State& state, Tunnel tunnel, bool flush) {
+    Measure(state, RunJob, [&] { OpenJob(tunnel, flush); });
     std::int64_t faces = 0;
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         faces += mesh.FaceCount();
     state.SetItemsProcessed(state.iterations() * faces);
 }
 
-// Isn't flushed to the disk.
+// The copy isn't flushed to the disk.
 void MeasureCopyOfObject(State& state) {
-    OpenJob(kLongCircuit, 32, false);
-    const std::string object = RunJob() ? WorkFile("job.3ds") : "";
-    Measure(
-        state, [&] { return CopyFile(object); }, [] { ::unlink(WorkFile("copy").c_str()); });
+    OpenJob(kLongCircuit, false);
+    const auto copy = [object = RunJob() ? WorkFile("job.3ds") : ""] { return CopyFile(object); };
+    Measure(state, copy, [] { ::unlink(WorkFile("copy").c_str()); });
 }
 
 void MeasureTrace(State& state) {
-    BuildCircuit(kManyPieces, 20);
+    BuildCircuit(kLarge.pieces, 20);
     Measure(state, TraceTrack);
     std::int64_t points = 0;
     for (const TracedSegment& traced : TracedSegments)
@@ -212,11 +203,8 @@ void MeasureTrace(State& state) {
     state.SetItemsProcessed(state.iterations() * points);
 }
 
-// --- Memory
-
-// The peak of a child process. It starts with the pages of this one, which are few after StartAfresh.
-template <class Work>
-void MeasureMemory(State& state, Work work) {
+// The peak memory of a child process. It starts with the pages of this one, which are few after StartAfresh.
+void MeasureMemory(State& state, bool (*work)()) {
     for (auto _ : state) {
         StartAfresh(true);
         const pid_t child = ::fork();
@@ -229,35 +217,33 @@ void MeasureMemory(State& state, Work work) {
     }
 }
 
-void MeasureMemoryOfTrack(State& state) {
-    MeasureMemory(state, [track = LargeTrack(100)] { return LoadAndSave(track); });
-}
-
-void MeasureMemoryOfJob(State& state) {
-    MeasureMemory(state, [] { return OpenJob(kManyPieces, 32, true), RunJob(); });
-}
-
 }  // namespace
 
 int main(int count, char** arguments) {
     AddCase("AddFace", MeasureFill, FillByFaces);
     AddCase("sweep of a wall", MeasureFill, FillBySweep);
     AddCase("literal scan", MeasureScan);
-    for (const int megabytes : {50, 100})
-        for (const bool flush : {true, false}) {
-            const std::string size = (flush ? ", " : " unflushed, ") + std::to_string(megabytes) + " MB";
-            AddCase("load and save" + size, MeasureOnTrack, LoadAndSave, megabytes, flush);
-            AddCase("copy" + size, MeasureOnTrack, CopyFile, megabytes, flush);
-        }
-    AddCase("memory of load and save, 100 MB", MeasureMemoryOfTrack);
-    AddCase("job on the long circuit", MeasureJob, kLongCircuit, 32, true);
+    for (const int megabytes : {50, 100}) {
+        const std::string size = std::to_string(megabytes) + " MB", track = WorkFile(size + ".zrtrack");
+        if (!MakeLargeTrack(track, megabytes * 1'000'000)) return 1;
+        AddCase("load and save, " + size, MeasureOnTrack, LoadAndSave, track, true);
+        AddCase("copy, " + size, MeasureOnTrack, CopyFile, track, true);
+        AddCase("load and save unflushed, " + size, MeasureOnTrack, LoadAndSave, track, false);
+        AddCase("copy unflushed, " + size, MeasureOnTrack, CopyFile, track, false);
+    }
+    AddCase("memory of load and save, 100 MB", MeasureMemory,
+            [] { return LoadAndSave(WorkFile("100 MB.zrtrack")); });
+    AddCase("job on the long circuit", MeasureJob, kLongCircuit, true);
     AddCase("copy of its object", MeasureCopyOfObject);
     // How the time for a face grows, without the flush:
-    AddCase("job of 250,000 faces", MeasureJob, kPieces, 32, false);
-    AddCase("job of 10 million faces", MeasureJob, kManyPieces, 32, false);
+    AddCase("job of 250,000 faces", MeasureJob, kSmall, false);
+    AddCase("job of 10 million faces", MeasureJob, kLarge, false);
     for (const int nodes : {8, 32, 128, 512})
-        AddCase("job of " + std::to_string(nodes) + " nodes", MeasureJob, kPieces, nodes, false);
-    AddCase("memory of 10 million faces", MeasureMemoryOfJob);
+        AddCase("job of " + std::to_string(nodes) + " nodes", MeasureJob, Tunnel{54, nodes}, false);
+    AddCase("memory of 10 million faces", MeasureMemory, [] {
+        OpenJob(kLarge, true);
+        return RunJob();
+    });
     AddCase("Bezier points of a trace", MeasureTrace);
     return RunCases(count, arguments);
 }
