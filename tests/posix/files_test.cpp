@@ -1,3 +1,4 @@
+// What a save replaces, what it refuses, and whose the new file is.
 #include "platform/Files.h"
 
 #include <sys/stat.h>
@@ -8,114 +9,256 @@
 #include <functional>
 
 #include "platform/OutputFile.h"
-#include "platform/Paths.h"
 #include "support/CoreTest.h"
 
 namespace boreforge {
 
 namespace fs = std::filesystem;
 
-const Bytes kContent(3000, 'c');
+const Bytes kOld(3000, 'o'), kNew(2000, 'n');
+const std::string kChanged = "It was changed by another program.";
 
-using FilesTest = CoreTest;
+template <int error>
+int FailWith() {
+    errno = error;
+    return -1;
+}
 
-TEST_F(FilesTest, WhatCantBeReadIsRefusedWithItsReason) {
+class FilesTest : public CoreTest {
+  protected:
+    Outcome Save(const SaveRules& rules = {}) { return SaveWholeFile(path, kNew, rules); }
+    unsigned Mode() const {
+        struct stat info {};
+        EXPECT_EQ(::stat(path.c_str(), &info), 0);
+        return info.st_mode & 07777;
+    }
+    const std::string path = In("f");
+};
+
+TEST_F(FilesTest, WhatIsNoFileIsNeitherReadNorReplaced) {
     fs::create_directory(In("folder"));
     fs::create_symlink("ring", In("ring"));
+    fs::create_symlink("new", In("dangling"));
     ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
-    WriteBytes(In("huge"), {});
-    fs::resize_file(In("huge"), std::uintmax_t{1} << 31);
+    const auto before = Listing();
     const struct {
-        const char *name, *reason;
-    } cases[] = {{"folder", "It is not a regular file."},
-                 {"pipe", "It is not a regular file."},
-                 {"absent/f", "There is no such file."},
-                 {"ring", "Too many levels of symbolic links."},
-                 {"huge", "It is too large to be read."}};
-    for (const auto& [name, reason] : cases) {
-        Bytes content = kContent;
-        EXPECT_EQ(TextOf(ReadWholeFile(In(name), content)), reason) << name;
+        const char *name, *whenRead, *whenSaved;
+    } cases[] = {
+        {"folder", "It is not a regular file.", "Is a directory."},
+        {"folder/", "It is not a regular file.", "Is a directory."},
+        {"pipe", "It is not a regular file.", "It is not a regular file."},
+        {"absent/f", "There is no such file.", "No such file or directory."},
+        {"ring", "Too many levels of symbolic links.", "Too many levels of symbolic links."},
+        {"dangling", "There is no such file.", "It is a link that leads nowhere."},
+    };
+    for (const auto& [name, whenRead, whenSaved] : cases) {
+        Bytes content = kOld;
+        EXPECT_EQ(TextOf(ReadWholeFile(In(name), content)), whenRead) << name;
         EXPECT_TRUE(content.empty()) << name;
+        EXPECT_EQ(TextOf(SaveWholeFile(In(name), kNew)), whenSaved) << name;
+    }
+    EXPECT_EQ(Listing(), before);
+}
+
+TEST_F(FilesTest, AFileOfTwoGibibytesIsTooLargeToBeRead) {
+    WriteBytes(path, {});
+    fs::resize_file(path, std::uintmax_t{1} << 31);
+    Bytes content;
+    EXPECT_EQ(TextOf(ReadWholeFile(path, content)), "It is too large to be read.");
+}
+
+TEST_F(FilesTest, TheWholeNewFileIsOnTheDiskBeforeItReplacesTheOldOne) {
+    static std::int64_t flushed;
+    flushed = 0;
+    WriteBytes(path, kOld);
+    fileCalls.flush = [](int file) {
+        FileInfo info;
+        EXPECT_EQ(SystemFileCalls().inspect(file, &info), 0);
+        flushed = info.size;
+        return SystemFileCalls().flush(file);
+    };
+    fileCalls.replaceIn = [](int folder, const char* from, const char* to) {
+        EXPECT_EQ(flushed, std::ssize(kNew));
+        return SystemFileCalls().replaceIn(folder, from, to);
+    };
+    EXPECT_TRUE(Save());
+    EXPECT_EQ(ReadBytes(path), kNew);
+}
+
+TEST_F(FilesTest, AFullDiskIsNoticedBeforeAnythingIsWritten) {
+    fileCalls.reserve = [](int, std::int64_t) { return FailWith<ENOSPC>(); };
+    fileCalls.write = [](int, const void*, std::size_t) -> std::int64_t { return FailWith<EIO>(); };
+    EXPECT_EQ(TextOf(Save()), "No space left on device.");
+}
+
+TEST_F(FilesTest, ReservingWhereTheSystemCantIsNoFailure) {
+    const OpenFile device(fileCalls.open("/dev/null", OpenFor::ReadingAndWriting));
+    EXPECT_EQ(fileCalls.reserve(device.Get(), 1000), 0);
+}
+
+TEST_F(FilesTest, ASystemThatWritesNothingIsAFailure) {
+    fileCalls.write = [](int, const void*, std::size_t) -> std::int64_t { return 0; };
+    EXPECT_EQ(TextOf(Save()), "Input/output error.");
+}
+
+TEST_F(FilesTest, AFolderThatCantBeFlushedIsAFailureOnlyIfTheDiskFails) {
+    const struct {
+        int (*flush)(int);
+        const char* reason;
+    } cases[] = {{[](int) { return FailWith<EIO>(); }, "Input/output error."},
+                 {[](int) { return FailWith<ENOSPC>(); }, "No space left on device."},
+                 {[](int) { return FailWith<EINVAL>(); }, ""},   // this file system can't flush folders
+                 {[](int) { return FailWith<EACCES>(); }, ""}};  // a folder that can't be listed
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path));
+    for (const auto& [flush, reason] : cases) {
+        fileCalls.flushFolder = flush;
+        EXPECT_EQ(TextOf(file.FlushFolder()), reason);
     }
 }
 
-TEST_F(FilesTest, PathsAreTheSameWhenTheyLeadToTheSameFile) {
-    fs::create_directory(In("folder"));
-    WriteBytes(In("folder/real"), kContent);
-    fs::create_symlink("folder/real", In("link"));
+TEST_F(FilesTest, WhatAnotherProgramDoesWithTheFileDuringTheSaveStays) {
     const struct {
-        const char *one, *other;
-        bool same;
-    } cases[] = {{"link", "folder/../folder/real", true},
-                 {"new", "folder/../new", true},
-                 {"new", "NEW", true},
-                 {"new", "folder/new", false},
-                 {"folder", "new", false},
-                 {"link", "new", false}};
-    for (const auto& [one, other, same] : cases)
-        EXPECT_EQ(SameFile(In(one), In(other)), same) << one << ' ' << other;
+        const char* name;
+        bool existed, exists;
+        std::function<void()> change;
+    } cases[] = {
+        {"made", false, true, [&] { WriteBytes(path, kOld); }},
+        {"removed", true, false, [&] { fs::remove(path); }},
+        {"changed", true, true, [&] { WriteBytes(path, {1}); }},
+        {"replaced", true, true, [&] { fs::remove(path), WriteBytes(path, kOld); }},
+        {"given other permissions", true, true, [&] { fs::permissions(path, fs::perms(0600)); }},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        fs::remove(path);
+        if (row.existed) WriteBytes(path, kOld);
+        OutputFile saved;
+        ASSERT_TRUE(saved.Open(path));
+        ASSERT_TRUE(saved.Complete());
+        row.change();
+        EXPECT_EQ(TextOf(saved.PutInPlace()), kChanged);
+        EXPECT_EQ(fs::exists(path), row.exists);
+    }
 }
 
 // A save over a file that was read before.
-class ReadFileTest : public CoreTest {
+class ReadFileTest : public FilesTest {
   protected:
     ReadFileTest() {
-        WriteBytes(path_, kContent);
+        WriteBytes(path, kOld);
         Bytes content;
-        EXPECT_TRUE(ReadWholeFile(path_, content, &asRead_));
+        EXPECT_TRUE(ReadWholeFile(path, content, &asRead));
     }
-    std::string Refusal() { return TextOf(SaveWholeFile(path_, kContent, {.asRead = &asRead_})); }
-    const std::string path_ = In("f");
-    FileState asRead_;
+    std::string Refusal() { return TextOf(Save({.asRead = &asRead})); }
+    FileState asRead;
 };
-
-const std::string kChanged = "It was changed by another program.";
 
 TEST_F(ReadFileTest, IsReplacedIfItsContentIsAsItWasRead) {
     const struct {
         const char* name;
         std::function<void()> change;
         std::string reason;
-    } cases[] = {{"untouched", [] {}, ""},
-                 {"made again", [&] { fs::remove(path_), WriteBytes(path_, kContent); }, ""},
-                 {"longer", [&] { WriteBytes(path_, Bytes(kContent.size() + 1, 'c')); }, kChanged},
-                 {"of the same length", [&] { WriteBytes(path_, Bytes(kContent.size(), 'd')); }, kChanged},
-                 {"removed", [&] { fs::remove(path_); }, kChanged}};
+    } cases[] = {{"made again", [&] { fs::remove(path), WriteBytes(path, kOld); }, ""},
+                 {"longer", [&] { WriteBytes(path, Bytes(kOld.size() + 1, 'o')); }, kChanged},
+                 {"of the same length", [&] { WriteBytes(path, Bytes(kOld.size(), 'd')); }, kChanged},
+                 {"removed", [&] { fs::remove(path); }, kChanged}};
     for (const auto& row : cases) {
         row.change();
         EXPECT_EQ(Refusal(), row.reason) << row.name;
+        WriteBytes(path, kOld);
     }
 }
 
-TEST_F(ReadFileTest, ChangedDuringTheSaveStays) {
-    OutputFile file;
-    ASSERT_TRUE(file.Open(path_, {.asRead = &asRead_}));
-    ASSERT_TRUE(file.Complete());
-    // The times agree, as on a disk that stores them in steps of seconds.
-    static FileInfo before;
-    before = asRead_.info;
-    WriteBytes(path_, Bytes(kContent.size(), 'd'));
-    fileCalls.inspect = [](int number, FileInfo* info) {
-        const int result = SystemFileCalls().inspect(number, info);
-        info->modified = before.modified;
-        info->changed = before.changed;
+TEST_F(ReadFileTest, ChangedDuringTheSaveStaysOnADiskWithoutTimes) {
+    fileCalls.inspect = [](int file, FileInfo* info) {
+        const int result = SystemFileCalls().inspect(file, info);
+        info->modified = info->changed = 0;
         return result;
     };
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path, {.asRead = &asRead}));
+    ASSERT_TRUE(file.Complete());
+    WriteBytes(path, Bytes(kOld.size(), 'd'));
     EXPECT_EQ(TextOf(file.PutInPlace()), kChanged);
 }
 
+TEST_F(ReadFileTest, ThatCantBeReadAgainIsRefusedWithTheReason) {
+    fileCalls.read = [](int, void*, std::size_t) -> std::int64_t { return FailWith<EIO>(); };
+    EXPECT_EQ(Refusal(), "Input/output error.");
+}
+
 TEST_F(ReadFileTest, HeldByAnotherInstanceIsRefused) {
-    const OpenFile other(fileCalls.open(path_.c_str(), OpenFor::Reading));
+    const OpenFile other(fileCalls.open(path.c_str(), OpenFor::Reading));
     ASSERT_EQ(fileCalls.lock(other.Get()), 0);
     EXPECT_EQ(Refusal(), "Another program is saving it right now.");
 }
 
 TEST_F(ReadFileTest, IsReplacedOnAFileSystemWithoutLocks) {
-    fileCalls.lock = [](int) {
-        errno = ENOLCK;
-        return -1;
-    };
+    fileCalls.lock = [](int) { return FailWith<ENOLCK>(); };
     EXPECT_EQ(Refusal(), "");
+}
+
+TEST_F(FilesTest, AFileKeepsItsPermissions) {
+    for (const unsigned mode : {0640u, 0604u, 0755u, 06755u}) {
+        WriteBytes(path, kOld);
+        ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+        EXPECT_TRUE(Save());
+        EXPECT_EQ(Mode(), mode) << std::oct << mode;
+    }
+}
+
+TEST_F(FilesTest, ANewFileIsPrivateUntilItHasThePermissionsOfTheOldOne) {
+    WriteBytes(path, kOld);
+    fileCalls.createIn = [](int folder, const char* name, unsigned mode) {
+        EXPECT_EQ(mode, 0600u);
+        return SystemFileCalls().createIn(folder, name, mode);
+    };
+    EXPECT_TRUE(Save());
+}
+
+TEST_F(FilesTest, ASaveThatCantKeepTheOwnerOrThePermissionsIsRefused) {
+    const struct {
+        const char* name;
+        std::function<void()> spoil;
+    } cases[] = {
+        {"the owner can't be set", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return -1; }; }},
+        {"the owner stays", [] { fileCalls.setOwner = [](int, unsigned, unsigned) { return 0; }; }},
+        {"the mode can't be set", [] { fileCalls.setMode = [](int, unsigned) { return -1; }; }},
+        {"the mode stays", [] { fileCalls.setMode = [](int, unsigned) { return 0; }; }}};
+    WriteBytes(path, kOld);
+    for (const auto& [name, spoil] : cases) {
+        fileCalls = SystemFileCalls();
+        fileCalls.inspect = [](int file, FileInfo* info) {
+            const int result = SystemFileCalls().inspect(file, info);
+            info->owner += info->size == 0 ? 1 : 0;  // the new file seems to be somebody else's
+            return result;
+        };
+        spoil();
+        EXPECT_EQ(TextOf(Save()), "Its owner and permissions can't be kept.") << name;
+        EXPECT_EQ(ReadBytes(path), kOld) << name;
+    }
+}
+
+TEST_F(FilesTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
+    const struct {
+        unsigned trackMode, mask, newMode;
+        bool sameGroup, hasList;
+    } cases[] = {{0600, 0022, 0600, true, false},  {0640, 0022, 0640, true, false},
+                 {0644, 0077, 0600, true, false},  {0444, 0022, 0644, true, false},
+                 {0660, 0002, 0600, false, false}, {0604, 0002, 0600, false, false},
+                 {0664, 0002, 0600, true, true}};
+    for (const auto& row : cases) {
+        FileState track;
+        track.info.mode = row.trackMode;
+        track.info.group = ::getegid() + (row.sameGroup ? 0 : 1);
+        track.hasAccessList = row.hasList;
+        fs::remove(path);
+        const mode_t before = ::umask(row.mask);
+        EXPECT_TRUE(Save({.like = &track}));
+        ::umask(before);
+        EXPECT_EQ(Mode(), row.newMode) << std::oct << row.trackMode;
+    }
 }
 
 }  // namespace boreforge

@@ -1,6 +1,7 @@
 #include "support/FailingCalls.h"
 
 #include <cerrno>
+#include <csignal>
 
 #include "platform/FileCalls.h"
 
@@ -9,47 +10,61 @@ namespace boreforge {
 namespace {
 
 const FileCalls kSystem = SystemFileCalls();
-int callsBeforeFailure;
+int callsBefore;      // the one that is chosen
+int signalAfter = 0;  // 0: the chosen call fails
 
-bool Fails() {
-    if (callsBeforeFailure-- != 0) return false;
-    errno = ENOSPC;
-    return true;
+// What a call returns that may be the chosen one.
+template <class Result, class Call>
+Result Try(const Call& call) {
+    const bool chosen = callsBefore-- == 0;
+    if (chosen && signalAfter == 0) {
+        errno = ENOSPC;
+        return -1;
+    }
+    const Result result = call();
+    if (chosen) (void)std::raise(signalAfter);
+    return result;
 }
 
-// A call of the same type that may fail instead.
 template <auto Call>
-struct Failing;
+struct Replacement;
 template <class Result, class... Arguments, Result (*FileCalls::*Call)(Arguments...)>
-struct Failing<Call> {
-    static Result Run(Arguments... arguments) { return Fails() ? -1 : (kSystem.*Call)(arguments...); }
+struct Replacement<Call> {
+    static Result Run(Arguments... arguments) {
+        return Try<Result>([&] { return (kSystem.*Call)(arguments...); });
+    }
 };
 
 template <auto... Calls>
-void MakeFail() {
-    ((fileCalls.*Calls = Failing<Calls>::Run), ...);
+void Replace() {
+    ((fileCalls.*Calls = Replacement<Calls>::Run), ...);
+}
+
+void Choose(int which, int signal) {
+    callsBefore = which;
+    signalAfter = signal;
+    using F = FileCalls;
+    Replace<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::reserve, &F::rewind, &F::setOwner,
+            &F::setMode, &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder,
+            &F::replaceIn, &F::renameIn, &F::removeIn>();
+    fileCalls.read = [](int file, void* bytes, std::size_t count) {
+        return Try<std::int64_t>([&] { return kSystem.read(file, bytes, count / 2 + 1); });
+    };
+    fileCalls.write = [](int file, const void* bytes, std::size_t count) {
+        return Try<std::int64_t>([&] { return kSystem.write(file, bytes, count / 2 + 1); });
+    };
+    fileCalls.close = [](int file) {
+        const int result = kSystem.close(file);  // a close that fails has closed the file, too
+        return Try<int>([&] { return result; });
+    };
 }
 
 }  // namespace
 
-void FailOneCall(int which) {
-    callsBeforeFailure = which;
-    using F = FileCalls;
-    MakeFail<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::rewind, &F::setOwner, &F::setMode,
-             &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder, &F::replaceIn,
-             &F::renameIn, &F::removeIn>();
-    fileCalls.read = [](int file, void* bytes, std::size_t count) -> std::int64_t {
-        return Fails() ? -1 : kSystem.read(file, bytes, count / 2 + 1);
-    };
-    fileCalls.write = [](int file, const void* bytes, std::size_t count) -> std::int64_t {
-        return Fails() ? -1 : kSystem.write(file, bytes, count / 2 + 1);
-    };
-    fileCalls.close = [](int file) {
-        const int result = kSystem.close(file);
-        return Fails() ? -1 : result;
-    };
-}
+void FailOneCall(int which) { Choose(which, 0); }
 
-bool CallHasFailed() { return callsBeforeFailure < 0; }
+bool CallHasFailed() { return callsBefore < 0; }
+
+void RaiseAfterCall(int which, int signal) { Choose(which, signal); }
 
 }  // namespace boreforge
