@@ -1,23 +1,20 @@
 // What the tests of the windows share: the main window with the box, on a canvas of 792 by 534 pixels with
-// the origin at (396, 267), and dialogs that the test answers instead of the user.
+// the origin at (396, 299) of the window, and a user who answers dialogs.
 #pragma once
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QColorDialog>
 #include <QDir>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
 #include <functional>
-#include <optional>
 #include <utility>
-#include <vector>
 
-#include "dialogs/mColorDialog.h"
 #include "dialogs/mFileDialog.h"
 #include "editor/ShapeView.h"
+#include "editor/TunnelShape.h"
 #include "editor/window/frmMain.h"
 #include "support/CoreTest.h"
 
@@ -42,48 +39,48 @@ inline void Show(QWidget& window) {
         QApplication::processEvents();
 }
 
-// What a message box showed.
-struct Message {
-    QMessageBox::Icon icon;
-    QString title, text;
-    bool operator==(const Message&) const = default;
-};
-inline void PrintTo(const Message& message, std::ostream* out) {
-    *out << "icon " << message.icon << ", " << (message.title + ": " + message.text).toStdString();
-}
-
-// Reads the messages instead of the user: presses OK as soon as one opens. Questions have no such button.
-class MessageReader : public QObject {
+// Chooses files, and presses OK as soon as a message opens. Questions have no such button.
+class User : public QObject {
   public:
-    MessageReader() { qApp->installEventFilter(this); }
+    User() {
+        current = this;
+        fileDialogCalls = {ChooseFile, ChooseFile};
+        qApp->installEventFilter(this);
+    }
+    // The title of the last file dialog, its filter with "/" for zero characters, and the rest.
+    QString Asked() const {
+        const QStringList fields = {asked.DialogTitle, asked.Filter, asked.DefaultExtension,
+                                    QDir(asked.InitialFolder).dirName(), asked.FileName};
+        return fields.join(", ").replace(QChar(0), '/') + ", " + QString::number(asked.Flags, 16);
+    }
 
-    std::vector<Message> read;
+    std::string file;           // the answer to the next file dialog; an empty one cancels it
+    FileDialogArguments asked;  // what the last one was given
+    QStringList messages;       // "warning, Error!: text"
 
   private:
+    static std::int32_t ChooseFile(FileDialogArguments& record) {
+        current->asked = record;
+        if (current->file.empty()) return 0;
+        record.FileName = QString::fromStdString(std::exchange(current->file, ""));
+        return 1;
+    }
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* const box = event->type() == QEvent::Show ? dynamic_cast<QMessageBox*>(watched) : nullptr;
         if (auto* const ok = box ? box->button(QMessageBox::Ok) : nullptr) {
-            read.push_back({box->icon(), box->windowTitle(), box->text()});
+            const char* const icon = box->icon() == QMessageBox::Warning ? "warning" : "information";
+            messages += QString("%1, %2: %3").arg(icon, box->windowTitle(), box->text());
             QTimer::singleShot(0, ok, &QAbstractButton::click);
         }
         return false;
     }
+    static inline User* current = nullptr;
 };
 
 class UiTest : public CoreTest {
   protected:
     UiTest() {
-        file.clear();
         ShapeView = {};
-        fileDialogCalls.GetOpenFileName = fileDialogCalls.GetSaveFileName = [](FileDialogArguments& record) {
-            asked = record;
-            if (!file.empty()) record.FileName = QString::fromStdString(file);
-            return std::exchange(file, "").empty() ? 0 : 1;
-        };
-        ChooseColor = [](ColorDialogArguments& record) {
-            askedColor = record;
-            return QtColorDialog(record);
-        };
         Show(window);
     }
     // The window's pixel at a shape position, as long as the view was neither panned nor zoomed.
@@ -102,12 +99,6 @@ class UiTest : public CoreTest {
     }
     QString Focus() const { return window.focusWidget()->objectName(); }
     QString Text(const char* name) const { return Get(window, name).property("text").toString(); }
-    // Of the last file dialog: title, filter with "/" for zero characters, extension, folder, file and flags.
-    static QString Asked() {
-        const QStringList fields = {asked.DialogTitle, asked.Filter, asked.DefaultExtension,
-                                    QDir(asked.InitialFolder).dirName(), asked.FileName};
-        return fields.join(", ").replace(QChar(0), '/') + ", " + QString::number(asked.Flags, 16);
-    }
     // Runs `act` on the modal window of this class that opens next.
     template <class Window>
     void OnModal(std::function<void(Window&)> act) {
@@ -116,20 +107,8 @@ class UiTest : public CoreTest {
             opened ? act(*opened) : OnModal<Window>(act);
         });
     }
-
-    // Chooses a colour in the colour dialog that opens next, or cancels it.
-    void OnColorDialog(std::optional<QColor> color) {
-        OnModal<QColorDialog>([=](QColorDialog& dialog) {
-            dialog.setCurrentColor(color.value_or(Qt::white));
-            color ? dialog.accept() : dialog.reject();
-        });
-    }
-
-    static inline std::string file;                 // the answer to one file dialog; an empty one cancels it
-    static inline FileDialogArguments asked;        // what the last of them was given
-    static inline ColorDialogArguments askedColor;  // what the last colour dialog was given
+    User user;
     frmMain window;
-    MessageReader messages;
 };
 
 }  // namespace boreforge
