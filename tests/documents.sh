@@ -1,9 +1,11 @@
 #!/bin/sh
 # Checks the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
-# includes in src/, without a cycle, the viewer's keys are the same everywhere, and every link leads to a file.
-#   documents.sh PROJECT
+# includes in src/, without a cycle, the viewer's keys are the same everywhere, the manual pages have every option, the
+# guide has every message and no other, and every link leads to a file.
+#   documents.sh PROJECT PROGRAMS     (the folder of the programs)
 set -eu
 cd "$1"
+programs=$2
 
 # The module of each path: its folder, except in two folders that have several.
 modules() {
@@ -41,6 +43,25 @@ sed -n '/^\.SH KEYS/,/^\.SH ENV/{s/^\.B \(.*\)/\1: /;/^\./d;s/\.$//;s/\\//g;p}' 
 sed -n '/^| keys and mouse/,/^$/s/^| \(.*\) | \(.*\) |$/\1: \2/p' docs/guide.md | tail -n +2 >"$work/guide"
 diff "$work/help" "$work/manual"
 diff "$work/help" "$work/guide"
+
+for program in boreforge-batch boreforge-check boreforge-view; do
+    [ -x "$programs/$program" ] || continue  # the viewer isn't always built
+    for option in $("$programs/$program" --help | grep -oE '^ +(-h,)?--[a-z-]+' | grep -oE -e '--[a-z-]+'); do
+        sed 's/\\//g' "docs/$program.1" | grep -qe "$option" || { echo "docs/$program.1 lacks $option"; exit 1; }
+    done
+done
+
+# The messages in the guide's tables begin with a text of the source, after a name ('...'), if they have one.
+texts() { grep -rhoE '"[^"]*"' src apps --include=*.cpp | tr -d '"'; }
+texts | sed "s/^Error - //;s/^' //;s/ '\$//" >"$work/texts"
+sed -n "/^## 7 /,/^## 8 /{s/^| \([^|]*\) |.*/\1/;T;s/^'\.\.\.' //;p}" docs/guide.md |
+    awk 'NR == FNR { if (length($0) > 2) texts[$0]; next }
+        /^(message|---)/ { next }
+        { for (text in texts) if (index($0, text) == 1) next; print }' "$work/texts" - >"$work/unknown"
+[ ! -s "$work/unknown" ] || { echo "Not in the source:"; cat "$work/unknown"; exit 1; }
+texts | sed -n 's/^Error - //p' | sed 's/\\n.*//' | while read -r headline; do
+    grep -qF "$headline" docs/guide.md || { echo "docs/guide.md lacks: $headline"; exit 1; }
+done
 
 for page in $(git ls-files '*.md'); do
     grep -oE '\]\([^)#:]+' "$page" | cut -c 3- | while read -r link; do

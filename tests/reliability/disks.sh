@@ -127,6 +127,26 @@ ln -s far/t.zrtrack t.zrtrack
 user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a link"
 [ -L t.zrtrack ] || fail "a link: it isn't one any more"
 ! cmp -s "$work/old" far/t.zrtrack || fail "a link: the track it leads to should have changed"
+
+# Access lists: one that a track has is kept; one that a new file would inherit from its folder is not.
+fresh lists
+if setfacl -m user:65531:r t.zrtrack 2>/dev/null && setfacl -d -m user:65531:rw . 2>/dev/null; then
+    [ ! "$root" ] || chmod 640 t.zrtrack
+    before=$(getfacl -cp t.zrtrack)
+    user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a track with an access list"
+    [ "$(getfacl -cp t.zrtrack)" = "$before" ] || fail "an access list: it has changed"
+    ! getfacl -cp o.3ds | grep -q :65531: || fail "an access list: the object has one, too"
+    fresh inherited
+    setfacl -d -m user:65531:rw .
+    chmod 600 t.zrtrack
+    setfacl -b t.zrtrack
+    user "$batch" t.zrtrack o.3ds >"$work/said" 2>&1 || fail "a folder with an access list"
+    ! getfacl -cp t.zrtrack o.3ds | grep -q :65531: || fail "an access list was inherited"
+else
+    echo "There are no access lists here (setfacl); the checks of them are left out."
+fi
+
+fresh deep
 deep=$(printf '%0150d/%0150d' 0 0)
 mkdir -p "$deep" && chmod -R 777 .
 put "$deep/t.zrtrack"
