@@ -45,7 +45,6 @@ TEST_F(FilesTest, WhatIsNoFileIsNeitherReadNorReplaced) {
         const char *name, *whenRead, *whenSaved;
     } cases[] = {
         {"folder", "It is not a regular file.", "Is a directory."},
-        {"folder/", "It is not a regular file.", "Is a directory."},
         {"pipe", "It is not a regular file.", "It is not a regular file."},
         {"absent/f", "There is no such file.", "No such file or directory."},
         {"ring", "Too many levels of symbolic links.", "Too many levels of symbolic links."},
