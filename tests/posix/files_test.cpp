@@ -1,8 +1,7 @@
-// What a save replaces, what it refuses, and whose the new file is.
+// What a save replaces and what it refuses. disks.sh has owners, permissions and links.
 #include "platform/Files.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -27,11 +26,6 @@ int FailWith() {
 class FilesTest : public CoreTest {
   protected:
     Outcome Save(const SaveRules& rules = {}) { return SaveWholeFile(path, kNew, rules); }
-    unsigned Mode() const {
-        struct stat info {};
-        EXPECT_EQ(::stat(path.c_str(), &info), 0);
-        return info.st_mode & 07777;
-    }
     const std::string path = In("f");
 };
 
@@ -198,15 +192,6 @@ TEST_F(ReadFileTest, IsReplacedOnAFileSystemWithoutLocks) {
     EXPECT_EQ(Refusal(), "");
 }
 
-TEST_F(FilesTest, AFileKeepsItsPermissions) {
-    for (const unsigned mode : {0640u, 0604u, 0755u, 06755u}) {
-        WriteBytes(path, kOld);
-        ASSERT_EQ(::chmod(path.c_str(), mode), 0);
-        EXPECT_TRUE(Save());
-        EXPECT_EQ(Mode(), mode) << std::oct << mode;
-    }
-}
-
 TEST_F(FilesTest, ANewFileIsPrivateUntilItHasThePermissionsOfTheOldOne) {
     WriteBytes(path, kOld);
     fileCalls.createIn = [](int folder, const char* name, unsigned mode) {
@@ -236,27 +221,6 @@ TEST_F(FilesTest, ASaveThatCantKeepTheOwnerOrThePermissionsIsRefused) {
         spoil();
         EXPECT_EQ(TextOf(Save()), "Its owner and permissions can't be kept.") << name;
         EXPECT_EQ(ReadBytes(path), kOld) << name;
-    }
-}
-
-TEST_F(FilesTest, ANewFileIsNeverMoreOpenThanTheTrackItComesFrom) {
-    const struct {
-        unsigned trackMode, mask, newMode;
-        bool sameGroup, hasList;
-    } cases[] = {{0600, 0022, 0600, true, false},  {0640, 0022, 0640, true, false},
-                 {0644, 0077, 0600, true, false},  {0444, 0022, 0644, true, false},
-                 {0660, 0002, 0600, false, false}, {0604, 0002, 0600, false, false},
-                 {0664, 0002, 0600, true, true}};
-    for (const auto& row : cases) {
-        FileState track;
-        track.info.mode = row.trackMode;
-        track.info.group = ::getegid() + (row.sameGroup ? 0 : 1);
-        track.hasAccessList = row.hasList;
-        fs::remove(path);
-        const mode_t before = ::umask(row.mask);
-        EXPECT_TRUE(Save({.like = &track}));
-        ::umask(before);
-        EXPECT_EQ(Mode(), row.newMode) << std::oct << row.trackMode;
     }
 }
 

@@ -143,9 +143,9 @@ TEST_F(UiTest, OnlyTheRightButtonPans) {
 }
 
 // Drags URLs over a control; true if the window would copy what they lead to.
-static bool IsTaken(QWidget& over, const QList<QUrl>& urls) {
+static bool IsTaken(QWidget& over, const QStringList& urls) {
     QMimeData dragged;
-    dragged.setUrls(urls);
+    dragged.setUrls(QUrl::fromStringList(urls));
     dragged.setText("0.5");
     QDragEnterEvent enter({}, Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
     enter.setDropAction(Qt::MoveAction);
@@ -154,31 +154,29 @@ static bool IsTaken(QWidget& over, const QList<QUrl>& urls) {
 }
 
 TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
+    const QString folder = QString::fromStdString(In("")), here = "file://" + folder;
+    const struct {
+        QStringList urls;
+        bool taken;
+    } cases[] = {{{here + "a.zrbf"}, true},
+                 {{here + "B.ZRBF"}, true},
+                 {{here + "c.zrtrack"}, true},
+                 {{"file://localhost" + folder + "a.zrbf"}, true},
+                 {{"file://" + QSysInfo::machineHostName() + folder + "a.zrbf"}, true},
+                 {{"file://elsewhere" + folder + "a.zrbf"}, false},
+                 {{"http://localhost" + folder + "a.zrbf"}, false},
+                 {{here + "d.txt"}, false},
+                 {{here + "zrbf"}, false},
+                 {{here + "folder.zrbf"}, false},
+                 {{here + "absent.zrbf"}, false},
+                 {{here + "a.zrbf", here + "B.ZRBF"}, false}};
     for (const char* const name : {"a.zrbf", "B.ZRBF", "c.zrtrack", "d.txt", "zrbf"})
         WriteBytes(In(name), {});
-    QDir().mkdir(QString::fromStdString(In("folder.zrbf")));
-    const auto at = [&](const QString& start, const char* name) {
-        return QUrl(start + QString::fromStdString(In(name)));
-    };
-    const struct {
-        QList<QUrl> urls;
-        bool taken;
-    } cases[] = {{{at("file://", "a.zrbf")}, true},
-                 {{at("file://", "B.ZRBF")}, true},
-                 {{at("file://", "c.zrtrack")}, true},
-                 {{at("file://localhost", "a.zrbf")}, true},
-                 {{at("file://" + QSysInfo::machineHostName(), "a.zrbf")}, true},
-                 {{at("file://elsewhere", "a.zrbf")}, false},
-                 {{at("http://localhost", "a.zrbf")}, false},
-                 {{at("file://", "d.txt")}, false},
-                 {{at("file://", "zrbf")}, false},
-                 {{at("file://", "folder.zrbf")}, false},
-                 {{at("file://", "absent.zrbf")}, false},
-                 {{at("file://", "a.zrbf"), at("file://", "B.ZRBF")}, false}};
+    QDir().mkdir(folder + "folder.zrbf");
     for (const auto& [urls, taken] : cases)
         for (const char* const over : {"pbShape", "txtSnap", "btnToolBar(0)"})
-            EXPECT_EQ(IsTaken(Get(window, over), urls), taken) << urls[0].toString().toStdString() << over;
+            EXPECT_EQ(IsTaken(Get(window, over), urls), taken) << urls[0].toStdString() << over;
     frmTunnelSettings dialog(&window);
     dialog.open();
-    EXPECT_FALSE(IsTaken(window, {at("file://", "a.zrbf")})) << "the window waits for a dialog";
+    EXPECT_FALSE(IsTaken(window, {here + "a.zrbf"})) << "the window waits for a dialog";
 }
