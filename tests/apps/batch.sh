@@ -115,6 +115,20 @@ refuse 1 "It ends at byte 6, within the number" t.zrtrack o.3ds --shape head.zrb
 refuse 1 "It is not a tunnel shape.|" t.zrtrack o.3ds --shape t.zrtrack
 refuse 1 "|a?]?.zrtrack: " "$(printf 'a\033]\377').zrtrack" o.3ds # no terminal takes a file's name for a command
 
+# What is no file, or one of 2 GiB.
+mkdir folder.zrtrack folder.3ds
+mkfifo pipe.zrtrack pipe.3ds
+ln -s ring.zrtrack ring.zrtrack
+ln -s ring.3ds ring.3ds
+truncate -s 2G huge.zrtrack
+refuse 1 "|folder.zrtrack: It is not a regular file.|" folder.zrtrack o.3ds
+refuse 1 "|pipe.zrtrack: It is not a regular file.|" pipe.zrtrack o.3ds
+refuse 1 "|ring.zrtrack: Too many levels of symbolic links.|" ring.zrtrack o.3ds
+refuse 1 "|huge.zrtrack: It is too large to be read.|" huge.zrtrack o.3ds
+refuse 1 "|Is a directory.|" t.zrtrack folder.3ds
+refuse 1 "|It is not a regular file.|" t.zrtrack pipe.3ds
+refuse 1 "|Too many levels of symbolic links.|" t.zrtrack ring.3ds
+
 # Wrong usage: the status is 2.
 refuse 2 "OUTPUT is required" t.zrtrack
 refuse 2 "'u.zrtrack' doesn't end in .3ds" t.zrtrack u.zrtrack

@@ -1,7 +1,6 @@
-// What a save replaces and what it refuses. disks.sh has owners, permissions and links.
+// What a save replaces and what it refuses. reliability/disks.sh has permissions and links, apps/batch.sh
+// what is no file.
 #include "platform/Files.h"
-
-#include <sys/stat.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -28,37 +27,6 @@ class FilesTest : public CoreTest {
     Outcome Save(const SaveRules& rules = {}) { return SaveWholeFile(path, kNew, rules); }
     const std::string path = In("f");
 };
-
-TEST_F(FilesTest, WhatIsNoFileIsNeitherReadNorReplaced) {
-    fs::create_directory(In("folder"));
-    fs::create_symlink("ring", In("ring"));
-    fs::create_symlink("new", In("dangling"));
-    ASSERT_EQ(::mkfifo(In("pipe").c_str(), 0600), 0);
-    const auto before = Listing();
-    const struct {
-        const char *name, *whenRead, *whenSaved;
-    } cases[] = {
-        {"folder", "It is not a regular file.", "Is a directory."},
-        {"pipe", "It is not a regular file.", "It is not a regular file."},
-        {"absent/f", "There is no such file.", "No such file or directory."},
-        {"ring", "Too many levels of symbolic links.", "Too many levels of symbolic links."},
-        {"dangling", "There is no such file.", "It is a link that leads nowhere."},
-    };
-    for (const auto& [name, whenRead, whenSaved] : cases) {
-        Bytes content = kOld;
-        EXPECT_EQ(TextOf(ReadWholeFile(In(name), content)), whenRead) << name;
-        EXPECT_TRUE(content.empty()) << name;
-        EXPECT_EQ(TextOf(SaveWholeFile(In(name), kNew)), whenSaved) << name;
-    }
-    EXPECT_EQ(Listing(), before);
-}
-
-TEST_F(FilesTest, AFileOfTwoGibibytesIsTooLargeToBeRead) {
-    WriteBytes(path, {});
-    fs::resize_file(path, std::uintmax_t{1} << 31);
-    Bytes content;
-    EXPECT_EQ(TextOf(ReadWholeFile(path, content)), "It is too large to be read.");
-}
 
 TEST_F(FilesTest, TheWholeNewFileIsOnTheDiskBeforeItReplacesTheOldOne) {
     static std::int64_t flushed;
