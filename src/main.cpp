@@ -3,9 +3,9 @@
 #include <QSettings>
 
 #include <cstdio>
-#include <cstdlib>
 #include <string_view>
 
+#include "dialogs/StartMessages.h"
 #include "editor/window/frmMain.h"
 #include "platform/Process.h"
 #include "platform/Signals.h"
@@ -15,24 +15,6 @@ namespace {
 
 constexpr char kUsage[] =
     "Usage: boreforge\n\nOpens the window, which needs a display. Without one, use boreforge-batch.\n";
-
-// Why Qt couldn't open a display, in its own words.
-QString displayFailure;
-
-// Handles Qt's messages while it opens the display. Without a display Qt reports each attempt and aborts;
-// print one line and exit instead.
-void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (type == QtFatalMsg) {
-        std::fprintf(stderr, "boreforge: needs a display; without one, use boreforge-batch (%s)\n",
-                     qUtf8Printable(displayFailure.trimmed()));
-        std::_Exit(1);
-    }
-    if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))
-        std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
-    else if (displayFailure.isEmpty() ||
-             !text.startsWith("Could not load"))  // this line only follows from the first
-        displayFailure = text;
-}
 
 }  // namespace
 
@@ -53,7 +35,7 @@ int main(int count, char** arguments) {
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 
     boreforge::RemoveUnfinishedOnSignals();
-    qInstallMessageHandler(OnStartMessage);
+    boreforge::ExplainMissingDisplay("boreforge", "without one, use boreforge-batch");
     QApplication application(count, arguments);  // removes Qt's own options from the arguments
     qInstallMessageHandler(nullptr);
     if (count > 1) std::fputs("boreforge: arguments are ignored; files are opened in the window\n", stderr);

@@ -1,8 +1,9 @@
 #include "batch/ShapeWarnings.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
+
+#include "shared/Vec.h"
 
 namespace boreforge {
 
@@ -10,31 +11,26 @@ namespace {
 
 constexpr std::size_t kMaxNodesForCrossings = 2000;  // every edge is compared with every other
 
-struct Point2D {
-    double x, y;
-    friend bool operator==(const Point2D&, const Point2D&) = default;
-};
-
-// A closed line without repeated points, so that every edge has a direction.
-using Contour = std::vector<Point2D>;
+// A closed line without repeated points, so that every edge has a direction. z is 0.
+using Contour = std::vector<Vec>;
 
 Contour ContourOf(const std::vector<Vector3D>& nodes) {
     Contour contour;
     for (const Vector3D& node : nodes)
-        contour.push_back({node.x, node.y});
+        contour.push_back({node.x, node.y, 0});
     contour.erase(std::unique(contour.begin(), contour.end()), contour.end());
     while (contour.size() > 1 && contour.front() == contour.back())
         contour.pop_back();
     return contour;
 }
 
-const Point2D& After(const Contour& contour, std::size_t i) { return contour[(i + 1) % contour.size()]; }
-const Point2D& Before(const Contour& contour, std::size_t i) {
+const Vec& After(const Contour& contour, std::size_t i) { return contour[(i + 1) % contour.size()]; }
+const Vec& Before(const Contour& contour, std::size_t i) {
     return contour[(i + contour.size() - 1) % contour.size()];
 }
 
 // The side of the line from a to b on which p is: 1 left, -1 right, 0 on it.
-int SideOf(const Point2D& a, const Point2D& b, const Point2D& p) {
+int SideOf(const Vec& a, const Vec& b, const Vec& p) {
     const double product = (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
     return product > 0 ? 1 : product < 0 ? -1 : 0;
 }
@@ -42,19 +38,19 @@ int SideOf(const Point2D& a, const Point2D& b, const Point2D& p) {
 double SignedArea(const Contour& contour) {
     double area = 0;
     for (std::size_t i = 0; i < contour.size(); ++i) {
-        const Point2D &p = contour[i], &q = After(contour, i);
+        const Vec &p = contour[i], &q = After(contour, i);
         area += (p.x * q.y - q.x * p.y) / 2;
     }
     return area;
 }
 
-bool IsBetween(const Point2D& p, const Point2D& a, const Point2D& b) {
+bool IsBetween(const Vec& p, const Vec& a, const Vec& b) {
     return std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x) && std::min(a.y, b.y) <= p.y &&
            p.y <= std::max(a.y, b.y);
 }
 
 // Whether the direction from v to p is strictly within the counter-clockwise angle from a to b around v.
-bool IsInAngle(const Point2D& p, const Point2D& a, const Point2D& v, const Point2D& b) {
+bool IsInAngle(const Vec& p, const Vec& a, const Vec& v, const Vec& b) {
     const bool leftOfA = SideOf(v, a, p) > 0, rightOfB = SideOf(v, b, p) < 0;
     const int turn = SideOf(v, a, b);
     if (turn != 0) return turn > 0 ? leftOfA && rightOfB : leftOfA || rightOfB;
@@ -63,7 +59,7 @@ bool IsInAngle(const Point2D& p, const Point2D& a, const Point2D& v, const Point
 }
 
 // Whether the line c-v-d crosses the line a-v-b and doesn't just touch it.
-bool PassesThrough(const Point2D& a, const Point2D& v, const Point2D& b, const Point2D& c, const Point2D& d) {
+bool PassesThrough(const Vec& a, const Vec& v, const Vec& b, const Vec& c, const Vec& d) {
     return (IsInAngle(c, a, v, b) && IsInAngle(d, b, v, a)) ||
            (IsInAngle(d, a, v, b) && IsInAngle(c, b, v, a));
 }
@@ -71,7 +67,7 @@ bool PassesThrough(const Point2D& a, const Point2D& v, const Point2D& b, const P
 // Whether edge i of one contour crosses edge k of the other, which may be the same one. A crossing at a node
 // counts for the edges that start there.
 bool EdgesCross(const Contour& one, std::size_t i, const Contour& other, std::size_t k) {
-    const Point2D &a = one[i], &b = After(one, i), &c = other[k], &d = After(other, k);
+    const Vec &a = one[i], &b = After(one, i), &c = other[k], &d = After(other, k);
     const int sideOfA = SideOf(c, d, a), sideOfB = SideOf(c, d, b);
     const int sideOfC = SideOf(a, b, c), sideOfD = SideOf(a, b, d);
     if (sideOfA * sideOfB < 0 && sideOfC * sideOfD < 0) return true;
@@ -88,15 +84,16 @@ bool ContoursCross(const Contour& one, const Contour& other) {
     return false;
 }
 
-bool IsFinite(const Vector3D& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+bool AreFinite(const std::vector<Vector3D>& points) {
+    return std::ranges::all_of(points, [](const Vector3D& point) { return IsFinite(point); });
+}
 
 }  // namespace
 
 std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided) {
     const std::size_t nodes = shape.InsideNodes.size();
     if (nodes == 0) return {"The shape is empty, so the object has no faces."};
-    if (!std::ranges::all_of(shape.InsideNodes, IsFinite) ||
-        !std::ranges::all_of(shape.OutsideNodes, IsFinite))
+    if (!AreFinite(shape.InsideNodes) || !AreFinite(shape.OutsideNodes))
         return {"The shape has coordinates that are not finite; most programs will refuse the object."};
     std::vector<std::string> warnings;
     if (nodes < 3) warnings.push_back("The shape has fewer than three nodes.");

@@ -9,6 +9,8 @@
 #include <tuple>
 #include <utility>
 
+#include "shared/Vec.h"
+
 namespace boreforge {
 
 namespace {
@@ -215,17 +217,10 @@ class SurfaceFinder {
     }
 
     double VolumeBelow(std::size_t face, const Vector3D& apex) const {
-        struct {
-            double x, y, z;
-        } v[3] = {};
-        for (std::size_t i = 0; i < 3; ++i) {
-            const Vector3D& p = object_.Points[Corners(face)[i]];
-            v[i] = {double{p.x} - apex.x, double{p.y} - apex.y, double{p.z} - apex.z};
-        }
-        const auto& [a, b, c] = v;
-        return (a.x * (b.y * c.z - b.z * c.y) + a.y * (b.z * c.x - b.x * c.z) +
-                a.z * (b.x * c.y - b.y * c.x)) /
-               6;
+        Vec corners[3];
+        for (std::size_t i = 0; i < 3; ++i)
+            corners[i] = ToVec(object_.Points[Corners(face)[i]]) - ToVec(apex);
+        return Dot(corners[0], Cross(corners[1], corners[2])) / 6;
     }
 
     Facing Judge(std::size_t index) const {

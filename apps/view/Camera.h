@@ -1,22 +1,20 @@
-// Where the viewer looks from: the mouse's orbit around the object, the ride along the track, and the places
-// from which pictures are taken.
+// Eyes in space: the orbit around the object, and the passenger on the track.
 #pragma once
 
-#include "base/Outcome.h"
 #include "view/TrackPath.h"
 
 namespace boreforge {
 
 // An eye and its axes: unit vectors at right angles to each other.
 struct CameraPose {
-    Vec Eye, Right{1, 0, 0}, Up = kUp, Forward{0, 0, -1};
+    Vec eye, right{1, 0, 0}, up = kUp, forward{0, 0, -1};
 };
 CameraPose LookAlong(const Vec& eye, const Vec& forward, const Vec& up);
 
-// What the picture shows: `HalfAngle` is the tangent of half the angle of view across the shorter side.
+// What the picture shows: `halfAngle` is the tangent of half the angle of view across the shorter side.
 struct CameraLens {
-    double HalfAngle = 0.3;
-    int Width = 1280, Height = 720;
+    double halfAngle = 0.3;
+    int width = 1280, height = 720;  // pixels
 
     double PixelsPerUnit(double distance) const;  // straight ahead
     double VerticalDegrees() const;
@@ -25,8 +23,8 @@ struct CameraLens {
 // The eye on a sphere around a target. Angles in radians: a yaw of zero looks along negative z, a negative
 // pitch looks down.
 struct OrbitCamera {
-    Vec Target;
-    double Distance = 10, Yaw = 0, Pitch = -0.5;
+    Vec target;
+    double distance = 10, yaw = 0, pitch = -0.5;
 
     CameraPose Pose() const;
     // Starts from a pose, without its roll.
@@ -38,26 +36,12 @@ struct OrbitCamera {
     void Zoom(double steps);
 };
 
-enum class ViewFrom { Above, Side, Inside };
-
-struct Aim {
-    CameraPose Pose;
-    CameraLens Lens;
-    double Distance = 10;  // to the point that is looked at
-};
-
-// The view of the whole object, with which the window starts.
-Aim AimAtWhole(const Object3DS& object, CameraLens lens);
-
-// A view for a picture. Fails if it needs a track that runs through the object and there is none.
-Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens, Aim& aim);
-
 // A passenger on the track.
 struct Ride {
-    double Position = 0;        // in points of the path
-    double Speed = 15;          // units a second
-    double Yaw = 0, Pitch = 0;  // of the head, in radians
-    bool Moving = false;
+    double position = 0;        // in points of the path
+    double speed = 15;          // units a second
+    double yaw = 0, pitch = 0;  // of the head, in radians
+    bool isMoving = false;
 
     void Advance(double seconds, const TrackPath& path);
     void TurnHead(double right, double down);  // by the distance that the mouse moved, in pixels

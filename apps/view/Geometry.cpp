@@ -27,8 +27,6 @@ struct RibbonVertex {
 
 constexpr QVector3D kRailColor{0.93f, 0.30f, 0.10f}, kTieColor{0.34f, 0.29f, 0.27f};
 
-QVector3D ToQt(const Vec& v) { return {float(v.x), float(v.y), float(v.z)}; }
-
 QVector4D ColorOf(const ObjectMaterial& material) {
     return {float(material.Color.red) / 255, float(material.Color.green) / 255,
             float(material.Color.blue) / 255, 1 - float(material.Transparency) / 100};
@@ -78,15 +76,15 @@ std::vector<Ribbon> RailsOf(const TrackPath& path) {
         const PathPoint& here = path[i];
         const PathPoint& next = path[i + 1 < path.size() ? i + 1 : 0];
         for (const double side : {-kGauge, kGauge}) {
-            const Vec from = here.Position + here.Right * side, to = next.Position + next.Right * side;
-            ribbons.push_back({from, to, here.Right * kRailWidth, kRailColor});
-            ribbons.push_back({from - here.Up * kRailHeight, to - next.Up * kRailHeight,
-                               here.Up * kRailHeight, kRailColor});
+            const Vec from = here.position + here.right * side, to = next.position + next.right * side;
+            ribbons.push_back({from, to, here.right * kRailWidth, kRailColor});
+            ribbons.push_back({from - here.up * kRailHeight, to - next.up * kRailHeight,
+                               here.up * kRailHeight, kRailColor});
         }
         if (i % kPointsOfTie != 0) continue;
-        const Vec middle = here.Position - here.Up * kTieDepth;
+        const Vec middle = here.position - here.up * kTieDepth;
         ribbons.push_back(
-            {middle - here.Right * kTie, middle + here.Right * kTie, here.Forward * kTieWidth, kTieColor});
+            {middle - here.right * kTie, middle + here.right * kTie, here.forward * kTieWidth, kTieColor});
     }
     return ribbons;
 }

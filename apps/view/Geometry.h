@@ -12,6 +12,8 @@
 
 namespace boreforge {
 
+inline QVector3D ToQt(const Vec& v) { return {float(v.x), float(v.y), float(v.z)}; }
+
 // A flat band along a straight line. It is drawn at least as wide as the material says, in pixels.
 struct Ribbon {
     Vec from, to;
@@ -19,8 +21,9 @@ struct Ribbon {
     QVector3D color;
 };
 
-// The corners of all faces that have an area: position, normal, colour, and how far a corner is from two of
-// its face's edges, 0 to 1. The longest edge isn't one of them, since it halves a quad.
+// The corners of all faces that have an area: position, normal, colour, and the distances from the face's two
+// shorter edges, 0 to 1, by which the shader draws those edges. The longest edge is a quad's diagonal, which
+// isn't drawn.
 QByteArray WallVertices(const Object3DS& object);
 
 // Two rails and their ties; the rails' tops are at the height of the path.

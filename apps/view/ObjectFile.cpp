@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "job/mMain.h"
 #include "platform/Files.h"
@@ -14,10 +15,8 @@ namespace {
 // "1,234 faces"
 std::string Count(std::size_t count, const std::string& noun) {
     std::string digits = std::to_string(count);
-    for (std::size_t place = digits.size(); place > 3;) {
-        place -= 3;
-        digits.insert(place, 1, ',');
-    }
+    for (std::size_t at = digits.size(); at > 3; at -= 3)
+        digits.insert(at - 3, 1, ',');
     return digits + " " + noun + (count == 1 ? "" : "s");
 }
 
@@ -29,13 +28,13 @@ Outcome ReadObject(const std::string& path, ShownObject& shown) {
     if (Outcome read = ReadWholeFile(path, file); !read) return read.With({.path = path});
     ShownObject read;
     ObjectDamage damage;
-    if (!Read3DSObject(file, read.Object, damage)) return refuse(DamageText(damage));
-    const std::size_t faces = read.Object.Faces.size();
+    if (!Read3DSObject(file, read.object, damage)) return refuse(DamageText(damage));
+    const std::size_t faces = read.object.Faces.size();
     if (faces == 0) return refuse("It has no faces.");
     if (faces > kMaxFaces)
         return refuse("It has " + Count(faces, "face") + "; at most " + Count(kMaxFaces, "face") +
                       " can be shown.");
-    read.Surfaces = FindSurfaces(read.Object);
+    read.surfaces = FindSurfaces(read.object);
     shown = std::move(read);
     return {};
 }
@@ -49,15 +48,43 @@ Outcome ReadPath(const std::string& track, TrackPath& path) {
 }
 
 std::string Summary(const ShownObject& shown) {
-    const ObjectBounds bounds = BoundsOf(shown.Object);
+    const ObjectBounds bounds = BoundsOf(shown.object);
     const auto rounded = [](float low, float high) { return std::to_string(std::lround(high - low)); };
     std::string text =
-        Count(shown.Object.MeshCount, "object") + ", " + Count(shown.Object.Faces.size(), "face") + ", " +
-        Count(shown.Surfaces.size(), "tunnel") + ", " + rounded(bounds.Low.x, bounds.High.x) + " × " +
+        Count(shown.object.MeshCount, "object") + ", " + Count(shown.object.Faces.size(), "face") + ", " +
+        Count(shown.surfaces.size(), "tunnel") + ", " + rounded(bounds.Low.x, bounds.High.x) + " × " +
         rounded(bounds.Low.z, bounds.High.z) + " units, " + rounded(bounds.Low.y, bounds.High.y) + " high";
-    if (std::ranges::any_of(shown.Surfaces, &ObjectSurface::FacesWrongly))
+    if (std::ranges::any_of(shown.surfaces, &ObjectSurface::FacesWrongly))
         text += " – walls face the wrong way";
     return text;
+}
+
+Surroundings SurroundingsOf(const Object3DS& object, const TrackPath& path) {
+    constexpr double kUnderTrack = 0.5;
+    const ObjectBounds bounds = BoundsOf(object);
+    Vec low = ToVec(bounds.Low), high = ToVec(bounds.High);
+    double ground = low.y;
+    for (const PathPoint& point : path) {
+        const Vec& p = point.position;
+        ground = std::min(ground, p.y - kUnderTrack);
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    return {(low + high) * 0.5, std::max(1.0, Length(high - low) / 2), ground};
+}
+
+double DistanceToNearest(const Vec& eye, const Object3DS& object, const TrackPath& path) {
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    double nearest = kNone;
+    const auto add = [&](const Vec& point) {
+        const Vec offset = point - eye;
+        nearest = std::min(nearest, Dot(offset, offset));
+    };
+    for (const Vector3D& point : object.Points)
+        add(ToVec(point));
+    for (const PathPoint& point : path)
+        add(point.position);
+    return nearest < kNone ? std::sqrt(nearest) : 1;
 }
 
 }  // namespace boreforge

@@ -35,7 +35,7 @@ void AddViewOptions(CLI::App& application, ViewOptions& options) {
         "the whole object. The one from inside leads along the track through the longest tunnel.\n"
         "\n"
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2 an old FILE.png is as it was.");
+        "After 1 or 2 an existing FILE.png is unchanged.");
     AddPath(application, "OBJECT", options.Object, "FILE.3ds",
             "The object; without it, a dialog asks for one");
     AddPath(application, "--track", options.Track, "FILE.zrtrack", "Also show this track, and ride along it");
@@ -43,7 +43,7 @@ void AddViewOptions(CLI::App& application, ViewOptions& options) {
         AddPath(application, "--save", options.Picture, "FILE.png", "Save a picture, and open no window")
             ->check(EndsIn(".png"));
     AddParsed(application, "--from", options.From, ParseView, "above|side|inside",
-              "Viewpoint (default: side); inside needs --track; inside needs a track")
+              "Viewpoint (default: side); inside needs --track")
         ->needs(save);
     const auto parse = [&options](const std::string& text) {
         const std::optional<Size> size = ParseSize(text);

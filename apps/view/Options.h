@@ -4,7 +4,7 @@
 #include <string>
 
 #include "shared/CommandLine.h"
-#include "view/Camera.h"
+#include "view/Aim.h"
 
 namespace boreforge {
 

@@ -39,7 +39,7 @@ QImage Draw(ViewScene& scene, QSize size) {
     QQmlEngine engine;
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/view/Viewer.qml")));
     const std::unique_ptr<QObject> made(component.createWithInitialProperties(
-        {{"scene", QVariant::fromValue<QObject*>(&scene)}, {"picture", true}}));
+        {{"scene", QVariant::fromValue<QObject*>(&scene.properties)}, {"picture", true}}));
     auto* const item = qobject_cast<QQuickItem*>(made.get());
     if (!item || !control.initialize()) {
         qWarning("%s", qUtf8Printable(component.errorString()));

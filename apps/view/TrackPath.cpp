@@ -37,7 +37,7 @@ class FaceGrid {
         ForEachCell([&](std::size_t cell, std::uint32_t face) { faces_[next[cell]++] = face; });
     }
 
-    // The lowest and the highest surface straight above or below a point; the first is above the second where
+    // The lowest and the highest surface straight above or below a point; infinity and minus infinity if
     // there is none. Looks at no more than kMost faces of a cell.
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
@@ -115,18 +115,8 @@ class FaceGrid {
 // The first point of a path that isn't covered while the one before it is, or 0.
 std::size_t EndOfCover(const TrackPath& path) {
     for (std::size_t i = 0; i < path.size(); ++i)
-        if (!path[i].Covered && path[i == 0 ? path.size() - 1 : i - 1].Covered) return i;
+        if (!path[i].isCovered && path[i == 0 ? path.size() - 1 : i - 1].isCovered) return i;
     return 0;
-}
-
-// Something else may be above a few of the points: the median is the roof of the tunnel itself.
-double MedianRoof(const TrackPath& path, const CoveredStretch& stretch) {
-    std::vector<double> roofs;
-    for (std::size_t i = stretch.first; i < stretch.first + stretch.count; ++i)
-        if (path[i % path.size()].Covered) roofs.push_back(path[i % path.size()].Roof);
-    const auto middle = roofs.begin() + static_cast<std::ptrdiff_t>(roofs.size() / 2);
-    std::nth_element(roofs.begin(), middle, roofs.end());
-    return *middle;
 }
 
 }  // namespace
@@ -146,9 +136,9 @@ void FindCover(TrackPath& path, const Object3DS& object) {
     if (object.Faces.empty()) return;
     const FaceGrid grid(object);
     for (PathPoint& point : path) {
-        const auto [low, high] = grid.SurfacesAt(point.Position);
-        point.Roof = high - point.Position.y;
-        point.Covered = point.Roof > 0 && low < point.Position.y;
+        const auto [low, high] = grid.SurfacesAt(point.position);
+        point.roof = high - point.position.y;
+        point.isCovered = point.roof > 0 && low < point.position.y;
     }
 }
 
@@ -157,17 +147,18 @@ std::vector<CoveredStretch> CoveredStretches(const TrackPath& path) {
     const std::size_t start = EndOfCover(path);
     std::size_t gap = kShortest;  // points since the last covered one
     for (std::size_t i = 0; i < path.size(); ++i) {
-        if (!path[(start + i) % path.size()].Covered) {
+        const PathPoint& point = path[(start + i) % path.size()];
+        if (!point.isCovered) {
             ++gap;
             continue;
         }
-        if (gap >= kShortest) stretches.push_back({start + i});
-        stretches.back().count = start + i + 1 - stretches.back().first;
+        if (gap >= kShortest) stretches.push_back({.first = start + i, .roof = point.roof});
+        CoveredStretch& stretch = stretches.back();
+        stretch.count = start + i + 1 - stretch.first;
+        stretch.roof = std::min(stretch.roof, point.roof);
         gap = 0;
     }
     std::erase_if(stretches, [](const CoveredStretch& stretch) { return stretch.count < kShortest; });
-    for (CoveredStretch& stretch : stretches)
-        stretch.roof = MedianRoof(path, stretch);
     return stretches;
 }
 

@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "shared/Read3DSObject.h"
-#include "view/Vector.h"
+#include "shared/Vec.h"
 
 namespace boreforge {
 
 struct PathPoint {
-    Vec Position, Right, Up, Forward;
-    bool Covered = false;  // the object is above and below
-    double Roof = 0;       // from the point up to the object's highest surface above it, where covered
+    Vec position, right, up, forward;
+    bool isCovered = false;  // the object is above and below
+    double roof = 0;         // from the point up to the object's highest surface above it, where covered
 };
 
 // A closed chain of points about half a unit apart; empty without a track.
@@ -22,7 +22,7 @@ using TrackPath = std::vector<PathPoint>;
 // are counted on from the first.
 struct CoveredStretch {
     std::size_t first = 0, count = 0;
-    double roof = 0;  // the median of the points' roofs
+    double roof = 0;  // the lowest of its points, without what is above the tunnel
 };
 
 // The path of the track that was traced last.

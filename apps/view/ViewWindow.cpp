@@ -5,15 +5,16 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
-#include <QUrl>
 #include <QWheelEvent>
 
 #include <tuple>
 
+#include "base/FileTags.h"
 #include "base/Text.h"
+#include "base/Values.h"
+#include "dialogs/DroppedFiles.h"
 
 namespace boreforge {
 
@@ -22,13 +23,7 @@ namespace {
 // Milliseconds: how long a file stays unchanged before it is read, and how often a missing one is looked for.
 constexpr int kSettled = 200, kAgain = 1000;
 
-// The local files among those that are dragged.
-QStringList FilesOf(const QMimeData& dragged) {
-    QStringList files;
-    for (const QUrl& url : dragged.urls())
-        if (url.isLocalFile()) files += url.toLocalFile();
-    return files;
-}
+constexpr double kStep = 20;  // pixels that an arrow key turns or moves by
 
 FileStamp StampOf(const std::string& path) {
     const QFileInfo file(QString::fromStdString(path));
@@ -46,7 +41,7 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
     DrawPlainlyWhileMoving();
     setResizeMode(SizeRootObjectToView);
     setMinimumSize({320, 240});
-    setInitialProperties({{"scene", QVariant::fromValue<QObject*>(&scene)}});
+    setInitialProperties({{"scene", QVariant::fromValue<QObject*>(&scene.properties)}});
     setSource(QUrl(QStringLiteral("qrc:/view/Viewer.qml")));
     ShowTitle();
     Watch();
@@ -54,7 +49,7 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
 
 void ViewWindow::Open(const QString& path) {
     // The scene shows what failed.
-    if (path.endsWith(QLatin1String(".zrtrack"), Qt::CaseInsensitive)) {
+    if (HasExtension(path.toStdString(), kTrackExtension)) {
         std::ignore = scene_.OpenTrackFile(path.toStdString());
         return;
     }
@@ -75,23 +70,23 @@ void ViewWindow::AskForFile() {
 // and the object turns smoothly on a computer that draws in software.
 void ViewWindow::DrawPlainlyWhileMoving() {
     constexpr qint64 kStill = 250, kSlow = 60, kFast = 30;  // milliseconds
-    scene_.SetFine(false);
+    scene_.Switch("fine", false);
     still_.setSingleShot(true);
     still_.setInterval(kStill);
     still_.start();
-    connect(&still_, &QTimer::timeout, this, [this] { scene_.SetFine(true); });
-    connect(&scene_, &ViewScene::cameraChanged, this, [this] {
-        if (!slow_) return;
-        scene_.SetFine(false);
+    connect(&still_, &QTimer::timeout, this, [this] { scene_.Switch("fine", true); });
+    scene_.Moved = [this] {
+        if (!isSlow_) return;
+        scene_.Switch("fine", false);
         still_.start();
-    });
+    };
     // Both signals come from the render thread.
     connect(
         this, &QQuickWindow::beforeRendering, this, [this] { frameStart_.start(); }, Qt::DirectConnection);
     const auto onFrame = [this] {
         const qint64 taken = frameStart_.elapsed();
         QMetaObject::invokeMethod(this, [this, taken] {
-            if (scene_.isFine()) slow_ = taken > kSlow || (slow_ && taken > kFast);
+            if (scene_.IsOn("fine")) isSlow_ = taken > kSlow || (isSlow_ && taken > kFast);
         });
     };
     connect(this, &QQuickWindow::frameSwapped, this, onFrame, Qt::DirectConnection);
@@ -128,10 +123,10 @@ void ViewWindow::mousePressEvent(QMouseEvent* event) { last_ = event->position()
 void ViewWindow::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton) return;
     const QPoint here = event->position().toPoint();
-    const QPoint way = here - last_;
+    const QPoint offset = here - last_;
     last_ = here;
     const bool pans = event->buttons() & Qt::RightButton || event->modifiers() & Qt::ShiftModifier;
-    scene_.Drag(way.x(), way.y(), pans);
+    scene_.Drag(offset.x(), offset.y(), pans);
 }
 
 void ViewWindow::wheelEvent(QWheelEvent* event) {
@@ -139,8 +134,14 @@ void ViewWindow::wheelEvent(QWheelEvent* event) {
     scene_.Scroll(event->angleDelta().y() / kNotch);
 }
 
+void ViewWindow::UpOrDown(int up, bool pans) {
+    if (scene_.IsRiding())
+        scene_.Scroll(up);
+    else
+        scene_.Drag(0, -kStep * up, pans);
+}
+
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
-    constexpr double kStep = 20;  // pixels that an arrow key turns or moves by
     const bool pans = event->modifiers() & Qt::ShiftModifier;
     switch (event->key()) {
         case Qt::Key_F:
@@ -148,16 +149,19 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             scene_.Fit();
             break;
         case Qt::Key_B:
-            scene_.SetBackFaces(!scene_.backFaces());
+            scene_.Switch("backFaces", !scene_.IsOn("backFaces"));
             break;
         case Qt::Key_Space:
             scene_.StartOrStopRide();
             break;
         case Qt::Key_Escape:
-            scene_.help() ? scene_.SetHelp(false) : scene_.LeaveRide();
+            if (scene_.IsOn("help"))
+                scene_.Switch("help", false);
+            else
+                scene_.LeaveRide();
             break;
         case Qt::Key_F1:
-            scene_.SetHelp(!scene_.help());
+            scene_.Switch("help", !scene_.IsOn("help"));
             break;
         case Qt::Key_O:
             AskForFile();
@@ -169,10 +173,10 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             scene_.Drag(kStep, 0, pans);
             break;
         case Qt::Key_Up:
-            scene_.IsRiding() ? scene_.Scroll(1) : scene_.Drag(0, -kStep, pans);
+            UpOrDown(1, pans);
             break;
         case Qt::Key_Down:
-            scene_.IsRiding() ? scene_.Scroll(-1) : scene_.Drag(0, kStep, pans);
+            UpOrDown(-1, pans);
             break;
         case Qt::Key_Plus:
             scene_.Scroll(1);
@@ -196,15 +200,12 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
 bool ViewWindow::event(QEvent* event) {
     if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
         auto* const drag = static_cast<QDragMoveEvent*>(event);
-        const bool mayCopy = drag->possibleActions() & (Qt::CopyAction | Qt::LinkAction);
-        drag->setDropAction(Qt::CopyAction);  // after a move the file manager might remove the file
-        drag->setAccepted(mayCopy && !FilesOf(*drag->mimeData()).empty());
+        AcceptAsCopy(*drag, !FilesOf(*drag->mimeData()).empty());
         return true;
     }
     if (event->type() == QEvent::Drop) {
         auto* const drop = static_cast<QDropEvent*>(event);
-        drop->setDropAction(Qt::CopyAction);
-        drop->accept();
+        AcceptAsCopy(*drop, true);
         for (const QString& file : FilesOf(*drop->mimeData()))
             Open(file);
         return true;

@@ -18,8 +18,6 @@ namespace boreforge {
 using FileStamp = std::pair<QDateTime, qint64>;
 
 class ViewWindow : public QQuickView {
-    Q_OBJECT
-
   public:
     explicit ViewWindow(ViewScene& scene);
 
@@ -37,6 +35,7 @@ class ViewWindow : public QQuickView {
 
   private:
     void DrawPlainlyWhileMoving();
+    void UpOrDown(int up, bool pans);  // an arrow key, 1 for up, -1 for down
     void Watch();
     void Reload();
     void ShowTitle();
@@ -48,7 +47,7 @@ class ViewWindow : public QQuickView {
     FileStamp stamp_{{}, -1};
     QTimer still_;  // runs while the camera moves
     QElapsedTimer frameStart_;
-    bool slow_ = true;  // at drawing with shadows and smooth edges
+    bool isSlow_ = true;  // drawing with shadows and smooth edges takes too long here
 };
 
 }  // namespace boreforge

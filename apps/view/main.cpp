@@ -3,12 +3,10 @@
 #include <QScreen>
 #include <QSurfaceFormat>
 
-#include <cstdio>
-#include <cstdlib>
 #include <tuple>
 
 #include "base/Text.h"
-#include "platform/Files.h"
+#include "dialogs/StartMessages.h"
 #include "platform/Paths.h"
 #include "platform/Signals.h"
 #include "version.h"
@@ -19,15 +17,6 @@
 using namespace boreforge;
 
 namespace {
-
-// Handles Qt's messages while it opens the display. Without a display, Qt reports each attempt and aborts; we
-// print one line and exit.
-void OnStartMessage(QtMsgType type, const QMessageLogContext&, const QString&) {
-    if (type != QtFatalMsg) return;
-    std::fputs("boreforge-view: needs a display; without one, run it with: xvfb-run -a boreforge-view ...\n",
-               stderr);
-    std::_Exit(kFailed);
-}
 
 Outcome CheckPicturePath(const ViewOptions& options) {
     for (const std::string& input : {options.Object, options.Track})
@@ -81,7 +70,7 @@ int Run(const ViewOptions& options, char* program) {
     QSurfaceFormat::setDefaultFormat(format);
     int count = 1;
     char* arguments[] = {program, nullptr};
-    qInstallMessageHandler(OnStartMessage);
+    ExplainMissingDisplay("boreforge-view", "without one, run it with: xvfb-run -a boreforge-view ...");
     QApplication application(count, arguments);
     qInstallMessageHandler(nullptr);
     QApplication::setApplicationName("boreforge-view");

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <bit>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -11,8 +10,6 @@
 #include "tracing/mMath3D.h"
 
 namespace boreforge {
-
-inline bool HasNaN(const Vector3D& v) { return std::isnan(v.x) || std::isnan(v.y) || std::isnan(v.z); }
 
 // An open-addressed table from a point to the index of the vertex stored last among those equal to it. Points
 // are equal when their coordinates are equal numbers: 0 and -0 are, a NaN equals nothing. The table holds

@@ -18,6 +18,11 @@ struct Vector3D {
     friend bool operator==(const Vector3D&, const Vector3D&) = default;
 };
 
+inline bool IsFinite(const Vector3D& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+inline bool HasNaN(const Vector3D& v) { return std::isnan(v.x) || std::isnan(v.y) || std::isnan(v.z); }
+
 // b - a, the vector from a to b.
 inline Vector3D VecSubtract(const Vector3D& a, const Vector3D& b) {
     return {b.x - a.x, b.y - a.y, b.z - a.z};

@@ -129,8 +129,6 @@ bool TracePiece(const Piece& piece, std::int32_t index, std::vector<TracedSegmen
     return RollPiece(TrackFile.BezierNodes[rollNode], traced);
 }
 
-bool IsFinite(const Vector3D& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
-
 bool IsFinite(const Piece& piece) {
     return IsFinite(piece.p0) && IsFinite(piece.c0) && IsFinite(piece.p1) && IsFinite(piece.c1);
 }

@@ -1,7 +1,6 @@
 #include "tunnelmesh/TunnelSweep.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -147,11 +146,9 @@ void SweepInsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std:
 
 WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int32_t detailStep,
                     bool doubleSided) {
-    const auto isFinite = [](const Vector3D& v) {
-        return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
-    };
     const auto sides = static_cast<std::int64_t>(BandCount(segmentIndex, detailStep)) * (doubleSided ? 2 : 1);
-    const auto nodes = std::ssize(contour), finite = std::ranges::count_if(contour, isFinite);
+    const auto nodes = std::ssize(contour),
+               finite = std::ranges::count_if(contour, [](const Vector3D&v) { return IsFinite(v); });
     // In a band, each node is a corner of two quads, and of three triangle corners in each.
     return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }

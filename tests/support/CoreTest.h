@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/Outcome.h"
 #include "base/Bytes.h"
+#include "base/Outcome.h"
 #include "tracing/mMath3D.h"
 #include "trackfile/TrackDocument.h"
 

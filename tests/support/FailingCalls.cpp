@@ -44,9 +44,9 @@ void Choose(int which, int signal) {
     callsBefore = which;
     signalAfter = signal;
     using F = FileCalls;
-    Replace<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::reserve, &F::rewind, &F::setOwner,
-            &F::setMode, &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder,
-            &F::replaceIn, &F::renameIn, &F::removeIn>();
+    Replace<&F::open, &F::createIn, &F::inspect, &F::inspectIn, &F::rewind, &F::setOwner, &F::setMode,
+            &F::getAccessList, &F::setAccessList, &F::lock, &F::flush, &F::flushFolder, &F::replaceIn,
+            &F::renameIn, &F::removeIn>();
     fileCalls.read = [](int file, void* bytes, std::size_t count) {
         return Try<std::int64_t>([&] { return kSystem.read(file, bytes, count / 2 + 1); });
     };

@@ -1,7 +1,7 @@
-VARYING vec3 place;
+VARYING vec3 worldPosition;
 // Lines every 10 and every 100 units show how large everything is; they vanish where there would be too many.
 float grid(float size) {
-    vec2 at = place.xz / size;
+    vec2 at = worldPosition.xz / size;
     vec2 pixel = fwidth(at);
     vec2 line = 1.0 - smoothstep(0.5 * pixel, 1.5 * pixel, abs(at - round(at)));
     line *= clamp((1.0 / pixel - 6.0) / 40.0, 0.0, 1.0);
@@ -13,6 +13,6 @@ void MAIN() {
     SPECULAR_AMOUNT = 0.0;
 }
 void POST_PROCESS() {
-    float share = distance(place, CAMERA_POSITION) / haze;
+    float share = distance(worldPosition, CAMERA_POSITION) / haze;
     COLOR_SUM = vec4(mix(vec3(0.81, 0.865, 0.9), DIFFUSE.rgb, 1.0 / (1.0 + share * share)), 1.0);
 }

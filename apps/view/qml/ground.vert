@@ -1,4 +1,4 @@
-VARYING vec3 place;
+VARYING vec3 worldPosition;
 void MAIN() {
-    place = (MODEL_MATRIX * vec4(VERTEX, 1.0)).xyz;
+    worldPosition = (MODEL_MATRIX * vec4(VERTEX, 1.0)).xyz;
 }

@@ -1,6 +1,6 @@
-VARYING vec3 way;
+VARYING vec3 direction;
 void MAIN() {
-    way = VERTEX;
+    direction = VERTEX;
     POSITION = MODELVIEWPROJECTION_MATRIX * vec4(VERTEX, 1.0);
     POSITION.z = POSITION.w * 0.999999;
 }

@@ -1,6 +1,6 @@
 VARYING vec2 edges;
 VARYING vec4 color;
-VARYING vec3 place;
+VARYING vec3 worldPosition;
 // Edges are lines about a pixel wide, which vanish where there would be too many of them.
 void MAIN() {
     vec2 pixel = fwidth(edges);
@@ -11,7 +11,7 @@ void MAIN() {
     SPECULAR_AMOUNT = 0.0;
 }
 void POST_PROCESS() {
-    float share = distance(place, CAMERA_POSITION) / haze;
+    float share = distance(worldPosition, CAMERA_POSITION) / haze;
     vec3 hazy = mix(vec3(0.81, 0.865, 0.9), DIFFUSE.rgb + SPECULAR, 1.0 / (1.0 + share * share));
     // Premultiplied by alpha. This colour is linear and will be converted to sRGB, where a factor of alpha^2.2
     // becomes one of alpha.

@@ -3,17 +3,15 @@
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QFileInfo>
-#include <QMimeData>
 #include <QScreen>
-#include <QSysInfo>
 #include <QTimer>
-#include <QUrl>
 #include <QWindow>
 
 #include <algorithm>
 #include <functional>
 #include <optional>
 
+#include "dialogs/DroppedFiles.h"
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mFileDialog.h"
@@ -70,14 +68,9 @@ FileType TypeOf(const QString& path) {
 
 // The path of the dragged file; empty unless exactly one file is dragged and it is a shape or a track.
 QString DraggedFile(const QMimeData& dragged) {
-    const QList<QUrl> urls = dragged.urls();
-    if (urls.size() != 1 || !urls.first().isLocalFile()) return {};
-    // Some file managers name the machine, as the drag and drop protocol of X11 asks them to.
-    const QString host = urls.first().host();
-    const bool isHere =
-        host.isEmpty() || host == "localhost" || host == QSysInfo::machineHostName().toLower();
-    const QString path = isHere ? urls.first().path(QUrl::FullyDecoded) : QString();
-    return QFileInfo(path).isFile() && TypeOf(path) != FileType::Other ? path : QString();
+    const QStringList files = FilesOf(dragged);
+    const bool isOne = dragged.urls().size() == 1 && files.size() == 1;
+    return isOne && TypeOf(files.first()) != FileType::Other ? files.first() : QString();
 }
 
 FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
@@ -247,18 +240,13 @@ void frmMain::resizeEvent(QResizeEvent*) {
 
 // Qt delivers drags to a window even while a modal dialog blocks it.
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    const bool mayCopy = event->possibleActions() & (Qt::CopyAction | Qt::LinkAction);
-    if (QApplication::activeModalWidget() || !mayCopy || DraggedFile(*event->mimeData()).isEmpty())
-        return event->ignore();
-    dragged_ = DraggedFile(*event->mimeData());
-    event->setDropAction(Qt::CopyAction);  // after a move the file manager might remove the file
-    event->accept();
+    const QString file = QApplication::activeModalWidget() ? QString() : DraggedFile(*event->mimeData());
+    if (AcceptAsCopy(*event, !file.isEmpty())) dragged_ = file;
 }
 
 // The file manager is blocked until this returns, so the dialog opens afterwards.
 void frmMain::dropEvent(QDropEvent* event) {
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    AcceptAsCopy(*event, true);
     QTimer::singleShot(0, this, [this, path = dragged_] {
         if (!QApplication::activeModalWidget()) Guarded([&] { OpenDropped(path); });
     });

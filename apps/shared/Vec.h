@@ -1,4 +1,4 @@
-// Vectors of 64-bit floats, for what the viewer computes about paths and cameras.
+// Vectors of 64-bit floats, for what the programs compute about objects, paths and cameras.
 #pragma once
 
 #include <cmath>
@@ -9,6 +9,7 @@ namespace boreforge {
 
 struct Vec {
     double x = 0, y = 0, z = 0;
+    friend bool operator==(const Vec&, const Vec&) = default;
 };
 
 constexpr Vec operator+(const Vec& a, const Vec& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }

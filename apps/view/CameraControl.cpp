@@ -1,0 +1,94 @@
+#include "view/CameraControl.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace boreforge {
+
+void CameraControl::Take(const Aim& aim) {
+    aimed_ = aim.pose;
+    lens_ = aim.lens;
+    orbit_ = OrbitCamera::From(aim.pose, aim.distance);
+}
+
+void CameraControl::Fit(const Object3DS& object) {
+    state_ = Free();
+    if (object.Faces.empty()) return;
+    Take(AimAtWhole(object, lens_));
+    state_ = Fitted();
+}
+
+Outcome CameraControl::LookFrom(ViewFrom view, const Object3DS& object, const TrackPath& path) {
+    Aim aim;
+    const Outcome found = AimFrom(view, object, path, lens_, aim);
+    if (!found) return found;
+    Take(aim);
+    state_ = Fixed{view, aim.pose};
+    return {};
+}
+
+void CameraControl::Resize(int width, int height, const Object3DS& object) {
+    lens_.width = std::max(width, 1);
+    lens_.height = std::max(height, 1);
+    if (std::holds_alternative<Fitted>(state_)) Fit(object);
+}
+
+void CameraControl::Drag(double right, double down, bool pan) {
+    if (Ride* const ride = std::get_if<Ride>(&state_)) return ride->TurnHead(right, down);
+    state_ = Free();
+    if (pan)
+        orbit_.Pan(right, down, lens_);
+    else
+        orbit_.Turn(right, down);
+}
+
+void CameraControl::Scroll(double steps) {
+    if (Ride* const ride = std::get_if<Ride>(&state_)) return ride->ChangeSpeed(steps);
+    state_ = Free();
+    orbit_.Zoom(steps);
+}
+
+void CameraControl::StartOrStopRide() {
+    if (!CurrentRide()) state_ = Ride();
+    Ride& ride = std::get<Ride>(state_);
+    ride.isMoving = !ride.isMoving;
+}
+
+void CameraControl::LeaveRide() {
+    if (CurrentRide()) state_ = Free();
+}
+
+void CameraControl::Advance(double seconds, const TrackPath& path) {
+    if (Ride* const ride = std::get_if<Ride>(&state_)) ride->Advance(seconds, path);
+}
+
+CameraPose CameraControl::Pose(const TrackPath& path) const {
+    if (const Ride* const ride = CurrentRide()) return ride->Pose(path);
+    const Fixed* const fixed = std::get_if<Fixed>(&state_);
+    return fixed ? fixed->pose : orbit_.Pose();
+}
+
+CameraLens CameraControl::Lens() const {
+    constexpr double kRideAngle = 0.62;
+    CameraLens lens = lens_;
+    if (CurrentRide()) lens.halfAngle = kRideAngle;
+    return lens;
+}
+
+bool CameraControl::IsInTunnel(const TrackPath& path) const {
+    if (const Ride* const ride = CurrentRide())
+        return path[static_cast<std::size_t>(ride->position) % path.size()].isCovered;
+    const Fixed* const fixed = std::get_if<Fixed>(&state_);
+    return fixed && fixed->view == ViewFrom::Inside;
+}
+
+std::optional<ScaleBar> CameraControl::Scale() const {
+    constexpr double kMostOfWidth = 0.2;
+    const Fixed* const fixed = std::get_if<Fixed>(&state_);
+    if (CurrentRide() || (fixed && fixed->view != ViewFrom::Above)) return std::nullopt;
+    const double unit = lens_.PixelsPerUnit(orbit_.distance);
+    const double length = RoundLength(kMostOfWidth * lens_.width / unit);
+    return ScaleBar{length, length * unit};
+}
+
+}  // namespace boreforge

@@ -1,0 +1,62 @@
+// Moves the camera as the user's mouse and keys, the ride and the views for pictures tell it.
+#pragma once
+
+#include <optional>
+#include <variant>
+
+#include "view/Aim.h"
+
+namespace boreforge {
+
+// A length in units, and in pixels at the distance that is looked at.
+struct ScaleBar {
+    double units, pixels;
+};
+
+class CameraControl {
+  public:
+    // Shows the whole object, and again whenever the size changes, until the user moves the camera.
+    void Fit(const Object3DS& object);
+    // Takes the view for a picture. If there is no such view, fails and changes nothing.
+    Outcome LookFrom(ViewFrom view, const Object3DS& object, const TrackPath& path);
+    // The size of the picture in pixels; smaller ones count as 1.
+    void Resize(int width, int height, const Object3DS& object);
+
+    // By the distance that the mouse moved, in pixels. Looks around on a ride, else turns or pans.
+    void Drag(double right, double down, bool pan);
+    // Changes the speed of a ride, else zooms.
+    void Scroll(double steps);
+
+    // Starts a ride, stops it or goes on with it.
+    void StartOrStopRide();
+    void LeaveRide();
+    void Advance(double seconds, const TrackPath& path);
+    // Null if there is none.
+    const Ride* CurrentRide() const { return std::get_if<Ride>(&state_); }
+
+    CameraPose Pose(const TrackPath& path) const;
+    CameraLens Lens() const;
+    // Whether the eye is within a tunnel, where only a lamp gives light.
+    bool IsInTunnel(const TrackPath& path) const;
+    // None if the picture has no one scale.
+    std::optional<ScaleBar> Scale() const;
+    // The pose of the last Fit or LookFrom: the sun follows it.
+    const CameraPose& AimedPose() const { return aimed_; }
+
+  private:
+    struct Fitted {};
+    struct Free {};
+    struct Fixed {  // for a picture
+        ViewFrom view;
+        CameraPose pose;
+    };
+
+    void Take(const Aim& aim);
+
+    std::variant<Free, Fitted, Fixed, Ride> state_;
+    OrbitCamera orbit_;  // of all but a ride, after which it goes on
+    CameraLens lens_;
+    CameraPose aimed_;
+};
+
+}  // namespace boreforge
