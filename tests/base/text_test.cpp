@@ -42,7 +42,7 @@ TEST(TextTest, Windows1252HasLatin1AndItsOwnCharactersOnly) {
 TEST(TextTest, WhatControlsATerminalIsReplaced) {
     for (const char* const text :
          {"\x1b", "\x7f", "\u009b", "\u061c", "\u200e", "\u2028", "\u202e", "\u2069", "\xff", "\n"})
-        EXPECT_EQ(OneLine(std::string("a") + text + "b"), "a?b") << text;
+        EXPECT_EQ(OneLine(text), "?") << text;
     EXPECT_EQ(OneLine("\u00e4\u2026\xe2\x82z"), "\u00e4\u2026??z");
     EXPECT_EQ(Printable("a\r\nb"), "a?\nb");
 }

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <functional>
-#include <span>
 
 #include "editor/ShapeInput.h"
 #include "editor/ShapeView.h"
@@ -14,27 +13,19 @@ namespace {
 
 // Starts with the box, its right floor node selected, and one shape unit for each pixel from (0, 0).
 struct ShapeHistoryTest : CoreTest {
-    ShapeHistoryTest() {
+    ShapeHistoryTest() { Restart(); }
+    static void Restart() {
         MakePresetShape(kPresetBox);
         TunnelShape.SelectedNode = 0;
         TunnelShape.ZoomScale = 1;
         ShapeView = {};
+        ShapeHistory = {};
         EndShapeStep();
     }
-    struct Position {
-        float x, y;
-    };
-    using Way = std::vector<Position>;
-    void Press(Position at) { PressMouse(MouseButton::Left, at.x, -at.y, controls); }
-    void Move(Position to) { MoveMouse(MouseState::Left, to.x, -to.y, controls); }
+    void Press(float x, float y) { PressMouse(MouseButton::Left, x, -y, controls); }
+    void Move(float x, float y) { MoveMouse(MouseState::Left, x, -y, controls); }
     void Release() { ReleaseMouse(MouseButton::Left, controls); }
-    // Presses the button at the first position, moves through the others and releases it at the last.
-    void Drag(const Way& way) {
-        Press(way[0]);
-        for (const Position& position : std::span(way).subspan(1))
-            Move(position);
-        Release();
-    }
+    void Run(ShapeTool tool) { RunShapeTool(tool, controls); }
     bool Undo() { return RunShapeTool(ShapeTool::Undo, controls); }
     bool Redo() { return RunShapeTool(ShapeTool::Redo, controls); }
     EditorControls controls;
@@ -42,91 +33,69 @@ struct ShapeHistoryTest : CoreTest {
 
 TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
     const std::string empty = In("empty.zrbf"), wrong = In("wrong.zrbf");
-    const Way away = {{7, 7}, {8, 8}, {9, 9}}, dragging = {{2, 3}, {4, 4}, {5, 5}};
     WriteBytes(empty, FromHex("'ZRBF' 00000000"));
     WriteBytes(wrong, FromHex("'ZRBE' 00000000"));
     const struct {
         const char* name;
         std::function<void()> change;
-    } cases[] = {{"adding and dragging away", [&] { Drag(away); }},
-                 {"dragging", [&] { Drag(dragging); }},
-                 {"inserting", [&] { RunShapeTool(ShapeTool::Insert, controls); }},
-                 {"deleting", [&] { RunShapeTool(ShapeTool::Delete, controls); }},
-                 {"mirror", [&] { RunShapeTool(ShapeTool::Mirror, controls); }},
-                 {"flip", [&] { RunShapeTool(ShapeTool::Flip, controls); }},
-                 {"New", [&] { RunShapeTool(ShapeTool::New, controls); }},
+    } cases[] = {{"adding and dragging away",
+                  [&] {
+                      Press(7, 7);
+                      Move(8, 8);
+                      Move(9, 9);
+                      Release();
+                  }},
+                 {"a tool", [&] { Run(ShapeTool::Mirror); }},
                  {"a preset", [&] { UsePreset(kPresetRounded, controls); }},
                  {"opening", [&] { EXPECT_TRUE(OpenShapeFile(empty, controls)); }},
-                 {"a wrong start", [&] { EXPECT_FALSE(OpenShapeFile(wrong, controls)); }}};
-    for (const auto& row : cases) {
-        TunnelShape.SelectedNode = 0;
-        const TunnelShapeState before = TunnelShape;
-        row.change();
-        const TunnelShapeState after = TunnelShape;
-        EXPECT_TRUE(Undo()) << row.name;
-        EXPECT_EQ(TunnelShape.InsideNodes, before.InsideNodes) << row.name;
-        EXPECT_EQ(TunnelShape.OutsideNodes, before.OutsideNodes) << row.name;
-        EXPECT_FALSE(Undo()) << row.name << " is more than one step";
-        EXPECT_TRUE(Redo()) << row.name;
-        EXPECT_EQ(TunnelShape.InsideNodes, after.InsideNodes) << row.name;
-        EXPECT_EQ(TunnelShape.OutsideNodes, after.OutsideNodes) << row.name;
-        EXPECT_FALSE(Redo()) << row.name;
-        Undo();
-    }
-}
-
-TEST_F(ShapeHistoryTest, UndoAndRedoSelectNothingAndLeaveTheViewAlone) {
-    RunShapeTool(ShapeTool::Mirror, controls);
-    for (const ShapeTool tool : {ShapeTool::Undo, ShapeTool::Redo}) {
-        TunnelShape.SelectedNode = 1;
-        TunnelShape.SelectedIsOutside = kTrue;
-        TunnelShape.ZoomScale = 170;
-        ShapeView = {30, 40, 50, 60};
-        EXPECT_TRUE(RunShapeTool(tool, controls));
+                 {"opening a wrong file", [&] { EXPECT_FALSE(OpenShapeFile(wrong, controls)); }}};
+    for (const auto& [name, change] : cases) {
+        SCOPED_TRACE(name);
+        Restart();
+        const TunnelShapeState box = TunnelShape;
+        change();
+        const TunnelShapeState changed = TunnelShape;
+        EXPECT_TRUE(Undo());
+        EXPECT_EQ(TunnelShape.InsideNodes, box.InsideNodes);
+        EXPECT_EQ(TunnelShape.OutsideNodes, box.OutsideNodes);
         EXPECT_EQ(TunnelShape.SelectedNode, -1);
-        EXPECT_EQ(TunnelShape.SelectedIsOutside, kTrue);
-        EXPECT_EQ(TunnelShape.ZoomScale, 170);
-        EXPECT_EQ(ShapeView.PanX, 30);
-        EXPECT_EQ(ShapeView.ViewOriginY, 60);
+        EXPECT_FALSE(Undo()) << "more than one step";
+        EXPECT_TRUE(Redo());
+        EXPECT_EQ(TunnelShape.InsideNodes, changed.InsideNodes);
+        EXPECT_EQ(TunnelShape.OutsideNodes, changed.OutsideNodes);
+        EXPECT_FALSE(Redo());
     }
 }
 
-TEST_F(ShapeHistoryTest, AnActionThatChangesNothingIsNoStep) {
-    TunnelShape.InsideNodes[3] = {NAN, -0.0f, 0};
-    ShapeHistory = {};
+TEST_F(ShapeHistoryTest, OnlyAChangeDropsWhatWasUndone) {
+    TunnelShape.InsideNodes[3] = {NAN, 0, 0};
     EndShapeStep();
-    Drag({{2, 3}, {5, 5}, {2, 3}});
-    UsePreset(kPresetBox, controls);
-    Undo();  // the NaN is back
-    RunShapeTool(ShapeTool::ZoomIn, controls);
-    TunnelShape.InsideNodes[3].y = 0;
-    EXPECT_FALSE(Undo());
-    TunnelShape.SelectedNode = 1;
+    Run(ShapeTool::Mirror);
+    Undo();
+    Run(ShapeTool::ZoomIn);
+    TunnelShape.InsideNodes[3].y = -0.0f;
     EXPECT_FALSE(OpenShapeFile(In("absent.zrbf"), controls));
-    EXPECT_FALSE(Undo());
-    EXPECT_EQ(TunnelShape.SelectedNode, 1);
-    EXPECT_TRUE(Redo()) << "nothing that was undone is lost";
+    EXPECT_TRUE(Redo());
+    Undo();
+    Run(ShapeTool::Flip);
+    EXPECT_FALSE(Redo());
 }
 
 TEST_F(ShapeHistoryTest, NothingIsUndoneAndNoStepEndsWhileAButtonIsDown) {
-    RunShapeTool(ShapeTool::Flip, controls);
-    const TunnelShapeState flipped = TunnelShape;
-    Press({7, 7});
+    Press(7, 7);
     controls.buttonDown = true;
     EXPECT_FALSE(Undo());
-    PressMouse(MouseButton::Other, 0, 0, controls);
-    RunShapeTool(ShapeTool::Mirror, controls);
+    Run(ShapeTool::Mirror);
     ReleaseMouse(MouseButton::Other, controls);
-    Move({9, 9});
-    EXPECT_FALSE(Redo());
+    Move(9, 9);
     controls.buttonDown = false;
     Release();
     EXPECT_TRUE(Undo());
-    EXPECT_EQ(TunnelShape.InsideNodes, flipped.InsideNodes);
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0}));
 }
 
 TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
-    const Way click = {{2.5f, 0}};
     const struct {
         const char* name;
         std::function<void()> between;
@@ -134,35 +103,21 @@ TEST_F(ShapeHistoryTest, ARunOfArrowKeysIsOneStepUntilAnythingElseHappens) {
     } cases[] = {
         {"nothing", [] {}, 1},
         {"a key elsewhere", [&] { PressKey({KeyCode::Other}, false, controls); }, 2},
-        {"a choice", [&] { PressKey({.code = KeyCode::Right, .control = true}, true, controls); }, 2},
-        {"a click", [&] { Drag(click); }, 2},
+        {"a selection", [&] { PressKey({.code = KeyCode::Right, .control = true}, true, controls); }, 2},
+        {"a press", [&] { Press(2, 0); }, 2},
         {"a zoom", [&] { TurnWheel(120, controls); }, 2},
-        {"a mirror", [&] { RunShapeTool(ShapeTool::Mirror, controls); }, 3}};
+        {"a mirror", [&] { Run(ShapeTool::Mirror); }, 3}};
     for (const auto& [name, between, steps] : cases) {
-        MakePresetShape(kPresetBox);
-        TunnelShape.SelectedNode = 0;
-        TunnelShape.ZoomScale = 1;
-        ShapeHistory = {};
-        EndShapeStep();
-        for (const KeyCode code : {KeyCode::Up, KeyCode::Right, KeyCode::Up})
-            PressKey({code}, true, controls);
+        Restart();
+        PressKey({KeyCode::Up}, true, controls);
+        PressKey({KeyCode::Right}, true, controls);
         between();
-        for (const KeyCode code : {KeyCode::Right, KeyCode::Up})
-            PressKey({code}, true, controls);
+        PressKey({KeyCode::Up}, true, controls);
         int undone = 0;
         while (Undo())
             ++undone;
         EXPECT_EQ(undone, steps) << name;
-        EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0})) << name;
     }
-}
-
-TEST_F(ShapeHistoryTest, ANewStepDropsWhatWasUndone) {
-    RunShapeTool(ShapeTool::Mirror, controls);
-    Undo();
-    Drag({{7, 7}});
-    EXPECT_FALSE(Redo());
-    EXPECT_TRUE(Undo());
 }
 
 TEST_F(ShapeHistoryTest, TheLastThousandStepsAreKeptWithin64MegabytesButAtLeastOne) {

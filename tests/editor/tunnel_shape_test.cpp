@@ -1,6 +1,5 @@
 #include "editor/TunnelShape.h"
 
-#include <algorithm>
 #include <sstream>
 
 #include "editor/TunnelShapeFile.h"
@@ -24,66 +23,42 @@ std::string Shape() {
 TEST_F(TunnelShapeTest, BothContoursGainAndLoseNodesTogether) {
     for (const Vector3D& node : {Vector3D{1, -2, 3}, {-4, 5, 0}, {0, -0.25f, -1}})
         AddShapeNode(node);
-    const Vector3D late{-1, -7, 2};
-    for (const std::int32_t nowhere : {-1, 3}) {
-        DeleteShapeNode(nowhere);
-        InsertShapeNode(nowhere, late);
-    }
     EXPECT_EQ(Shape(), " 1,-2,3 -4,5,0 0,-0.25,-1| 1.5,-2.5,3 -4.5,5.5,0 0.5,-0.75,-1");
     DeleteShapeNode(1);
-    InsertShapeNode(0, late);
-    EXPECT_EQ(Shape(), " 1,-2,3 -1,-7,2 0,-0.25,-1| 1.5,-2.5,3 -1.5,-7.5,2 0.5,-0.75,-1");
+    InsertShapeNode(1, {-1, -7, 2});
+    EXPECT_EQ(Shape(), " 1,-2,3 0,-0.25,-1 -1,-7,2| 1.5,-2.5,3 0.5,-0.75,-1 -1.5,-7.5,2");
     DeleteShapeNode(0);
-    InsertShapeNode(1, {5, 5, 5});
     MirrorTunnelShape();
-    EXPECT_EQ(Shape(), " 1,-7,2 -0,-0.25,-1 -5,5,5| 1.5,-7.5,2 -0.5,-0.75,-1 -5.5,5.5,5");
-    DeleteShapeNode(2);
+    EXPECT_EQ(Shape(), " -0,-0.25,-1 1,-7,2| -0.5,-0.75,-1 1.5,-7.5,2");
     FlipTunnelShape();
-    EXPECT_EQ(Shape(), " 1,7,2 -0,0.25,-1| 1.5,7.5,2 -0.5,0.75,-1");
-    for (int i = 0; i < 3; ++i)
-        DeleteShapeNode(0);
-    InsertShapeNode(0, late);
-    EXPECT_EQ(Shape(), "|");
-}
-
-TEST_F(TunnelShapeTest, APointOfTheShapeItselfMayBeAddedOrInserted) {
-    AddShapeNode({1, 2, 3});
-    TunnelShape.InsideNodes.shrink_to_fit();  // so that the next node moves the array
-    AddShapeNode(TunnelShape.InsideNodes[0]);
-    TunnelShape.InsideNodes.shrink_to_fit();
-    InsertShapeNode(0, TunnelShape.InsideNodes[1]);
-    EXPECT_EQ(Shape(), " 1,2,3 1,2,3 1,2,3| 1.5,2.5,3 1.5,2.5,3 1.5,2.5,3");
-}
-
-TEST_F(TunnelShapeTest, APresetReplacesShapeZoomAndSelection) {
-    const struct {
-        std::int16_t preset;
-        const char* shape;
-    } cases[] = {{kPresetBox, " 2,-1,0 2,3,0 -2,3,0 -2,-1,0| 2.5,-1.5,0 2.5,3.5,0 -2.5,3.5,0 -2.5,-1.5,0"},
-                 {kPresetRounded,
-                  " 2,0,0 2,2,0 1,3,0 -1,3,0 -2,2,0 -2,0,0 -1,-1,0 1,-1,0| "
-                  "2.5,0,0 2.5,2,0 1,3.5,0 -1,3.5,0 -2.5,2,0 -2.5,0,0 -1,-1.5,0 1,-1.5,0"},
-                 {kPresetRounded + 1, "|"},
-                 {-1, "|"}};
-    for (const auto& [preset, shape] : cases) {
-        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
-        MakePresetShape(preset);
-        EXPECT_EQ(Shape(), shape);
-        EXPECT_EQ(TunnelShape.ZoomScale, 50);
-        EXPECT_EQ(TunnelShape.SelectedNode, -1);
+    EXPECT_EQ(Shape(), " -0,0.25,-1 1,7,2| -0.5,0.75,-1 1.5,7.5,2");
+    for (const std::int32_t nowhere : {-1, 2}) {
+        DeleteShapeNode(nowhere);
+        InsertShapeNode(nowhere, {9, 9, 9});
+        EXPECT_EQ(TunnelShape.NodeCount(), 2) << nowhere;
     }
+}
+
+TEST_F(TunnelShapeTest, APresetThatDoesNotExistEmptiesTheShapeAndResetsTheZoom) {
+    TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
+    MakePresetShape(kPresetRounded + 1);
+    EXPECT_EQ(Shape(), "|");
+    EXPECT_EQ(TunnelShape.ZoomScale, 50);
+    EXPECT_EQ(TunnelShape.SelectedNode, -1);
 }
 
 class ShapeFileTest : public CoreTest {
   protected:
-    ShapeFileTest() { SetShape(); }
-    static void SetShape() {
+    ShapeFileTest() {
         TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
     }
-    Bytes WithStart(const std::string& start) const {
+    // The outcome of loading a file with this start instead of its own.
+    std::string LoadWith(const std::string& start, std::size_t length) {
         Bytes file = whole_;
         std::ranges::copy(FromHex(start), file.begin());
-        return file;
+        file.resize(length);
+        WriteBytes(path_, file);
+        return TextOf(LoadTunnelShape(path_));
     }
     const std::string path_ = In("s.zrbf");
     const Bytes whole_ = FromHex(
@@ -95,48 +70,28 @@ TEST_F(ShapeFileTest, ASaveWritesEachNodesInsideAndOutsidePoint) {
     WriteBytes(path_, Bytes(900, 1));
     ASSERT_TRUE(SaveTunnelShape(path_));
     EXPECT_EQ(ReadBytes(path_), whole_);
-    TunnelShape = {};
-    ASSERT_TRUE(SaveTunnelShape(path_));
-    EXPECT_EQ(ReadBytes(path_), FromHex("'ZRBF' 00000000"));
 }
 
-TEST_F(ShapeFileTest, ALoadTakesTheNodesAndTheDefaultZoom) {
-    const std::string shape = Shape();
-    Bytes longer = WithStart("'zrBf'");
-    longer.resize(70, 0x55);
-    for (const Bytes& file : {whole_, longer}) {
-        WriteBytes(path_, file);
-        TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
-        EXPECT_TRUE(LoadTunnelShape(path_));
-        EXPECT_EQ(Shape(), shape);
-        EXPECT_EQ(TunnelShape.ZoomScale, 50);
-    }
-}
-
-TEST_F(ShapeFileTest, TheCountOfNodesDecidesWhatIsLoaded) {
+TEST_F(ShapeFileTest, TheNumberOfNodesDecidesWhatIsLoaded) {
     const struct {
         const char* start;
-        bool loaded;
-        int nodes;
-    } cases[] = {{"'ZRBF' 01", true, 1},
-                 {"'ZRBF' FFFFFFFF", true, 0},  // -1
-                 {"'ZRBF' 03", false, 0},
-                 {"'ZRBF' FFFFFF7F", false, 0},
-                 {"'ZRBE' 02", false, 0}};
-    for (const auto& [start, loaded, nodes] : cases) {
-        SetShape();
-        WriteBytes(path_, WithStart(start));
-        EXPECT_EQ(bool(LoadTunnelShape(path_)), loaded) << start;
-        EXPECT_EQ(TunnelShape.NodeCount(), nodes) << start;
-    }
-}
-
-TEST_F(ShapeFileTest, NoPrefixOfAShapeFileIsOne) {
-    for (std::size_t length = 0; length < whole_.size(); ++length) {
-        SetShape();
-        WriteBytes(path_, Bytes(whole_.begin(), whole_.begin() + static_cast<std::ptrdiff_t>(length)));
-        EXPECT_FALSE(LoadTunnelShape(path_)) << length;
-        EXPECT_EQ(TunnelShape.NodeCount(), 0) << length;
+        std::size_t length;
+        const char* reason;
+        const char* shape;
+    } cases[] = {{"'zrBf' 02", 70, "", " 1,2,3 -0.5,0,-1| 4,5,6 1.5,0.25,-7"},
+                 {"'ZRBF' 01", 56, "", " 1,2,3| 4,5,6"},
+                 {"'ZRBF' FFFFFFFF", 56, "", "|"},  // -1
+                 {"'ZRBF' 03", 56, "It ends at byte 56, which is too early for 3 nodes.", "|"},
+                 {"'ZRBF' 01", 31, "It ends at byte 31, which is too early for 1 node.", "|"},
+                 {"'ZRBF' FFFFFF7F", 56, "It ends at byte 56, which is too early for 2147483647 nodes.", "|"},
+                 {"'ZRBF' 00", 7, "It ends at byte 7, within the number of its nodes.", "|"},
+                 {"'ZRBE' 02", 56, "It is not a tunnel shape.", "|"},
+                 {"'ZRBF' 02", 3, "It is not a tunnel shape.", "|"}};
+    for (const auto& [start, length, reason, shape] : cases) {
+        TunnelShape.ZoomScale = 175;
+        EXPECT_EQ(LoadWith(start, length), reason);
+        EXPECT_EQ(Shape(), shape);
+        EXPECT_EQ(TunnelShape.ZoomScale, 50);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "job/mMain.h"
 
-#include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <filesystem>
 #include <functional>
@@ -8,7 +8,6 @@
 #include "editor/TunnelShape.h"
 #include "export3ds/mSave3DSObject.h"
 #include "platform/FileCalls.h"
-#include "platform/Files.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
@@ -19,213 +18,137 @@ namespace fs = std::filesystem;
 
 class JobTest : public CoreTest {
   protected:
-    const std::string track = In("track.zrtrack"), object = In("tube.3ds");
-
-    void Open(const std::string& tunnels) {
-        MakeTrack(WindingCircuit(), tunnels);
-        TrackFile.DefaultColor1 = 0x0180FF;
-        TrackFile.DefaultColor3 = 0x7F6503;
-        TrackFile.Segments[2].UseOwnColors = kTrue;
-        TrackFile.Segments[2].Color1 = 0xC8C8C8;
+    void Open(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels) {
+        MakeTrack(nodes, tunnels);
         ASSERT_TRUE(WriteTrackFile(track));
         ASSERT_TRUE(OpenTrack(track));
         MakePresetShape(kPresetBox);
     }
-    TunnelJobSettings Settings() const { return DeriveJobSettings({}, object); }
+    void Open(const std::string& tunnels) { Open(WindingCircuit(), tunnels); }
     static void MakeShape(std::int32_t nodes, float coordinate) {
         const Vector3D node{coordinate, 0, 0};
         TunnelShape.InsideNodes.assign(static_cast<std::size_t>(nodes), node);
         TunnelShape.OutsideNodes = TunnelShape.InsideNodes;
     }
+    const std::string track = In("track.zrtrack"), object = In("tube.3ds");
 };
-
-TEST_F(JobTest, WallsAndCapsComeInOrderWithCapsWhereTheFlagChanges) {
-    const struct {
-        const char* tunnels;
-        std::vector<std::size_t> caps;  // the segments at whose start they are
-    } cases[] = {{"-T----", {1, 2}},    {"--TTT-", {2, 5}}, {"----TT", {4}},
-                 {"TT---T", {0, 2, 5}}, {"TTTTTT", {0}},    {"T-T---", {0, 1, 2, 3}}};
-    for (const auto& [tunnels, caps] : cases) {
-        SCOPED_TRACE(tunnels);
-        Open(tunnels);
-        ASSERT_TRUE(RunTunnelJob(Settings()));
-        const auto walls = static_cast<std::size_t>(std::count(tunnels, tunnels + 6, 'T'));
-        ASSERT_EQ(Model3DS.Meshes.size(), 2 * walls + caps.size());
-        for (std::size_t i = 0; i < Model3DS.Meshes.size(); ++i) {
-            const Mesh3DS& mesh = Model3DS.Meshes[i];
-            EXPECT_EQ(mesh.Name, (i < 10 ? "SEGT000" : "SEGT00") + std::to_string(i));
-            EXPECT_EQ(mesh.MaterialIndex, i < walls + caps.size() ? 0 : 1) << i;
-            if (i < walls || i >= walls + caps.size()) continue;
-            const Matrix3D& world = TracedSegments[caps[i - walls]].Samples[0].WorldMatrix;
-            const Vector3D corner = MatTransformPoint(world, TunnelShape.OutsideNodes[2]);
-            EXPECT_NE(std::ranges::find(mesh.Points, corner), mesh.Points.end()) << i;
-        }
-    }
-}
-
-TEST_F(JobTest, EachOptionMakesItsOwnChangeOfTheTrack) {
-    for (int bits = 0; bits < 8; ++bits) {
-        Open("-TT---");
-        TrackDocument expected = TrackFile;
-        TunnelJobSettings settings = Settings();
-        if ((settings.DimColors = bits & 1)) {
-            expected.Segments[1].UseOwnColors = kTrue;
-            expected.Segments[1].Color1 = 0x004080;  // of 0x0180FF: 0.5, 64, 127.5
-            expected.Segments[1].Color3 = 0x403202;  // of 0x7F6503: 63.5, 50.5, 1.5
-            expected.Segments[2].Color1 = 0x646464;
-        }
-        if ((settings.RemoveTunnels = bits & 2))
-            expected.Segments[1].IsTunnel = expected.Segments[2].IsTunnel = kFalse;
-        if ((settings.PlaceObject = bits & 4))
-            expected.SceneryObjects = {{"tube.3ds", "dummy", {1, 0, 0, 0, 1, 0, 0, 0, 1}, {}, {}}};
-        ASSERT_TRUE(RunTunnelJob(settings)) << bits;
-        TrackFile = expected;
-        ASSERT_TRUE(WriteTrackFile(In("expected.zrtrack")));
-        EXPECT_EQ(ReadBytes(track), ReadBytes(In("expected.zrtrack"))) << bits;
-    }
-}
-
-TEST_F(JobTest, AnEmptyShapeStillMakesBothFiles) {
-    Open("-T----");
-    ResetTunnelShape();
-    ASSERT_TRUE(RunTunnelJob(Settings()));
-    EXPECT_EQ(ReadBytes(object).size(), 42 + 2 * 168);
-    EXPECT_EQ(TrackFile.SceneryObjects.size(), 1u);
-}
-
-TEST_F(JobTest, BothMaterialsHaveTheShineOfATunnel) {
-    Open("-T----");
-    ASSERT_TRUE(RunTunnelJob(Settings()));
-    ASSERT_EQ(Model3DS.Materials.size(), 2u);
-    for (const Material3DS& material : Model3DS.Materials) {
-        EXPECT_EQ(material.Shininess, 25);
-        EXPECT_EQ(material.ShininessStrength, 5);
-    }
-}
-
-TEST_F(JobTest, DimmingAtZeroPercentKeepsAColourAndAtAHundredMakesItBlack) {
-    const struct {
-        int percent;
-        PackedColor color;  // of 0x0180FF
-    } cases[] = {{0, 0x0180FF}, {100, 0}};
-    for (const auto& [percent, color] : cases) {
-        Open("-T----");
-        TunnelChoices choices;
-        choices.DimPercent = percent;
-        ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
-        EXPECT_EQ(TrackFile.Segments[1].Color1, color) << percent;
-    }
-}
 
 TEST_F(JobTest, TheTrackHoldsTheObjectsNameInWindows1252) {
     Open("-T----");
-    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("Tunn\u00E9l \u20AC\u0178.3ds"))));
-    EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80\x9F.3ds");
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings({}, In("Tunn\u00E9l \u20AC.3ds"))));
+    EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80.3ds");
 }
 
-TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyWhenItIsToBePutThere) {
+TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyIfItIsToBePutThere) {
     for (const bool place : {true, false}) {
         Open("-T----");
-        TunnelJobSettings settings = Settings();
-        settings.OutputPath = In("\u0422\u0443\u043D.3ds");
+        TunnelJobSettings settings = DeriveJobSettings({}, In("\u0422.3ds"));
         settings.PlaceObject = place;
         EXPECT_EQ(bool(RunTunnelJob(settings)), !place);
-        Bytes written;
-        EXPECT_EQ(bool(ReadWholeFile(settings.OutputPath, written)), !place);
+        EXPECT_EQ(fs::exists(settings.OutputPath), !place);
     }
 }
 
-TEST_F(JobTest, ATrackWithoutTunnelsIsReportedWhateverElseIsWrong) {
-    const struct {
-        const char* name;
-        std::function<void(TunnelJobSettings&)> spoil;
-    } cases[] = {{"nothing", [](TunnelJobSettings&) {}},
-                 {"too few segments",
-                  [](TunnelJobSettings&) {
-                      MakeTrack({Node({1, 2, 3}, {}, {})});
-                  }},
-                 {"a position that is not finite",
-                  [](TunnelJobSettings&) { TrackFile.BezierNodes[2].Position.x = NAN; }},
-                 {"the object is the track", [&](TunnelJobSettings& s) { s.OutputPath = track; }}};
-    for (const auto& [name, spoil] : cases) {
-        SCOPED_TRACE(name);
-        Open("------");
-        TunnelJobSettings settings = Settings();
-        spoil(settings);
-        ASSERT_TRUE(WriteTrackFile(track));
-        ASSERT_TRUE(OpenTrack(track));
-        const Outcome made = RunTunnelJob(settings);
+TEST_F(JobTest, ATrackWithoutTunnelsIsANoticeEvenIfItsPathCantBeFollowed) {
+    auto nodes = WindingCircuit();
+    for (const float x : {1.0f, NAN}) {
+        nodes[2].Position.x = x;
+        Open(nodes, "------");
+        const Outcome made = RunTunnelJob(DeriveJobSettings({}, track));
         EXPECT_EQ(TextOf(made), "Track does not have any tunnels!");
         EXPECT_TRUE(made.Why().isNotice);
     }
 }
 
-TEST_F(JobTest, MoreWallsThanAFileCanHoldAreRefusedBeforeTheyAreBuilt) {
+TEST_F(JobTest, WithoutAnOpenTrackNothingHappensAndNothingIsSaid) {
+    EXPECT_FALSE(OpenTrack(In("absent.zrtrack")));
+    const Outcome made = RunTunnelJob(DeriveJobSettings({}, object));
+    ASSERT_FALSE(made);
+    EXPECT_EQ(TextOf(made), "");
+}
+
+TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
+    const std::string nothing = "Nothing was written.";
+    const std::string otherName = " Open the track again and choose another name.";
+    std::string path;
+    const struct {
+        std::string headline, consequence;
+        bool objectIsWritten;
+        std::function<void()> spoil;
+    } cases[] = {
+        {"The 3DS Object Can't Be Written!", "The track was not changed.", false,
+         [&] { path = In("absent/tube.3ds"); }},
+        {"The 3DS Object Would Replace the Track!", nothing + otherName, false, [&] { path = track; }},
+        {"The Object's Name Can't Be Put into the Track!",
+         "The texts in a track can hold only Western European characters (Windows-1252). " + nothing +
+             otherName,
+         false, [&] { path = In("\u0422.3ds"); }},
+        {"The Track Is in Use by Another Program!",
+         nothing + " Open the track again when that program has finished.", false,
+         [] {
+             fileCalls.lock = [](int) {
+                 errno = EWOULDBLOCK;
+                 return -1;
+             };
+         }},
+        {"The Track Can't Be Saved!", "The 3DS object was written; the track was not saved.", true,
+         [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
+        {"The Tunnel Is Too Large for a 3DS File!",
+         nothing + " Open the track again and choose less detail, or use a shape with fewer nodes.", false,
+         [] { MakeShape(1 << 21, 1); }},
+        {"The Track's Path Can't Be Followed!",
+         "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, and no "
+         "more "
+         "than 1,000,000 units of path. " +
+             nothing,
+         false, [&] {
+             Open({Node({1, 2, 3}, {}, {})}, "T");
+         }}};
+    for (const auto& [headline, consequence, objectIsWritten, spoil] : cases) {
+        SCOPED_TRACE(headline);
+        Open("-TT---");
+        path = object;
+        spoil();
+        const Bytes before = ReadBytes(track);
+        const Outcome made = RunTunnelJob(DeriveJobSettings({}, path));
+        fileCalls = SystemFileCalls();
+        ASSERT_FALSE(made);
+        EXPECT_EQ(made.Why().headline, "Error - " + headline);
+        EXPECT_EQ(made.Why().consequence, consequence);
+        EXPECT_EQ(ReadBytes(track), before);
+        EXPECT_EQ(fs::exists(object), objectIsWritten);
+        EXPECT_TRUE(Model3DS.Meshes.empty());
+        fs::remove(object);
+    }
+}
+
+TEST_F(JobTest, BothSidesAndUnsharedPointsCountForTheSizeOfTheObject) {
+    Open("-T----");
+    const std::int32_t rings =
+        1 + (TracedSegments[1].SampleCount() - 1) / DeriveJobSettings({}, "").DetailStep;
+    // So many nodes that the faces of both walls, two of 14 bytes for each node of a ring, take 2 GB.
+    const std::int32_t most = 0x7FFFFFFF / (2 * 2 * 14 * rings);
+    const struct {
+        const char* name;
+        bool doubleSided;
+        std::int32_t nodes;
+        float coordinate;  // NaN: six points of 12 bytes for each node of a ring are shared by no faces
+    } cases[] = {{"two sides", true, most, 1}, {"unshared points", false, most / 3, NAN}};
+    for (const auto& [name, doubleSided, nodes, coordinate] : cases) {
+        TunnelJobSettings settings = DeriveJobSettings({}, object);
+        settings.DoubleSided = doubleSided;
+        MakeShape(nodes, coordinate);
+        EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), "Is Too Large")) << name;
+    }
+}
+
+TEST_F(JobTest, MoreWallsThanAFileCanHoldAreRefused) {
     constexpr std::size_t kTunnels = 16384;  // two walls each, one more than a file holds
     std::vector<TrackBezierNode> nodes;
     for (std::size_t i = 0; i < kTunnels; ++i)
         nodes.push_back(Node({static_cast<float>(i % 128), 0, static_cast<float>(i / 128)}, {}, {}));
-    MakeTrack(nodes, std::string(kTunnels, 'T'));
-    ASSERT_TRUE(WriteTrackFile(track));
-    ASSERT_TRUE(OpenTrack(track));
-    MakePresetShape(kPresetBox);
-    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(Settings())), "Is Too Large for a 3DS File"));
-    EXPECT_TRUE(Model3DS.Meshes.empty());
-}
-
-TEST_F(JobTest, BothSidesOfTheWallsCountForTheSizeOfTheObject) {
-    Open("-T----");
-    TunnelJobSettings settings = Settings();
-    settings.DoubleSided = true;
-    // Walls of one side, two faces of 14 bytes for each node of a ring, would just fit into 2 GB.
-    const std::int32_t rings = 1 + (TracedSegments[1].SampleCount() - 1) / settings.DetailStep;
-    MakeShape(0x7FFFFFFF / (2 * 2 * 14 * rings), 1);
-    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), "Is Too Large"));
-}
-
-TEST_F(JobTest, PointsThatNoFacesShareCountForTheSizeOfTheObject) {
-    Open("-T----");
-    const std::int32_t rings = 1 + (TracedSegments[1].SampleCount() - 1) / Settings().DetailStep;
-    // The faces, two of 14 bytes for each node of a ring, would take a third of 2 GB, their points 1.7 GB.
-    MakeShape(0x7FFFFFFF / (3 * 2 * 2 * 14 * rings), NAN);
-    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(Settings())), "Is Too Large"));
-}
-
-TEST_F(JobTest, WithoutAnOpenTrackNothingHappensAndNothingIsSaid) {
-    EXPECT_FALSE(OpenTrack(In("no.zrtrack")));
-    const Outcome made = RunTunnelJob(Settings());
-    EXPECT_FALSE(made);
-    EXPECT_EQ(TextOf(made), "");
-}
-
-TEST_F(JobTest, AJobThatFailsLeavesTheTrackAndSaysWhy) {
-    const std::string other = In("other.zrtrack");
-    TunnelJobSettings settings;
-    const struct {
-        const char* message;  // a part of it
-        bool objectExists;    // afterwards
-        std::function<void()> spoil;
-    } cases[] = {{"The track was not changed.", false, [&] { settings.OutputPath = In("no/tube.3ds"); }},
-                 {"Is Too Large", false, [] { MakeShape(1 << 21, 1); }},
-                 {"the track was not saved.", true,
-                  [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
-                 {"Can't Be Followed", false, [&] {
-                      MakeTrack({Node({1, 2, 3}, {}, {})}, "T");
-                      EXPECT_TRUE(WriteTrackFile(other));
-                      EXPECT_TRUE(OpenTrack(other));
-                  }}};
-    for (const auto& [message, objectExists, spoil] : cases) {
-        SCOPED_TRACE(message);
-        fs::remove(object);
-        Open("-TT---");
-        settings = Settings();
-        spoil();
-        const Bytes before = ReadBytes(track);
-        EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), message));
-        fileCalls = SystemFileCalls();
-        EXPECT_EQ(ReadBytes(track), before);
-        EXPECT_EQ(fs::exists(object), objectExists);
-    }
+    Open(nodes, std::string(kTunnels, 'T'));
+    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(DeriveJobSettings({}, object))), "Is Too Large"));
 }
 
 }  // namespace boreforge
