@@ -1,5 +1,6 @@
 #include "editor/TunnelShape.h"
 
+#include <algorithm>
 #include <sstream>
 
 #include "editor/TunnelShapeFile.h"
@@ -52,14 +53,6 @@ class ShapeFileTest : public CoreTest {
     ShapeFileTest() {
         TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
     }
-    // The outcome of loading a file with this start instead of its own.
-    std::string LoadWith(const std::string& start, std::size_t length) {
-        Bytes file = whole_;
-        std::ranges::copy(FromHex(start), file.begin());
-        file.resize(length);
-        WriteBytes(path_, file);
-        return TextOf(LoadTunnelShape(path_));
-    }
     const std::string path_ = In("s.zrbf");
     const Bytes whole_ = FromHex(
         "'ZRBF' 02000000 0000803F 00000040 00004040 00008040 0000A040 0000C040 "
@@ -88,8 +81,12 @@ TEST_F(ShapeFileTest, TheNumberOfNodesDecidesWhatIsLoaded) {
                  {"'ZRBE' 02", 56, "It is not a tunnel shape.", "|"},
                  {"'ZRBF' 02", 3, "It is not a tunnel shape.", "|"}};
     for (const auto& [start, length, reason, shape] : cases) {
+        Bytes file = whole_;
+        std::ranges::copy(FromHex(start), file.begin());
+        file.resize(length);
+        WriteBytes(path_, file);
         TunnelShape.ZoomScale = 175;
-        EXPECT_EQ(LoadWith(start, length), reason);
+        EXPECT_EQ(TextOf(LoadTunnelShape(path_)), reason);
         EXPECT_EQ(Shape(), shape);
         EXPECT_EQ(TunnelShape.ZoomScale, 50);
     }

@@ -39,16 +39,6 @@ TEST_F(JobTest, TheTrackHoldsTheObjectsNameInWindows1252) {
     EXPECT_EQ(TrackFile.SceneryObjects.back().ObjectFile, "Tunn\xE9l \x80.3ds");
 }
 
-TEST_F(JobTest, ANameThatTheTrackCantHoldIsRefusedOnlyIfItIsToBePutThere) {
-    for (const bool place : {true, false}) {
-        Open("-T----");
-        TunnelJobSettings settings = DeriveJobSettings({}, In("\u0422.3ds"));
-        settings.PlaceObject = place;
-        EXPECT_EQ(bool(RunTunnelJob(settings)), !place);
-        EXPECT_EQ(fs::exists(settings.OutputPath), !place);
-    }
-}
-
 TEST_F(JobTest, ATrackWithoutTunnelsIsANoticeEvenIfItsPathCantBeFollowed) {
     auto nodes = WindingCircuit();
     for (const float x : {1.0f, NAN}) {

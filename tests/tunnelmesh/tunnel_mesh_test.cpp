@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 #include "editor/TunnelShape.h"
+#include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "shared/ObjectSurfaces.h"
+#include "shared/Read3DSObject.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "tunnelmesh/TunnelCaps.h"
@@ -18,17 +18,12 @@ class TunnelMeshTest : public CoreTest {
         MakeTrack(WindingCircuit());
         EXPECT_TRUE(TraceTrack());
     }
-    // The surfaces of all meshes together.
-    static std::vector<ObjectSurface> Surfaces() {
+    // The surfaces of the object, read from its file.
+    std::vector<ObjectSurface> Surfaces() const {
+        EXPECT_TRUE(Save3DSFile(In("o.3ds")));
         Object3DS object;
-        for (const Mesh3DS& mesh : Model3DS.Meshes) {
-            const auto index = [first = object.Points.size()](std::int16_t corner) {
-                return static_cast<std::uint32_t>(first + static_cast<std::size_t>(corner));
-            };
-            for (const MeshFace& face : mesh.Faces)
-                object.Faces.push_back({index(face.a), index(face.b), index(face.c)});
-            object.Points.insert(object.Points.end(), mesh.Points.begin(), mesh.Points.end());
-        }
+        ObjectDamage damage;
+        EXPECT_TRUE(Read3DSObject(ReadBytes(In("o.3ds")), object, damage));
         return FindSurfaces(object);
     }
 };
@@ -49,6 +44,7 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurface) {
     for (const auto& [step, doubleSided, bands, facing] : cases) {
         SCOPED_TRACE(step);
         ResetModel();
+        AddMaterial({}, {}, {}, 0, 0, 0);
         for (const int segment : {1, 2}) {
             SweepOutsideWall(segment, 0, step, doubleSided);
             SweepInsideWall(segment, 0, step, doubleSided);
@@ -77,11 +73,8 @@ TEST_F(TunnelMeshTest, ABandIsSplitIntoMeshesOfFiveThousandQuads) {
         SCOPED_TRACE(nodes);
         ResetModel();
         TunnelShape.OutsideNodes.clear();
-        for (int k = 0; k < nodes; ++k) {
-            const double angle = 2 * std::numbers::pi * k / nodes;
-            TunnelShape.OutsideNodes.push_back(
-                {static_cast<float>(30 * std::cos(angle)), static_cast<float>(30 * std::sin(angle))});
-        }
+        for (int k = 0; k < nodes; ++k)
+            TunnelShape.OutsideNodes.push_back({static_cast<float>(k), 0, 0});
         SweepOutsideWall(0, 0, 1, false);
         EXPECT_TRUE(std::ranges::equal(Model3DS.Meshes, points, {}, &Mesh3DS::PointCount));
         EXPECT_TRUE(std::ranges::equal(Model3DS.Meshes, faces, {}, &Mesh3DS::FaceCount));
