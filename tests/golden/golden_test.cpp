@@ -89,9 +89,9 @@ std::string PlaceInTrack(const Bytes& file, std::size_t byte) {
 }
 
 // Empty if the files are equal; otherwise says where they first differ.
-std::string Difference(const Bytes& got, const Bytes& expected,
-                       std::string (*place)(const Bytes&, std::size_t)) {
+std::string Difference(const Bytes& got, const Bytes& expected) {
     if (got == expected) return "";
+    const auto place = expected.at(0) == 'Z' ? PlaceInTrack : PlaceInObject;
     const std::size_t size = expected.size();
     std::string text;
     std::size_t byte = 0;
@@ -128,48 +128,35 @@ class GoldenTest : public CoreTest {
         ASSERT_TRUE(static_cast<bool>(OpenTrack(In("track.zrtrack"))));
         TrackFilePath = In(options.TrackOut.empty() ? "track.zrtrack" : options.TrackOut);
         ASSERT_TRUE(static_cast<bool>(RunTunnelJob(DeriveJobSettings(options.Choices, In("tube.3ds")))));
-        const Bytes object = ReadBytes(In("tube.3ds")), track = ReadBytes(TrackFilePath);
-        EXPECT_EQ(Difference(object, ReadBytes(folder + "/tube.3ds"), PlaceInObject), "");
-        EXPECT_EQ(Difference(track, ReadBytes(folder + "/after.zrtrack"), PlaceInTrack), "");
+        EXPECT_EQ(Difference(ReadBytes(In("tube.3ds")), ReadBytes(folder + "/tube.3ds")), "");
+        EXPECT_EQ(Difference(ReadBytes(TrackFilePath), ReadBytes(folder + "/after.zrtrack")), "");
     }
 };
 
 TEST_F(GoldenTest, EachCaseHasTheExpectedBytes) {
-    int cases = 0;
     for (const auto& entry : fs::directory_iterator(kCases)) {
         if (!entry.is_directory()) continue;
         SCOPED_TRACE(entry.path().filename().string());
         RunCase(entry.path().string());
-        ++cases;
     }
-    EXPECT_GT(cases, 0);
 }
 
 TEST_F(GoldenTest, ADifferenceIsNamedByWhatItBelongsTo) {
     const struct {
-        const char* file;
-        std::string (*place)(const Bytes&, std::size_t);
-        std::size_t byte;
-        const char* expected;
+        const char *got, *expected;  // files
+        std::size_t changedByte;
+        const char* difference;
     } cases[] = {
-        {"/box/tube.3ds", PlaceInObject, 210, "byte 4 of chunk 0xA000 of MATER001"},
-        {"/box/tube.3ds", PlaceInObject, 436, "byte 37 of chunk 0x4110 of SEGT0000"},
-        {"/box/after.zrtrack", PlaceInTrack, 384, "chunk SEGM, 12 bytes after its size field"},
-    };
-    for (const auto& [file, place, byte, expected] : cases) {
-        const Bytes original = ReadBytes(kCases + file);
-        Bytes changed = original;
-        changed.at(byte) ^= 0xFF;
-        const std::string found = Difference(changed, original, place);
-        EXPECT_TRUE(found.ends_with(std::string(": ") + expected)) << found;
+        {"/box/tube.3ds", "/box/tube.3ds", 436, "byte 37 of chunk 0x4110 of SEGT0000"},
+        {"/box/tube.3ds", "/box/tube.3ds", 210, "byte 4 of chunk 0xA000 of MATER001"},
+        {"/box/after.zrtrack", "/box/after.zrtrack", 384, "chunk SEGM, 12 bytes after its size field"},
+        {"/rounded/tube.3ds", "/box/tube.3ds", 1000, "byte 2 of chunk 0x4000 of SEGT0000"}};
+    for (const auto& [got, expected, changedByte, difference] : cases) {
+        Bytes changed = ReadBytes(kCases + got);
+        changed.at(changedByte) ^= 0xFF;
+        EXPECT_TRUE(
+            Contains(Difference(changed, ReadBytes(kCases + expected)), std::string(": ") + difference));
     }
-}
-
-TEST_F(GoldenTest, AFileOfAnotherLengthIsNamedByTheFirstPartThatIsLonger) {
-    const Bytes box = ReadBytes(kCases + "/box/tube.3ds"), rounded = ReadBytes(kCases + "/rounded/tube.3ds");
-    EXPECT_EQ(Difference(rounded, box, PlaceInObject),
-              "4418 bytes, expected 2626; byte 380 of 2626 is 0xD2, expected 0x22: byte 2 of chunk 0x4000 of "
-              "SEGT0000");
 }
 
 }  // namespace boreforge
