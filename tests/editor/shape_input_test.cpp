@@ -178,54 +178,52 @@ TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnapping
 }
 
 TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
-    struct Selection {
-        int node;
-        bool outside;
-    };
     constexpr ShownNodes kBoth{true, true}, kInsideOnly{true, false}, kOutsideOnly{false, true};
     const struct {
         const char* name;
         KeyCode code;
-        Selection before;
+        int node;
+        bool outside;
         ShownNodes shown;
-        Selection after;
-    } cases[] = {{"next", KeyCode::Right, {1, false}, kBoth, {2, false}},
-                 {"next after the last", KeyCode::Right, {3, true}, kBoth, {0, true}},
-                 {"previous of the first", KeyCode::Left, {0, false}, kBoth, {3, false}},
-                 {"to the outside", KeyCode::Down, {1, false}, kBoth, {1, true}},
-                 {"to the inside with the other key", KeyCode::Up, {1, true}, kBoth, {1, false}},
-                 {"the first, for nothing is selected", KeyCode::Right, {-1, true}, kBoth, {0, true}},
-                 {"the first visible one", KeyCode::Right, {-1, true}, kInsideOnly, {0, false}},
-                 {"the inside is hidden", KeyCode::Down, {1, true}, kOutsideOnly, {1, true}},
-                 {"its own contour is hidden", KeyCode::Right, {1, true}, kInsideOnly, {1, true}},
-                 {"all is hidden", KeyCode::Left, {-1, true}, {false, false}, {-1, true}}};
+        int nextNode;
+        bool nextOutside;
+    } cases[] = {{"next", KeyCode::Right, 1, false, kBoth, 2, false},
+                 {"next after the last", KeyCode::Right, 3, true, kBoth, 0, true},
+                 {"previous of the first", KeyCode::Left, 0, false, kBoth, 3, false},
+                 {"the other contour", KeyCode::Down, 1, false, kBoth, 1, true},
+                 {"the other contour by the other key", KeyCode::Up, 1, true, kBoth, 1, false},
+                 {"the first, since nothing is selected", KeyCode::Right, -1, true, kBoth, 0, true},
+                 {"the first that is visible", KeyCode::Right, -1, true, kInsideOnly, 0, false},
+                 {"the other contour is hidden", KeyCode::Down, 1, true, kOutsideOnly, 1, true},
+                 {"its own contour is hidden", KeyCode::Right, 1, true, kInsideOnly, 1, true},
+                 {"all is hidden", KeyCode::Left, -1, true, {false, false}, -1, true}};
     MakePresetShape(kPresetBox);
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
-        TunnelShape.SelectedNode = row.before.node;
-        TunnelShape.SelectedIsOutside = ToTruth(row.before.outside);
+        TunnelShape.SelectedNode = row.node;
+        TunnelShape.SelectedIsOutside = ToTruth(row.outside);
         controls.shown = row.shown;
-        const bool changes = row.before.node != row.after.node || row.before.outside != row.after.outside;
-        EXPECT_EQ(PressKey({.code = row.code, .control = true}, true, controls), changes);
-        EXPECT_EQ(TunnelShape.SelectedNode, row.after.node);
-        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.after.outside));
+        EXPECT_EQ(PressKey({.code = row.code, .control = true}, true, controls),
+                  row.node != row.nextNode || row.outside != row.nextOutside);
+        EXPECT_EQ(TunnelShape.SelectedNode, row.nextNode);
+        EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.nextOutside));
     }
 }
 
-TEST_F(ShapeInputTest, CanvasKeysDoNothingWithoutTheCanvasASelectionOrFreeHands) {
-    EXPECT_FALSE(PressKey({.code = KeyCode::Right, .control = true}, true, controls)) << "the shape is empty";
+TEST_F(ShapeInputTest, NoCanvasKeyActsWithoutTheFocusOrWhileAButtonIsDown) {
     MakePresetShape(kPresetBox);
-    EXPECT_FALSE(PressKey({KeyCode::Up}, true, controls)) << "nothing is selected";
     TunnelShape.SelectedNode = 0;
-    for (const KeyCode code : {KeyCode::Escape, KeyCode::Up, KeyCode::Down}) {
+    EditorControls pressed = controls;
+    pressed.buttonDown = true;
+    for (const KeyCode code : {KeyCode::Escape, KeyCode::Up}) {
         EXPECT_FALSE(PressKey({code}, false, controls)) << int(code);
         EXPECT_FALSE(PressKey({.code = code, .alt = true}, true, controls)) << int(code);
-        controls.buttonDown = true;
-        EXPECT_FALSE(PressKey({code}, true, controls)) << int(code);
-        controls.buttonDown = false;
+        EXPECT_FALSE(PressKey({code}, true, pressed)) << int(code);
     }
     EXPECT_EQ(TunnelShape.SelectedNode, 0);
     EXPECT_EQ(TunnelShape.InsideNodes[0], (Vector3D{2, -1, 0}));
+    EXPECT_TRUE(PressKey({KeyCode::Escape}, true, controls));
+    EXPECT_FALSE(PressKey({KeyCode::Up}, true, controls)) << "nothing is selected";
 }
 
 }  // namespace

@@ -40,14 +40,6 @@ TEST_F(TunnelShapeTest, BothContoursGainAndLoseNodesTogether) {
     }
 }
 
-TEST_F(TunnelShapeTest, APresetThatDoesNotExistEmptiesTheShapeAndResetsTheZoom) {
-    TunnelShape = {{{9, 9, 9}}, {{9, 9, 9}}, 175, 0, kTrue};
-    MakePresetShape(kPresetRounded + 1);
-    EXPECT_EQ(Shape(), "|");
-    EXPECT_EQ(TunnelShape.ZoomScale, 50);
-    EXPECT_EQ(TunnelShape.SelectedNode, -1);
-}
-
 class ShapeFileTest : public CoreTest {
   protected:
     ShapeFileTest() {

@@ -132,13 +132,4 @@ TEST_F(JobTest, BothSidesAndUnsharedPointsCountForTheSizeOfTheObject) {
     }
 }
 
-TEST_F(JobTest, MoreWallsThanAFileCanHoldAreRefused) {
-    constexpr std::size_t kTunnels = 16384;  // two walls each, one more than a file holds
-    std::vector<TrackBezierNode> nodes;
-    for (std::size_t i = 0; i < kTunnels; ++i)
-        nodes.push_back(Node({static_cast<float>(i % 128), 0, static_cast<float>(i / 128)}, {}, {}));
-    Open(nodes, std::string(kTunnels, 'T'));
-    EXPECT_TRUE(Contains(TextOf(RunTunnelJob(DeriveJobSettings({}, object))), "Is Too Large"));
-}
-
 }  // namespace boreforge
