@@ -36,15 +36,6 @@ std::string Draw(ShownNodes shown) {
 
 struct ShapeDrawingTest : CoreTest {
     ShapeDrawingTest() { ShapeView = {0, 0, 390, 240}; }
-    static void MakeShape(std::size_t nodes, int selected, Truth outside) {
-        TunnelShape = {{{1, 1, 5}, {-1, 0.5f, 5}, {0, -1, 5}},
-                       {{2, 2, 5}, {-2, 1, 5}, {0, -2, 5}},
-                       50,
-                       selected,
-                       outside};
-        TunnelShape.InsideNodes.resize(nodes);
-        TunnelShape.OutsideNodes.resize(nodes);
-    }
     // What is drawn over the grid of an empty shape.
     static std::string DrawnOverGrid(ShownNodes shown = {}) {
         const std::string drawn = Draw(shown);
@@ -66,7 +57,7 @@ TEST_F(ShapeDrawingTest, AnEmptyShapeIsDrawnAsTheOriginUnderTheGrid) {
 }
 
 TEST_F(ShapeDrawingTest, NodesAreDrawnInTurnWithTheSelectedPointAndTheEdgeThatLeavesItMarked) {
-    MakeShape(3, 1, kTrue);
+    TunnelShape = {{{1, 1, 5}, {-1, 0.5f, 5}, {0, -1, 5}}, {{2, 2, 5}, {-2, 1, 5}, {0, -2, 5}}, 50, 1, kTrue};
     EXPECT_EQ(DrawnOverGrid(),
               "dot 490,140 80FFFF 15\ndot 440,190 8080FF 15\n440,190 - 490,140 808080 1\n"  // node 0
               "dot 290,190 FFFF00 15\ndot 340,215 8080FF 15\n340,215 - 290,190 808080 1\n"  // node 1
@@ -79,7 +70,7 @@ TEST_F(ShapeDrawingTest, NodesAreDrawnInTurnWithTheSelectedPointAndTheEdgeThatLe
 TEST_F(ShapeDrawingTest, ANodeHasNoEdgesAndTheDotsOfTheContoursThatAreShown) {
     const std::string inside = "dot 440,190 FFFF00 15\n", outside = "dot 490,140 80FFFF 15\n";
     const std::string spoke = "440,190 - 490,140 404040 1\n";
-    MakeShape(1, 0, kFalse);
+    TunnelShape = {{{1, 1, 5}}, {{2, 2, 5}}, 50, 0, kFalse};
     EXPECT_EQ(DrawnOverGrid(), outside + inside + "440,190 - 490,140 808080 1\n");
     EXPECT_EQ(DrawnOverGrid({.inside = true, .outside = false}), inside + spoke);
     EXPECT_EQ(DrawnOverGrid({.inside = false, .outside = true}), outside + spoke);

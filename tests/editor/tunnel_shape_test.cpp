@@ -40,21 +40,20 @@ TEST_F(TunnelShapeTest, BothContoursGainAndLoseNodesTogether) {
     }
 }
 
-class ShapeFileTest : public CoreTest {
-  protected:
+struct ShapeFileTest : CoreTest {
     ShapeFileTest() {
         TunnelShape = {{{1, 2, 3}, {-0.5f, 0, -1}}, {{4, 5, 6}, {1.5f, 0.25f, -7}}, 175, 1, kTrue};
     }
-    const std::string path_ = In("s.zrbf");
-    const Bytes whole_ = FromHex(
+    const std::string path = In("s.zrbf");
+    const Bytes whole = FromHex(
         "'ZRBF' 02000000 0000803F 00000040 00004040 00008040 0000A040 0000C040 "
         "000000BF 00000000 000080BF 0000C03F 0000803E 0000E0C0");
 };
 
 TEST_F(ShapeFileTest, ASaveWritesEachNodesInsideAndOutsidePoint) {
-    WriteBytes(path_, Bytes(900, 1));
-    ASSERT_TRUE(SaveTunnelShape(path_));
-    EXPECT_EQ(ReadBytes(path_), whole_);
+    WriteBytes(path, Bytes(900, 1));
+    ASSERT_TRUE(SaveTunnelShape(path));
+    EXPECT_EQ(ReadBytes(path), whole);
 }
 
 TEST_F(ShapeFileTest, TheNumberOfNodesDecidesWhatIsLoaded) {
@@ -73,12 +72,12 @@ TEST_F(ShapeFileTest, TheNumberOfNodesDecidesWhatIsLoaded) {
                  {"'ZRBE' 02", 56, "It is not a tunnel shape.", "|"},
                  {"'ZRBF' 02", 3, "It is not a tunnel shape.", "|"}};
     for (const auto& [start, length, reason, shape] : cases) {
-        Bytes file = whole_;
+        Bytes file = whole;
         std::ranges::copy(FromHex(start), file.begin());
         file.resize(length);
-        WriteBytes(path_, file);
+        WriteBytes(path, file);
         TunnelShape.ZoomScale = 175;
-        EXPECT_EQ(TextOf(LoadTunnelShape(path_)), reason);
+        EXPECT_EQ(TextOf(LoadTunnelShape(path)), reason);
         EXPECT_EQ(Shape(), shape);
         EXPECT_EQ(TunnelShape.ZoomScale, 50);
     }

@@ -59,18 +59,14 @@ std::string PlaceInObject(const Bytes& file, std::size_t byte) {
     std::string owner;
     for (std::size_t chunk = 0;;) {
         const std::size_t id = LittleEndian(file, chunk, 2), length = LittleEndian(file, chunk + 2, 4);
-        if (byte >= chunk + length) {
-            chunk += length;
-            continue;
+        const bool isInside = byte < chunk + length;
+        if (isInside && id == MAT_ENTRY) owner = " of " + NameAt(file, chunk + 12);
+        if (isInside && id == NAMED_OBJECT) owner = " of " + NameAt(file, chunk + 6);
+        if (isInside && byte < chunk + OwnBytes(file, chunk)) {
+            if (id == MAIN3DS || id == MDATA) return kLength;
+            return "byte " + std::to_string(byte - chunk) + " of chunk " + Hex(id) + owner;
         }
-        if (byte < chunk + 6 && (id == MAIN3DS || id == MDATA)) return kLength;
-        if (id == MAT_ENTRY) owner = " of " + NameAt(file, chunk + 12);
-        if (id == NAMED_OBJECT) owner = " of " + NameAt(file, chunk + 6);
-        if (byte >= chunk + OwnBytes(file, chunk)) {
-            chunk += OwnBytes(file, chunk);
-            continue;
-        }
-        return "byte " + std::to_string(byte - chunk) + " of chunk " + Hex(id) + owner;
+        chunk += isInside ? OwnBytes(file, chunk) : length;
     }
 }
 
@@ -109,8 +105,7 @@ std::string Difference(const Bytes& got, const Bytes& expected) {
 
 }  // namespace
 
-class GoldenTest : public CoreTest {
-  protected:
+struct GoldenTest : CoreTest {
     // Runs the job of a case as the batch program would.
     void RunCase(const std::string& folder) {
         std::ifstream file(folder + "/options");

@@ -16,8 +16,7 @@ namespace boreforge {
 
 namespace fs = std::filesystem;
 
-class JobTest : public CoreTest {
-  protected:
+struct JobTest : CoreTest {
     void Open(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels) {
         MakeTrack(nodes, tunnels);
         ASSERT_TRUE(WriteTrackFile(track));
@@ -25,8 +24,7 @@ class JobTest : public CoreTest {
         MakePresetShape(kPresetBox);
     }
     void Open(const std::string& tunnels) { Open(WindingCircuit(), tunnels); }
-    static void MakeShape(std::int32_t nodes, float coordinate) {
-        const Vector3D node{coordinate, 0, 0};
+    static void MakeShape(std::int32_t nodes, const Vector3D& node) {
         TunnelShape.InsideNodes.assign(static_cast<std::size_t>(nodes), node);
         TunnelShape.OutsideNodes = TunnelShape.InsideNodes;
     }
@@ -41,13 +39,11 @@ TEST_F(JobTest, TheTrackHoldsTheObjectsNameInWindows1252) {
 
 TEST_F(JobTest, ATrackWithoutTunnelsIsANoticeEvenIfItsPathCantBeFollowed) {
     auto nodes = WindingCircuit();
-    for (const float x : {1.0f, NAN}) {
-        nodes[2].Position.x = x;
-        Open(nodes, "------");
-        const Outcome made = RunTunnelJob(DeriveJobSettings({}, track));
-        EXPECT_EQ(TextOf(made), "Track does not have any tunnels!");
-        EXPECT_TRUE(made.Why().isNotice);
-    }
+    nodes[2].Position.x = NAN;
+    Open(nodes, "------");
+    const Outcome made = RunTunnelJob(DeriveJobSettings({}, track));
+    EXPECT_EQ(TextOf(made), "Track does not have any tunnels!");
+    EXPECT_TRUE(made.Why().isNotice);
 }
 
 TEST_F(JobTest, WithoutAnOpenTrackNothingHappensAndNothingIsSaid) {
@@ -85,11 +81,10 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
          [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
         {"The Tunnel Is Too Large for a 3DS File!",
          nothing + " Open the track again and choose less detail, or use a shape with fewer nodes.", false,
-         [] { MakeShape(1 << 21, 1); }},
+         [] { MakeShape(1 << 21, {}); }},
         {"The Track's Path Can't Be Followed!",
-         "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, and no "
-         "more "
-         "than 1,000,000 units of path. " +
+         "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
+         "and no more than 1,000,000 units of path. " +
              nothing,
          false, [&] {
              Open({Node({1, 2, 3}, {}, {})}, "T");
@@ -122,12 +117,12 @@ TEST_F(JobTest, BothSidesAndUnsharedPointsCountForTheSizeOfTheObject) {
         const char* name;
         bool doubleSided;
         std::int32_t nodes;
-        float coordinate;  // NaN: six points of 12 bytes for each node of a ring are shared by no faces
+        float x;  // NaN: six points of 12 bytes for each node of a ring are shared by no faces
     } cases[] = {{"two sides", true, most, 1}, {"unshared points", false, most / 3, NAN}};
-    for (const auto& [name, doubleSided, nodes, coordinate] : cases) {
+    for (const auto& [name, doubleSided, nodes, x] : cases) {
         TunnelJobSettings settings = DeriveJobSettings({}, object);
         settings.DoubleSided = doubleSided;
-        MakeShape(nodes, coordinate);
+        MakeShape(nodes, {x, 0, 0});
         EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), "Is Too Large")) << name;
     }
 }

@@ -7,8 +7,7 @@
 
 namespace boreforge {
 
-class TrackIOTest : public CoreTest {
-  protected:
+struct TrackIOTest : CoreTest {
     Outcome Load(const Bytes& file) {
         WriteBytes(path, file);
         return ReadTrackFile(path);

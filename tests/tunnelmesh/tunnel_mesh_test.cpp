@@ -12,19 +12,10 @@
 
 namespace boreforge {
 
-class TunnelMeshTest : public CoreTest {
-  protected:
+struct TunnelMeshTest : CoreTest {
     TunnelMeshTest() {
         MakeTrack(WindingCircuit());
         EXPECT_TRUE(TraceTrack());
-    }
-    // The surfaces of the object, read from its file.
-    std::vector<ObjectSurface> Surfaces() const {
-        EXPECT_TRUE(Save3DSFile(In("o.3ds")));
-        Object3DS object;
-        ObjectDamage damage;
-        EXPECT_TRUE(Read3DSObject(ReadBytes(In("o.3ds")), object, damage));
-        return FindSurfaces(object);
     }
 };
 
@@ -51,7 +42,11 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurface) {
         }
         CapTunnelEntry(1, 0, doubleSided);
         CapTunnelExit(3, 0, doubleSided);
-        const auto surfaces = Surfaces();
+        ASSERT_TRUE(Save3DSFile(In("o.3ds")));
+        Object3DS object;
+        ObjectDamage damage;
+        ASSERT_TRUE(Read3DSObject(ReadBytes(In("o.3ds")), object, damage));
+        const auto surfaces = FindSurfaces(object);
         ASSERT_EQ(surfaces.size(), 1u);
         // Each band of either wall and each cap has two triangles for each node.
         EXPECT_EQ(surfaces[0].FaceCount, (doubleSided ? 2 : 1) * 2 * 4 * (2 * bands + 2));
