@@ -84,6 +84,10 @@ TEST_F(ShapeInputTest, ADragSnapsThePointThatIsHitOrTheNewNodesOnTheLastHitConto
     EXPECT_TRUE(Drag(4, 3));
     EXPECT_EQ(TunnelShape.InsideNodes.at(1), (Vector3D{1.5f, -1, 0}));
     EXPECT_EQ(TunnelShape.OutsideNodes.at(1), (Vector3D{4, 3, 0}));
+    ReleaseMouse(MouseButton::Left, controls);
+    EXPECT_EQ(TunnelShape.SelectedNode, 1);
+    ReleaseMouse(MouseButton::Right, controls);
+    EXPECT_EQ(TunnelShape.SelectedNode, -1) << "after a pan";
 }
 
 TEST_F(ShapeInputTest, TheRightButtonPansUpToTwentyUnits) {
