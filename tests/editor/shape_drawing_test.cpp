@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iomanip>
 #include <sstream>
+#include <utility>
 
 #include "support/CoreTest.h"
 
@@ -75,13 +76,9 @@ TEST_F(ShapeDrawingTest, ANodeHasNoEdgesAndTheDotsOfTheContoursThatAreShown) {
     EXPECT_EQ(DrawnOverGrid({.inside = false, .outside = false}), spoke);
 }
 
-TEST_F(ShapeDrawingTest, DotsGrowWithTheZoom) {
-    const struct {
-        float zoom;
-        int size;
-    } cases[] = {{10, 3}, {14, 3}, {15, 4}, {200, 65}};
-    for (const auto& [zoom, size] : cases) {
-        TunnelShape.ZoomScale = zoom;
+TEST_F(ShapeDrawingTest, DotsGrowWithTheZoomFromThreePixelsOn) {
+    for (const auto& [zoom, size] : {std::pair(14, 3), {15, 4}, {200, 65}}) {
+        TunnelShape.ZoomScale = static_cast<float>(zoom);
         EXPECT_EQ(NodeDotSize(), size) << zoom;
     }
 }

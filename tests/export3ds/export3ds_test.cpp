@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <limits>
-
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "support/CoreTest.h"
@@ -8,30 +5,6 @@
 namespace boreforge {
 
 using ExportTest = CoreTest;
-
-TEST_F(ExportTest, ACornerReusesTheEqualPointThatWasStoredLast) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    const Vector3D a{1, 2, 3}, b{4, 5, 6}, c{7, 8, 9}, d{1, 1, 1}, zero{0, 1, 0}, minusZero{-0.0f, 1, -0.0f},
-        unequal{nan, 1, 1};
-    const struct {
-        const char* name;
-        Vector3D corners[3];
-        MeshFace face;
-    } cases[] = {{"all new", {a, b, c}, {0, 1, 2}},
-                 {"two equal ones of one face, both new", {d, d, a}, {3, 4, 0}},
-                 {"the later of these", {b, d, c}, {1, 4, 2}},
-                 {"zero", {a, b, zero}, {0, 1, 5}},
-                 {"-0, which is equal to 0", {minusZero, c, b}, {5, 2, 1}},
-                 {"NaN, which is equal to nothing", {unequal, unequal, b}, {6, 7, 1}},
-                 {"NaN again", {a, b, unequal}, {0, 1, 8}}};
-    BeginObject("PART", 3, false, false);
-    for (const auto& [name, corners, face] : cases)
-        AddFace(corners[0], corners[1], corners[2], {}, {}, {});
-    FlushObject();
-    ASSERT_EQ(Model3DS.Meshes.at(0).Faces.size(), std::size(cases));
-    for (std::size_t i = 0; i < std::size(cases); ++i)
-        EXPECT_EQ(Model3DS.Meshes[0].Faces[i], cases[i].face) << cases[i].name;
-}
 
 TEST_F(ExportTest, ATriangleHasTheBytesOfTheFormatsTables) {
     AddMaterial({0x60, 0x40, 0x20}, {0xC0, 0x80, 0x40}, {0xE6, 0x9A, 0x4D}, 25, 5, 40);

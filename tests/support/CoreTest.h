@@ -49,7 +49,5 @@ std::vector<TrackBezierNode> WindingCircuit();
 
 // The bytes of pairs of hexadecimal digits; what is between single quotes is text. Spaces only separate.
 Bytes FromHex(const std::string& digits);
-// The digits of so many zero bytes.
-inline std::string Zeros(std::size_t bytes) { return std::string(2 * bytes, '0'); }
 
 }  // namespace boreforge

@@ -36,29 +36,6 @@ TEST_F(TraceTrackTest, OnALoopTheFramesStandOnThePathEveryHalfUnit) {
         }
 }
 
-TEST_F(TraceTrackTest, OnAStraightARollIsARelativeTurnOrTheShorterWayToABank) {
-    const struct {
-        float bankBefore, roll;
-        bool rollFlag;
-        double turn;
-    } cases[] = {{0.5f, -3.5f, true, -3.5},    {0.5f, 0.5f, false, 0},
-                 {1.0f, -0.25f, false, -1.25}, {-1.0f, 0.5f, false, 1.5},
-                 {3.1f, -3.1f, false, -6.2},   {-3.1f, 3.1f, false, 6.2 - 6.28318530717958}};
-    const Vector3D back{-2, 0, 0}, forth{4, 0, 0};
-    for (const auto& [bankBefore, roll, rollFlag, turn] : cases) {
-        MakeTrack({Node({50, 7, 20}, back, forth, 9, true), Node({60, 7, 20}, back, forth, bankBefore, true),
-                   Node({70, 7, 20}, back, forth, roll, rollFlag)});
-        ASSERT_TRUE(TraceTrack());
-        const auto& samples = TracedSegments[1].Samples;
-        for (std::size_t j = 0; j < samples.size(); ++j) {
-            const double bank =
-                bankBefore + turn * static_cast<double>(j) / static_cast<double>(samples.size() - 1);
-            const Vector3D right{0, static_cast<float>(std::sin(bank)), static_cast<float>(std::cos(bank))};
-            EXPECT_LT(VecDistance(Column(samples[j].Orientation, 0), right), 1e-4) << turn << " at " << j;
-        }
-    }
-}
-
 TEST_F(TraceTrackTest, APathThatCantBeWalkedLeavesNoTraceAndTooShortATrackTheOldOne) {
     using Nodes = std::vector<TrackBezierNode>;
     const struct {

@@ -15,6 +15,12 @@ struct TrackIOTest : CoreTest {
     const std::string path = In("t.ZRtrack");
 };
 
+TEST_F(TrackIOTest, ASaveHasTheSizesOfTheFormatsTables) {
+    ASSERT_TRUE(Load(KnownFile()));
+    ASSERT_TRUE(WriteTrackFile(In("saved.zrtrack")));
+    EXPECT_EQ(ReadBytes(In("saved.zrtrack")), KnownFile());
+}
+
 TEST_F(TrackIOTest, NoPrefixOfATrackIsATrack) {
     ASSERT_TRUE(Load(KnownFile()));
     for (std::size_t length = KnownFile().size(); length-- > 0;) {
