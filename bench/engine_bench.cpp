@@ -12,7 +12,7 @@
 #include "Measure.h"
 #include "job/mMain.h"
 #include "platform/Files.h"
-#include "support/LiteralScan.h"
+#include "LiteralScan.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 #include "tunnelmesh/TunnelSweep.h"

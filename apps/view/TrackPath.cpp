@@ -112,10 +112,13 @@ class FaceGrid {
     std::vector<std::uint32_t> faces_;
 };
 
-// The first point of a path that isn't covered while the one before it is, or 0.
-std::size_t EndOfCover(const TrackPath& path) {
-    for (std::size_t i = 0; i < path.size(); ++i)
-        if (!path[i].isCovered && path[i == 0 ? path.size() - 1 : i - 1].isCovered) return i;
+// The end of a gap that is long enough to count, so that no stretch goes beyond it; 0 if there is none.
+std::size_t EndOfGap(const TrackPath& path) {
+    std::size_t gap = 0;
+    for (std::size_t i = 0; i < 2 * path.size(); ++i) {
+        gap = path[i % path.size()].isCovered ? 0 : gap + 1;
+        if (gap == kShortest) return (i + 1) % path.size();
+    }
     return 0;
 }
 
@@ -144,7 +147,7 @@ void FindCover(TrackPath& path, const Object3DS& object) {
 
 std::vector<CoveredStretch> CoveredStretches(const TrackPath& path) {
     std::vector<CoveredStretch> stretches;
-    const std::size_t start = EndOfCover(path);
+    const std::size_t start = EndOfGap(path);
     std::size_t gap = kShortest;  // points since the last covered one
     for (std::size_t i = 0; i < path.size(); ++i) {
         const PathPoint& point = path[(start + i) % path.size()];

@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "editor/TunnelShape.h"
+#include "editor/TunnelShapeFile.h"
 #include "support/CommandTest.h"
 #include "support/Sanitizers.h"
 #include "view/ViewWindow.h"
@@ -23,7 +25,7 @@ bool IsRail(const QColor& c) {
     return c.red() > 1.8 * c.green() && c.red() > 2.5 * c.blue() && c.green() > 20;
 }
 bool IsText(const QColor& c) { return c.lightness() < 60; }
-bool IsBack(const QColor& c) { return c.red() > 240 && c.green() < 20 && c.blue() < 20; }
+bool IsBack(const QColor& c) { return c.red() > 200 && c.green() < 20 && c.blue() < 20; }
 
 double ShareOf(const QImage& image, bool (*is)(const QColor&)) {
     int count = 0;
@@ -33,21 +35,8 @@ double ShareOf(const QImage& image, bool (*is)(const QColor&)) {
     return double(count) / image.width() / image.height();
 }
 
-// The object with each face turned around.
-Bytes TurnedInsideOut(Bytes file) {
-    for (std::size_t i = 0; i + 8 < file.size(); ++i) {
-        // The chunk of faces, with its length and count; the same bytes elsewhere have no such length.
-        if (file[i] != 0x20 || file[i + 1] != 0x41) continue;
-        const std::size_t length = file[i + 2] + 256u * file[i + 3] + 65536u * file[i + 4];
-        const std::size_t count = file[i + 6] + 256u * file[i + 7];
-        if (file[i + 5] != 0 || length < 8 + 8 * count || i + length > file.size()) continue;
-        for (std::size_t face = 0; face < count; ++face) {
-            std::swap(file[i + 8 + 8 * face], file[i + 10 + 8 * face]);
-            std::swap(file[i + 9 + 8 * face], file[i + 11 + 8 * face]);
-        }
-        i += 8 * count;
-    }
-    return file;
+QString TextOf(const ViewScene& scene, const char* property) {
+    return scene.properties.value(property).toString();
 }
 
 class ViewTest : public CommandTest {
@@ -94,23 +83,26 @@ TEST_F(ViewTest, SavesTheTunnelAndTheTrackFromEachSide) {
 }
 
 TEST_F(ViewTest, ShowsWallsThatFaceTheWrongWayInRed) {
-    WriteBytes(In("o.3ds"), TurnedInsideOut(ReadBytes(In("o.3ds"))));
+    MakePresetShape(kPresetBox);
+    MirrorTunnelShape();  // now it runs clockwise
+    ASSERT_TRUE(SaveTunnelShape(In("s.zrbf")));
+    ASSERT_EQ(Run(kBatch + "o.3ds --no-track --shape s.zrbf"), 0);
     ASSERT_EQ(Run(kView + "o.3ds --save p.png --size 320x180"), 0) << Text("err");
     EXPECT_GT(ShareOf(QImage(QString::fromStdString(In("p.png"))), IsBack), 0.03);
     ViewScene scene;
     ASSERT_TRUE(scene.OpenObject(In("o.3ds")));
-    EXPECT_TRUE(scene.summary().endsWith("walls face the wrong way")) << scene.summary().toStdString();
+    EXPECT_TRUE(TextOf(scene, "summary").endsWith("walls face the wrong way"));
 }
 
 TEST_F(ViewTest, ShowsNoBacksOfTransparentAndDoubleSidedWalls) {
     ViewScene scene;
     for (const char* walls : {"--transparency 50", "--double-sided"}) {
         ASSERT_EQ(Run(kBatch + "b.3ds --no-track " + walls), 0);
-        scene.SetBackFaces(true);
+        scene.Switch("backFaces", true);
         ASSERT_TRUE(scene.OpenObject(In("b.3ds")));
-        EXPECT_FALSE(scene.backFaces()) << walls;
+        EXPECT_FALSE(scene.IsOn("backFaces")) << walls;
         ASSERT_TRUE(scene.OpenObject(In("o.3ds")));
-        EXPECT_TRUE(scene.backFaces());
+        EXPECT_TRUE(scene.IsOn("backFaces"));
     }
 }
 
@@ -154,11 +146,11 @@ TEST_F(ViewWindowTest, DragTurnsAndWheelZooms) {
     QTest::mouseMove(window.get(), {400, 200});
     QTest::mouseRelease(window.get(), Qt::LeftButton, {}, {400, 200});
     const CameraPose turned = scene.Pose();
-    EXPECT_LT(Dot(before.Forward, turned.Forward), 0.95);
+    EXPECT_LT(Dot(before.forward, turned.forward), 0.95);
     QTest::keyClick(window.get(), Qt::Key_Plus);
-    EXPECT_GT(Dot(scene.Pose().Eye - turned.Eye, turned.Forward), 1);
+    EXPECT_GT(Dot(scene.Pose().eye - turned.eye, turned.forward), 1);
     QTest::keyClick(window.get(), Qt::Key_Home);
-    EXPECT_NEAR(Length(scene.Pose().Eye - before.Eye), 0, 1e-6);
+    EXPECT_NEAR(Length(scene.Pose().eye - before.eye), 0, 1e-6);
 }
 
 TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
@@ -170,41 +162,45 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     EXPECT_EQ(drop.dropAction(), Qt::CopyAction) << "after a move the file might be removed";
     QTest::keyClick(window.get(), Qt::Key_Space);
     const CameraPose start = scene.Pose();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().Eye - start.Eye) > 1; }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Length(scene.Pose().eye - start.eye) > 1; }, kPatience));
     EXPECT_GT(ShareOf(window->grabWindow(), IsRail), 0.01) << "the tunnel is far away, the rails are near";
-    EXPECT_GT(scene.property("clipNear").toFloat(), 0.3) << "or depths far away fall together";
+    EXPECT_GT(scene.properties.value("clipNear").toFloat(), 0.3) << "or depths far away fall together";
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(scene.IsRiding());
 }
 
 TEST_F(ViewWindowTest, APictureAtRestIsFine) {
-    EXPECT_FALSE(scene.isFine());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.isFine(); }, kPatience));
+    EXPECT_FALSE(scene.IsOn("fine"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.IsOn("fine"); }, kPatience));
 }
 
-TEST_F(ViewWindowTest, F1ShowsTheKeys) {
+TEST_F(ViewWindowTest, KeysSwitchTheHelpAndTheBacksOfFaces) {
     EXPECT_LT(ShareOf(window->grabWindow(), IsText), 0.01);
     QTest::keyClick(window.get(), Qt::Key_F1);
     EXPECT_GT(ShareOf(window->grabWindow(), IsText), 0.01);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(scene.IsOn("help"));
+    QTest::keyClick(window.get(), Qt::Key_B);
+    EXPECT_FALSE(scene.IsOn("backFaces"));
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
     if (kSanitized) GTEST_SKIP() << "Qt's shader generator crashes under the address sanitizer";
     scene.Drag(50, 20, false);
     const CameraPose before = scene.Pose();
-    const QString summary = scene.summary();
+    const QString summary = TextOf(scene, "summary");
     ASSERT_EQ(Run(kBatch + "o.3ds --detail extreme --track-out t.zrtrack"), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.summary() != summary; }, kPatience));
-    EXPECT_EQ(Length(scene.Pose().Eye - before.Eye), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return TextOf(scene, "summary") != summary; }, kPatience));
+    EXPECT_EQ(Length(scene.Pose().eye - before.eye), 0);
 }
 
 TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
-    const QString summary = scene.summary();
+    const QString summary = TextOf(scene, "summary");
     std::filesystem::rename(In("o.3ds"), In("away.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !scene.problem().isEmpty(); }, kPatience));
-    EXPECT_EQ(scene.summary(), summary);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !TextOf(scene, "problem").isEmpty(); }, kPatience));
+    EXPECT_EQ(TextOf(scene, "summary"), summary);
     std::filesystem::rename(In("away.3ds"), In("o.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return scene.problem().isEmpty(); }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return TextOf(scene, "problem").isEmpty(); }, kPatience));
 }
 
 }  // namespace boreforge
