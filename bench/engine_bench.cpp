@@ -9,10 +9,10 @@
 
 #include <algorithm>
 
+#include "LiteralScan.h"
 #include "Measure.h"
 #include "job/mMain.h"
 #include "platform/Files.h"
-#include "LiteralScan.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 #include "tunnelmesh/TunnelSweep.h"
@@ -175,7 +175,7 @@ void OpenJob(Tunnel tunnel, bool flush) {
 // A job with the program's default settings except for the finest detail.
 bool RunJob() {
     TunnelChoices choices;
-    choices.DetailItem = 0;
+    choices.detailItem = 0;
     return bool(RunTunnelJob(DeriveJobSettings(choices, WorkFile("job.3ds"))));
 }
 

@@ -60,14 +60,14 @@ void MakeShape(FuzzedDataProvider& input) {
 
 TunnelChoices AnyChoices(FuzzedDataProvider& input) {
     TunnelChoices choices;
-    choices.Color = input.ConsumeIntegral<std::int32_t>();
-    choices.Transparency = input.ConsumeIntegralInRange<std::int16_t>(0, 100);
-    choices.DetailItem = input.ConsumeIntegralInRange(0, 4);
-    choices.DoubleSided = input.ConsumeBool();
-    choices.RemoveTunnels = input.ConsumeBool();
-    choices.DimColors = input.ConsumeBool();
-    choices.DimPercent = input.ConsumeIntegralInRange(0, 100);
-    choices.PlaceObject = input.ConsumeBool();
+    choices.color = input.ConsumeIntegral<std::int32_t>();
+    choices.transparency = input.ConsumeIntegralInRange<std::int16_t>(0, 100);
+    choices.detailItem = input.ConsumeIntegralInRange(0, 4);
+    choices.doubleSided = input.ConsumeBool();
+    choices.removeTunnels = input.ConsumeBool();
+    choices.dimColors = input.ConsumeBool();
+    choices.dimPercent = input.ConsumeIntegralInRange(0, 100);
+    choices.placeObject = input.ConsumeBool();
     return choices;
 }
 
@@ -96,7 +96,7 @@ void RequireSoundObject(const std::string& path) {
     const auto content = ReadScratch(path);
     Object3DS object;
     ObjectDamage damage;
-    Require(Read3DSObject(Bytes(content.begin(), content.end()), object, damage) || damage.IsCoordinate);
+    Require(Read3DSObject(Bytes(content.begin(), content.end()), object, damage) || damage.isCoordinate);
 }
 
 }  // namespace

@@ -11,15 +11,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Object3DS object;
     ObjectDamage damage;
     if (!Read3DSObject(Bytes(data, data + size), object, damage)) {
-        Require(damage.Byte <= size);
+        Require(damage.byte <= size);
         return 0;
     }
     std::size_t faces = 0;
     for (const ObjectSurface& surface : FindSurfaces(object)) {
-        Require(surface.FacesWithoutArea <= surface.FaceCount);
-        Require(surface.InnerCapFaces < surface.FaceCount);
-        faces += surface.FaceCount;
+        Require(surface.facesWithoutArea <= surface.faceCount);
+        Require(surface.innerCapFaces < surface.faceCount);
+        faces += surface.faceCount;
     }
-    Require(faces == object.Faces.size());
+    Require(faces == object.faces.size());
     return 0;
 }

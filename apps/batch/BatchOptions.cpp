@@ -65,17 +65,17 @@ void RequireExtension(const std::string& path, std::string_view extension) {
 
 // TRACK OUTPUT
 BatchJob SingleJob(const BatchOptions& options) {
-    if (options.OtherFiles.empty()) throw CLI::RequiredError("OUTPUT");
-    RequireExtension(options.OtherFiles[0], kObjectExtension);
-    if (options.OtherFiles.size() > 1)
-        throw CLI::ExtrasError({options.OtherFiles.begin() + 1, options.OtherFiles.end()});
-    return {options.Track, options.OtherFiles[0], options.TrackOut};
+    if (options.otherFiles.empty()) throw CLI::RequiredError("OUTPUT");
+    RequireExtension(options.otherFiles[0], kObjectExtension);
+    if (options.otherFiles.size() > 1)
+        throw CLI::ExtrasError({options.otherFiles.begin() + 1, options.otherFiles.end()});
+    return {options.track, options.otherFiles[0], options.trackOut};
 }
 
 // --output-folder FOLDER TRACK...
 std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
-    std::vector<std::string> tracks = {options.Track};
-    tracks.insert(tracks.end(), options.OtherFiles.begin(), options.OtherFiles.end());
+    std::vector<std::string> tracks = {options.track};
+    tracks.insert(tracks.end(), options.otherFiles.begin(), options.otherFiles.end());
     std::vector<BatchJob> jobs;
     std::set<std::string> names;
     for (const std::string& track : tracks) {
@@ -84,50 +84,50 @@ std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
         name.resize(name.size() - kTrackExtension.size());
         if (!names.insert(name).second)
             throw CLI::ValidationError("--output-folder", "two tracks have the name '" + OneLine(name) + "'");
-        const std::string output = options.OutputFolder + "/" + name;
+        const std::string output = options.outputFolder + "/" + name;
         jobs.push_back({track, output + std::string(kObjectExtension),
-                        options.NoTrack ? "" : output + std::string(kTrackExtension)});
+                        options.noTrack ? "" : output + std::string(kTrackExtension)});
     }
     return jobs;
 }
 
 void DeriveJobs(BatchOptions& options) {
-    options.Jobs = options.OutputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
+    options.jobs = options.outputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
 }
 
 void AddFileOptions(CLI::App& application, BatchOptions& options) {
-    AddPath(application, "TRACK", options.Track, "FILE.zrtrack", "The track")->required();
+    AddPath(application, "TRACK", options.track, "FILE.zrtrack", "The track")->required();
     application
-        .add_option("OUTPUT", options.OtherFiles, "The object to write; with --output-folder: further tracks")
+        .add_option("OUTPUT", options.otherFiles, "The object to write; with --output-folder: further tracks")
         ->type_name("FILE.3ds");
-    AddPath(application, "--output-folder", options.OutputFolder, "FOLDER",
+    AddPath(application, "--output-folder", options.outputFolder, "FOLDER",
             "Write each track's object and the changed track there")
         ->group("Files");
-    application.add_flag("--dry-run", options.DryRun, "Say what would be made, but write nothing")
+    application.add_flag("--dry-run", options.dryRun, "Say what would be made, but write nothing")
         ->group("Files");
 }
 
 void AddShapeOptions(CLI::App& application, BatchOptions& options) {
     CLI::Option* const shape =
-        AddPath(application, "--shape", options.Shape, "FILE.zrbf", "Use the cross-section in this file")
+        AddPath(application, "--shape", options.shape, "FILE.zrbf", "Use the cross-section in this file")
             ->group("Shape");
-    AddParsed(application, "--preset", options.Preset, ParsePreset, "box|rounded",
+    AddParsed(application, "--preset", options.preset, ParsePreset, "box|rounded",
               "Use a built-in cross-section (default: box)")
         ->excludes(shape)
         ->group("Shape");
 }
 
 void AddLookOptions(CLI::App& application, TunnelChoices& choices) {
-    AddParsed(application, "--color", choices.Color, ParseColor, "R,G,B|#rrggbb",
+    AddParsed(application, "--color", choices.color, ParseColor, "R,G,B|#rrggbb",
               "Tunnel colour, 0 to 255 each (default: 192,192,192)")
         ->group("Look");
-    AddParsed(application, "--transparency", choices.Transparency, ParsePercent, "0..100",
+    AddParsed(application, "--transparency", choices.transparency, ParsePercent, "0..100",
               "Percent (default: 0)")
         ->group("Look");
-    AddParsed(application, "--detail", choices.DetailItem, ParseDetail, "extreme|high|normal|low|poor",
+    AddParsed(application, "--detail", choices.detailItem, ParseDetail, "extreme|high|normal|low|poor",
               "How closely the tunnel follows the curve (default: normal)")
         ->group("Look");
-    application.add_flag("--double-sided", choices.DoubleSided, "Make every face visible from both sides")
+    application.add_flag("--double-sided", choices.doubleSided, "Make every face visible from both sides")
         ->group("Look");
 }
 
@@ -138,22 +138,22 @@ void AddTrackOptions(CLI::App& application, BatchOptions& options) {
                 name, [&choice] { choice = false; }, description)
             ->group("Track");
     };
-    TunnelChoices& choices = options.Choices;
-    CLI::Option* const dim = AddParsed(application, "--dim", choices.DimPercent, ParsePercent, "0..100",
+    TunnelChoices& choices = options.choices;
+    CLI::Option* const dim = AddParsed(application, "--dim", choices.dimPercent, ParsePercent, "0..100",
                                        "Brightness left to tunneled segments' colours (default: 50), but 0 "
                                        "changes nothing and 100 is black")
                                  ->group("Track");
-    addSwitch("--no-dim", choices.DimColors, "Don't change the colours of segments")->excludes(dim);
-    CLI::Option* const trackOut = AddPath(application, "--track-out", options.TrackOut, "FILE.zrtrack",
+    addSwitch("--no-dim", choices.dimColors, "Don't change the colours of segments")->excludes(dim);
+    CLI::Option* const trackOut = AddPath(application, "--track-out", options.trackOut, "FILE.zrtrack",
                                           "Save the changed track there and leave TRACK unchanged")
                                       ->check(EndsIn(kTrackExtension))
                                       ->excludes(application.get_option("--output-folder"))
                                       ->group("Track");
-    application.add_flag("--no-track", options.NoTrack, "Write only the object, no track")
+    application.add_flag("--no-track", options.noTrack, "Write only the object, no track")
         ->excludes(trackOut)
         ->group("Track");
-    addSwitch("--keep-tunnel-flags", choices.RemoveTunnels, "Don't clear the tunnel flags");
-    addSwitch("--no-place", choices.PlaceObject, "Don't add the object to the track's scenery");
+    addSwitch("--keep-tunnel-flags", choices.removeTunnels, "Don't clear the tunnel flags");
+    addSwitch("--no-place", choices.placeObject, "Don't add the object to the track's scenery");
 }
 
 }  // namespace
@@ -169,7 +169,7 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
         "itself.");
     AddFileOptions(application, options);
     AddShapeOptions(application, options);
-    AddLookOptions(application, options.Choices);
+    AddLookOptions(application, options.choices);
     AddTrackOptions(application, options);
     application.callback([&options] { DeriveJobs(options); });
 }

@@ -12,22 +12,22 @@ namespace boreforge {
 
 // One track and the files to make from it.
 struct BatchJob {
-    std::string Track;
-    std::string Object;
-    std::string TrackOut;  // empty: Track itself is rewritten, or no track is written
+    std::string track;
+    std::string object;
+    std::string trackOut;  // empty: Track itself is rewritten, or no track is written
 };
 
 struct BatchOptions {
-    std::string Track;
-    std::vector<std::string> OtherFiles;  // the object, or with OutputFolder further tracks
-    std::string TrackOut;
-    std::string OutputFolder;
-    std::vector<BatchJob> Jobs;  // derived from the fields above
-    std::string Shape;           // a .zrbf file; empty: the preset
-    PresetShape Preset = kPresetBox;
-    TunnelChoices Choices;
-    bool NoTrack = false;
-    bool DryRun = false;
+    std::string track;
+    std::vector<std::string> otherFiles;  // the object, or with OutputFolder further tracks
+    std::string trackOut;
+    std::string outputFolder;
+    std::vector<BatchJob> jobs;  // derived from the fields above
+    std::string shape;           // a .zrbf file; empty: the preset
+    PresetShape preset = kPresetBox;
+    TunnelChoices choices;
+    bool noTrack = false;
+    bool dryRun = false;
 };
 
 // Adds the options to `application`, which fills `options` when it parses a command line.

@@ -9,11 +9,11 @@ namespace boreforge {
 
 std::string ConflictOf(const BatchOptions& options) {
     std::map<FileIdentity, std::string> inputs, outputs;
-    if (!options.Shape.empty()) inputs.emplace(IdentityOf(options.Shape), options.Shape);
-    for (const BatchJob& job : options.Jobs)
-        inputs.emplace(IdentityOf(job.Track), job.Track);
-    for (const BatchJob& job : options.Jobs)
-        for (const std::string& output : {job.Object, job.TrackOut}) {
+    if (!options.shape.empty()) inputs.emplace(IdentityOf(options.shape), options.shape);
+    for (const BatchJob& job : options.jobs)
+        inputs.emplace(IdentityOf(job.track), job.track);
+    for (const BatchJob& job : options.jobs)
+        for (const std::string& output : {job.object, job.trackOut}) {
             if (output.empty()) continue;
             const FileIdentity file = IdentityOf(output);
             if (const auto input = inputs.find(file); input != inputs.end())

@@ -27,13 +27,13 @@ ExitStatus FailToRead(const Failure& failure, const std::string& path) {
 
 ExitStatus PrepareShape(const BatchOptions& options) {
     ResetTunnelShape();
-    if (options.Shape.empty()) {
-        MakePresetShape(options.Preset);
-    } else if (const Outcome loaded = LoadTunnelShape(options.Shape); !loaded) {
+    if (options.shape.empty()) {
+        MakePresetShape(options.preset);
+    } else if (const Outcome loaded = LoadTunnelShape(options.shape); !loaded) {
         const Failure context = {.headline = "Error - Invalid Tunnel Shape File!"};
-        return FailToRead(loaded.With(context).Why(), options.Shape);
+        return FailToRead(loaded.With(context).Why(), options.shape);
     }
-    for (const std::string& warning : ShapeWarnings(TunnelShape, options.Choices.DoubleSided))
+    for (const std::string& warning : ShapeWarnings(TunnelShape, options.choices.doubleSided))
         PrintError("Warning: " + warning);
     return kDone;
 }
@@ -45,10 +45,10 @@ std::string Count(std::int64_t count, const std::string& thing) {
 
 void WarnOfLosses(const std::string& track) {
     std::string lost;
-    if (TrackOnDisk.ForeignChunks > 0)
-        lost = Count(TrackOnDisk.ForeignChunks, "chunk") + " of an unknown kind";
-    if (TrackOnDisk.BytesAfterEnd > 0)
-        lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.BytesAfterEnd, "byte") +
+    if (TrackOnDisk.foreignChunks > 0)
+        lost = Count(TrackOnDisk.foreignChunks, "chunk") + " of an unknown kind";
+    if (TrackOnDisk.bytesAfterEnd > 0)
+        lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.bytesAfterEnd, "byte") +
                 " after the last chunk";
     if (!lost.empty())
         PrintError("Warning: " + OneLine(track) + " has " + lost + "; the saved track won't have them.");
@@ -66,20 +66,20 @@ void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritte
 }
 
 Outcome MakeObject(const BatchOptions& options, const BatchJob& job) {
-    TunnelJobSettings settings = DeriveJobSettings(options.Choices, job.Object);
-    if (!options.DryRun && !options.NoTrack) return RunTunnelJob(settings);
-    if (options.NoTrack) settings.PlaceObject = false;
+    TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
+    if (!options.dryRun && !options.noTrack) return RunTunnelJob(settings);
+    if (options.noTrack) settings.PlaceObject = false;
     const Outcome built = BuildTunnelObject(settings);
-    return options.DryRun ? built : built.Then([&] { return WriteTunnelObject(job.Object); });
+    return options.dryRun ? built : built.Then([&] { return WriteTunnelObject(job.object); });
 }
 
 ExitStatus RunJob(const BatchOptions& options, const BatchJob& job) {
-    if (const Outcome opened = OpenTrack(job.Track); !opened) return FailToRead(opened.Why(), job.Track);
-    if (!options.NoTrack) WarnOfLosses(job.Track);
-    if (!job.TrackOut.empty()) TrackFilePath = job.TrackOut;
+    if (const Outcome opened = OpenTrack(job.track); !opened) return FailToRead(opened.Why(), job.track);
+    if (!options.noTrack) WarnOfLosses(job.track);
+    if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
     const std::int32_t tunnels = CountTunnels();
     if (const Outcome made = MakeObject(options, job); !made) return Fail(made.Why());
-    PrintSummary(tunnels, job.Object, !options.DryRun);
+    PrintSummary(tunnels, job.object, !options.dryRun);
     return kDone;
 }
 
@@ -90,10 +90,10 @@ int RunBatch(const BatchOptions& options) {
     }
     if (PrepareShape(options) != kDone) return kFailed;
     int status = kDone;
-    for (const BatchJob& job : options.Jobs) {
+    for (const BatchJob& job : options.jobs) {
         if (RunJob(options, job) == kDone) continue;
         status = kFailed;
-        if (options.Jobs.size() > 1) PrintError("Failed: " + OneLine(job.Track));
+        if (options.jobs.size() > 1) PrintError("Failed: " + OneLine(job.track));
     }
     return status;
 }

@@ -31,7 +31,7 @@ struct FileBounds {
     float low[3], high[3];
 };
 FileBounds InFileAxes(const ObjectBounds& bounds) {
-    return {{bounds.Low.x, -bounds.High.z, bounds.Low.y}, {bounds.High.x, -bounds.Low.z, bounds.High.y}};
+    return {{bounds.low.x, -bounds.high.z, bounds.low.y}, {bounds.high.x, -bounds.low.z, bounds.high.y}};
 }
 
 std::string BoundsText(const ObjectBounds& bounds) {
@@ -44,13 +44,13 @@ std::string BoundsText(const ObjectBounds& bounds) {
 }
 
 std::string FacingText(const ObjectSurface& surface) {
-    switch (surface.Faces) {
+    switch (surface.facing) {
         case Facing::Outwards:
-            return ", facing outwards, volume " + Number(std::round(surface.Volume * 1000) / 1000);
+            return ", facing outwards, volume " + Number(std::round(surface.volume * 1000) / 1000);
         case Facing::Inwards:
-            return ", FACING INWARDS, volume " + Number(std::round(surface.Volume * 1000) / 1000);
+            return ", FACING INWARDS, volume " + Number(std::round(surface.volume * 1000) / 1000);
         case Facing::Mixed:
-            return ", FACING BOTH WAYS: " + Count(surface.OpposedEdges, "edge") + " between opposite faces";
+            return ", FACING BOTH WAYS: " + Count(surface.opposedEdges, "edge") + " between opposite faces";
         case Facing::NotJudged:
             return ", facing not judged";
     }
@@ -58,41 +58,41 @@ std::string FacingText(const ObjectSurface& surface) {
 }
 
 std::string StateText(const ObjectSurface& surface) {
-    std::string text = surface.EdgeCount == 0 ? "without area"
+    std::string text = surface.edgeCount == 0 ? "without area"
                        : surface.IsClosed()   ? "closed"
-                                              : Count(surface.OpenEdges, "open edge");
+                                              : Count(surface.openEdges, "open edge");
     if (surface.IsDoubleSided())
         text += ", double-sided";
-    else if (surface.CrowdedEdges > 0)
-        text += ", " + Count(surface.CrowdedEdges, "edge") + " of more than two faces";
+    else if (surface.crowdedEdges > 0)
+        text += ", " + Count(surface.crowdedEdges, "edge") + " of more than two faces";
     text += FacingText(surface);
-    if (surface.InnerCapFaces > 0)
-        text += "\n  " + Count(surface.InnerCapFaces, "face") +
+    if (surface.innerCapFaces > 0)
+        text += "\n  " + Count(surface.innerCapFaces, "face") +
                 " of a cap inside the wall, as a tunnel over the start of the track has";
-    if (surface.FacesWithoutArea > 0)
-        text += "\n  " + Count(surface.FacesWithoutArea, "face") + " with two equal corners";
+    if (surface.facesWithoutArea > 0)
+        text += "\n  " + Count(surface.facesWithoutArea, "face") + " with two equal corners";
     return text;
 }
 
 std::string MaterialNames(const ObjectReport& report, const ObjectSurface& surface) {
     std::string names;
-    for (const std::uint32_t material : surface.Materials)
-        names += (names.empty() ? "" : ", ") + OneLine(Shortened(report.Object.Materials[material].Name));
+    for (const std::uint32_t material : surface.materials)
+        names += (names.empty() ? "" : ", ") + OneLine(Shortened(report.object.materials[material].name));
     return names;
 }
 
 bool HasNote(const ObjectSurface& surface) {
-    return !surface.IsClosed() || (surface.CrowdedEdges > 0 && !surface.IsDoubleSided());
+    return !surface.IsClosed() || (surface.crowdedEdges > 0 && !surface.IsDoubleSided());
 }
 
 std::string VerdictText(const ObjectReport& report) {
-    const std::size_t surfaces = report.Surfaces.size();
+    const std::size_t surfaces = report.surfaces.size();
     const auto count = [&](auto property) {
-        return static_cast<std::size_t>(std::ranges::count_if(report.Surfaces, property));
+        return static_cast<std::size_t>(std::ranges::count_if(report.surfaces, property));
     };
-    switch (report.Result) {
+    switch (report.result) {
         case Verdict::Damaged:
-            return "Damaged. " + DamageText(report.Damage);
+            return "Damaged. " + DamageText(report.damage);
         case Verdict::Empty:
             return "Empty: there are no faces.";
         case Verdict::FacingWrongly:
@@ -103,7 +103,7 @@ std::string VerdictText(const ObjectReport& report) {
             break;
     }
     const std::size_t notes = count(HasNote);
-    const std::size_t notJudged = count([](const auto& s) { return s.Faces == Facing::NotJudged; });
+    const std::size_t notJudged = count([](const auto& s) { return s.facing == Facing::NotJudged; });
     std::string text = "Sound.";
     if (notes > 0)
         text += " With open edges or edges of more than two faces: " + Count(notes, "surface") + ".";
@@ -155,22 +155,22 @@ std::string BoundsJson(const ObjectBounds& bounds) {
 std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
     constexpr const char* kFacings[] = {"not judged", "outwards", "inwards", "both ways"};
     std::vector<std::string> materials;
-    for (const std::uint32_t material : surface.Materials)
-        materials.push_back(Quoted(Shortened(report.Object.Materials[material].Name)));
-    std::vector<std::string> fields = {Field("faces", surface.FaceCount),
-                                       Field("facesWithoutArea", surface.FacesWithoutArea),
-                                       Field("innerCapFaces", surface.InnerCapFaces),
-                                       Field("edges", surface.EdgeCount),
-                                       Field("openEdges", surface.OpenEdges),
-                                       Field("edgesOfMoreThanTwoFaces", surface.CrowdedEdges),
-                                       Field("edgesBetweenOppositeFaces", surface.OpposedEdges),
+    for (const std::uint32_t material : surface.materials)
+        materials.push_back(Quoted(Shortened(report.object.materials[material].name)));
+    std::vector<std::string> fields = {Field("faces", surface.faceCount),
+                                       Field("facesWithoutArea", surface.facesWithoutArea),
+                                       Field("innerCapFaces", surface.innerCapFaces),
+                                       Field("edges", surface.edgeCount),
+                                       Field("openEdges", surface.openEdges),
+                                       Field("edgesOfMoreThanTwoFaces", surface.crowdedEdges),
+                                       Field("edgesBetweenOppositeFaces", surface.opposedEdges),
                                        Field("closed", Truth(surface.IsClosed())),
                                        Field("doubleSided", Truth(surface.IsDoubleSided())),
-                                       Field("facing", Quoted(kFacings[static_cast<int>(surface.Faces)])),
-                                       Field("bounds", BoundsJson(surface.Bounds)),
+                                       Field("facing", Quoted(kFacings[static_cast<int>(surface.facing)])),
+                                       Field("bounds", BoundsJson(surface.bounds)),
                                        Field("materials", Joined('[', materials, ']'))};
-    if (surface.Faces == Facing::Outwards || surface.Faces == Facing::Inwards)
-        fields.push_back(Field("volume", Number(surface.Volume)));
+    if (surface.facing == Facing::Outwards || surface.facing == Facing::Inwards)
+        fields.push_back(Field("volume", Number(surface.volume)));
     return Joined('{', fields, '}');
 }
 
@@ -178,54 +178,54 @@ std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface
 
 ObjectReport Examine(const std::string& path, const Bytes& file) {
     ObjectReport report;
-    report.Path = path;
-    if (!Read3DSObject(file, report.Object, report.Damage)) {
-        report.Object = {};
+    report.path = path;
+    if (!Read3DSObject(file, report.object, report.damage)) {
+        report.object = {};
         return report;
     }
-    report.Surfaces = FindSurfaces(report.Object);
-    const bool isWrong = std::ranges::any_of(report.Surfaces, &ObjectSurface::FacesWrongly);
-    report.Result = report.Surfaces.empty() ? Verdict::Empty
+    report.surfaces = FindSurfaces(report.object);
+    const bool isWrong = std::ranges::any_of(report.surfaces, &ObjectSurface::FacesWrongly);
+    report.result = report.surfaces.empty() ? Verdict::Empty
                     : isWrong               ? Verdict::FacingWrongly
                                             : Verdict::Sound;
     return report;
 }
 
 std::string ReportText(const ObjectReport& report) {
-    const Object3DS& object = report.Object;
-    std::string text = OneLine(report.Path) + "\n";
-    if (report.Result != Verdict::Damaged)
-        text += Count(object.MeshCount, "object") + ", " + Count(object.Materials.size(), "material") + ", " +
-                Count(object.Points.size(), "point") + ", " + Count(object.Faces.size(), "face") + "\n";
-    if (!object.Points.empty()) text += BoundsText(BoundsOf(object)) + "\n";
+    const Object3DS& object = report.object;
+    std::string text = OneLine(report.path) + "\n";
+    if (report.result != Verdict::Damaged)
+        text += Count(object.meshCount, "object") + ", " + Count(object.materials.size(), "material") + ", " +
+                Count(object.points.size(), "point") + ", " + Count(object.faces.size(), "face") + "\n";
+    if (!object.points.empty()) text += BoundsText(BoundsOf(object)) + "\n";
     std::size_t number = 0;
-    for (const ObjectSurface& surface : report.Surfaces)
-        text += "\nSurface " + std::to_string(++number) + ": " + Count(surface.FaceCount, "face") + " of " +
-                MaterialNames(report, surface) + "\n  " + BoundsText(surface.Bounds) + "\n  " +
+    for (const ObjectSurface& surface : report.surfaces)
+        text += "\nSurface " + std::to_string(++number) + ": " + Count(surface.faceCount, "face") + " of " +
+                MaterialNames(report, surface) + "\n  " + BoundsText(surface.bounds) + "\n  " +
                 StateText(surface) + "\n";
     return text + "\n" + VerdictText(report) + "\n";
 }
 
 std::string ReportJson(const ObjectReport& report) {
     constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged"};
-    const Object3DS& object = report.Object;
-    std::vector<std::string> fields = {Field("file", Quoted(report.Path)),
-                                       Field("verdict", Quoted(kVerdicts[static_cast<int>(report.Result)]))};
-    if (report.Result == Verdict::Damaged) {
-        fields.push_back(Field("byte", report.Damage.Byte));
-        fields.push_back(Field("reason", Quoted(report.Damage.Reason)));
+    const Object3DS& object = report.object;
+    std::vector<std::string> fields = {Field("file", Quoted(report.path)),
+                                       Field("verdict", Quoted(kVerdicts[static_cast<int>(report.result)]))};
+    if (report.result == Verdict::Damaged) {
+        fields.push_back(Field("byte", report.damage.byte));
+        fields.push_back(Field("reason", Quoted(report.damage.reason)));
         return Joined('{', fields, '}') + "\n";
     }
     std::vector<std::string> materials, surfaces;
-    for (const ObjectMaterial& material : object.Materials)
-        materials.push_back(Quoted(Shortened(material.Name)));
-    for (const ObjectSurface& surface : report.Surfaces)
+    for (const ObjectMaterial& material : object.materials)
+        materials.push_back(Quoted(Shortened(material.name)));
+    for (const ObjectSurface& surface : report.surfaces)
         surfaces.push_back("\n  " + SurfaceJson(report, surface));
-    fields.push_back(Field("objects", object.MeshCount));
-    fields.push_back(Field("points", object.Points.size()));
-    fields.push_back(Field("faces", object.Faces.size()));
+    fields.push_back(Field("objects", object.meshCount));
+    fields.push_back(Field("points", object.points.size()));
+    fields.push_back(Field("faces", object.faces.size()));
     fields.push_back(Field("materials", Joined('[', materials, ']')));
-    if (!object.Points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
+    if (!object.points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
     fields.push_back(Field("surfaces", Joined('[', surfaces, ']')));
     return Joined('{', fields, '}') + "\n";
 }

@@ -11,11 +11,11 @@ namespace boreforge {
 enum class Verdict { Sound, FacingWrongly, Empty, Damaged };
 
 struct ObjectReport {
-    std::string Path;
-    Object3DS Object;  // empty if the file is damaged
-    ObjectDamage Damage;
-    std::vector<ObjectSurface> Surfaces;
-    Verdict Result = Verdict::Damaged;
+    std::string path;
+    Object3DS object;  // empty if the file is damaged
+    ObjectDamage damage;
+    std::vector<ObjectSurface> surfaces;
+    Verdict result = Verdict::Damaged;
 };
 
 // Examines a whole file; `path` is its name in the report.

@@ -20,7 +20,7 @@ int CheckObject(const std::string& path, bool asJson) {
     }
     const ObjectReport report = Examine(path, file);
     Print(asJson ? ReportJson(report) : ReportText(report));
-    return report.Result == Verdict::Sound ? kDone : kFailed;
+    return report.result == Verdict::Sound ? kDone : kFailed;
 }
 
 }  // namespace

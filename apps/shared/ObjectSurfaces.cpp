@@ -62,17 +62,17 @@ std::size_t AscendingUses(Edge edge) {
 }
 
 void Include(ObjectBounds& bounds, const Vector3D& p) {
-    bounds.Low = {std::min(bounds.Low.x, p.x), std::min(bounds.Low.y, p.y), std::min(bounds.Low.z, p.z)};
-    bounds.High = {std::max(bounds.High.x, p.x), std::max(bounds.High.y, p.y), std::max(bounds.High.z, p.z)};
+    bounds.low = {std::min(bounds.low.x, p.x), std::min(bounds.low.y, p.y), std::min(bounds.low.z, p.z)};
+    bounds.high = {std::max(bounds.high.x, p.x), std::max(bounds.high.y, p.y), std::max(bounds.high.z, p.z)};
 }
 
 class SurfaceFinder {
   public:
     explicit SurfaceFinder(const Object3DS& object)
         : object_(object),
-          merged_(MergeEqualPoints(object.Points)),
-          surfaceOf_(object.Faces.size()),
-          patches_(object.Faces.size()) {}
+          merged_(MergeEqualPoints(object.points)),
+          surfaceOf_(object.faces.size()),
+          patches_(object.faces.size()) {}
 
     std::vector<ObjectSurface> Find() {
         SortFacesIntoSurfaces();
@@ -81,38 +81,38 @@ class SurfaceFinder {
         FindInnerCaps();
         MeasureVolumes();
         for (std::size_t i = 0; i < surfaces_.size(); ++i)
-            surfaces_[i].Faces = Judge(i);
+            surfaces_[i].facing = Judge(i);
         return std::move(surfaces_);
     }
 
   private:
     // The corners of a face; equal points count as one.
     std::array<std::uint32_t, 3> Corners(std::size_t face) const {
-        const ObjectFace& f = object_.Faces[face];
+        const ObjectFace& f = object_.faces[face];
         return {merged_[f.a], merged_[f.b], merged_[f.c]};
     }
 
     void SortFacesIntoSurfaces() {
-        DisjointSets connected(object_.Points.size());
-        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+        DisjointSets connected(object_.points.size());
+        for (std::size_t i = 0; i < object_.faces.size(); ++i) {
             const auto [a, b, c] = Corners(i);
             connected.Join(a, b);
             connected.Join(b, c);
         }
         constexpr std::uint32_t kNone = 0xFFFFFFFF;
-        std::vector<std::uint32_t> surfaceOfPoint(object_.Points.size(), kNone);
-        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+        std::vector<std::uint32_t> surfaceOfPoint(object_.points.size(), kNone);
+        for (std::size_t i = 0; i < object_.faces.size(); ++i) {
             std::uint32_t& surface = surfaceOfPoint[connected.Find(Corners(i)[0])];
             if (surface == kNone) {
                 surface = static_cast<std::uint32_t>(surfaces_.size());
-                const Vector3D& first = object_.Points[Corners(i)[0]];
-                surfaces_.emplace_back().Bounds = {first, first};
+                const Vector3D& first = object_.points[Corners(i)[0]];
+                surfaces_.emplace_back().bounds = {first, first};
             }
             surfaceOf_[i] = surface;
             AddFace(i, surfaces_[surface]);
         }
         for (ObjectSurface& surface : surfaces_) {
-            std::vector<std::uint32_t>& materials = surface.Materials;
+            std::vector<std::uint32_t>& materials = surface.materials;
             std::ranges::sort(materials);
             materials.erase(std::unique(materials.begin(), materials.end()), materials.end());
         }
@@ -120,11 +120,11 @@ class SurfaceFinder {
     }
 
     void AddFace(std::size_t face, ObjectSurface& surface) const {
-        ++surface.FaceCount;
-        surface.FacesWithoutArea += HasArea(face) ? 0 : 1;
+        ++surface.faceCount;
+        surface.facesWithoutArea += HasArea(face) ? 0 : 1;
         for (const std::uint32_t corner : Corners(face))
-            Include(surface.Bounds, object_.Points[corner]);
-        surface.Materials.push_back(object_.Faces[face].Material);
+            Include(surface.bounds, object_.points[corner]);
+        surface.materials.push_back(object_.faces[face].material);
     }
 
     bool HasArea(std::size_t face) const {
@@ -133,8 +133,8 @@ class SurfaceFinder {
     }
 
     void ListEdges() {
-        uses_.reserve(3 * object_.Faces.size());
-        for (std::size_t i = 0; i < object_.Faces.size(); ++i) {
+        uses_.reserve(3 * object_.faces.size());
+        for (std::size_t i = 0; i < object_.faces.size(); ++i) {
             if (!HasArea(i)) continue;
             const auto [a, b, c] = Corners(i);
             for (const auto& [from, to] : {std::pair(a, b), std::pair(b, c), std::pair(c, a)})
@@ -159,11 +159,11 @@ class SurfaceFinder {
     void CountEdge(Edge edge) {
         ObjectSurface& surface = SurfaceOf(edge);
         const bool balanced = 2 * AscendingUses(edge) == edge.size();
-        ++surface.EdgeCount;
-        surface.OpenEdges += edge.size() == 1 ? 1 : 0;
-        surface.CrowdedEdges += edge.size() > 2 ? 1 : 0;
-        surface.OpposedEdges += edge.size() == 2 && !balanced ? 1 : 0;
-        surface.DoubledEdges += edge.size() >= 4 && balanced ? 1 : 0;
+        ++surface.edgeCount;
+        surface.openEdges += edge.size() == 1 ? 1 : 0;
+        surface.crowdedEdges += edge.size() > 2 ? 1 : 0;
+        surface.opposedEdges += edge.size() == 2 && !balanced ? 1 : 0;
+        surface.doubledEdges += edge.size() >= 4 && balanced ? 1 : 0;
         if (edge.size() == 2) patches_.Join(edge[0].face, edge[1].face);
     }
 
@@ -174,8 +174,8 @@ class SurfaceFinder {
         ForEachEdge([&](Edge edge) {
             if (edge.size() > 2) crowded[surfaceOf_[edge.front().face]].push_back(edge);
         });
-        std::vector<std::uint32_t> facesOf(object_.Faces.size());
-        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i)
+        std::vector<std::uint32_t> facesOf(object_.faces.size());
+        for (std::uint32_t i = 0; i < object_.faces.size(); ++i)
             ++facesOf[patches_.Find(i)];
         for (std::size_t i = 0; i < surfaces_.size(); ++i) {
             // A cap has one of three faces at each of the edges: more faces at the first rule it out.
@@ -183,10 +183,10 @@ class SurfaceFinder {
             for (const EdgeUse& use : crowded[i].front()) {
                 const std::uint32_t patch = patches_.Find(use.face);
                 const std::size_t faces = facesOf[patch];
-                if ((capOf_[i] && faces >= surfaces_[i].InnerCapFaces) || !IsInnerCap(patch, crowded[i]))
+                if ((capOf_[i] && faces >= surfaces_[i].innerCapFaces) || !IsInnerCap(patch, crowded[i]))
                     continue;
                 capOf_[i] = patch;
-                surfaces_[i].InnerCapFaces = faces;
+                surfaces_[i].innerCapFaces = faces;
             }
         }
     }
@@ -207,11 +207,11 @@ class SurfaceFinder {
     // Sums the signed volumes of the tetrahedra between the faces and a corner of the bounds.
     void MeasureVolumes() {
         volumeSizes_.resize(surfaces_.size());
-        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i) {
+        for (std::uint32_t i = 0; i < object_.faces.size(); ++i) {
             const std::uint32_t index = surfaceOf_[i];
             if (capOf_[index] == patches_.Find(i)) continue;
-            const double volume = VolumeBelow(i, surfaces_[index].Bounds.Low);
-            surfaces_[index].Volume += volume;
+            const double volume = VolumeBelow(i, surfaces_[index].bounds.low);
+            surfaces_[index].volume += volume;
             volumeSizes_[index] += std::fabs(volume);
         }
     }
@@ -219,18 +219,18 @@ class SurfaceFinder {
     double VolumeBelow(std::size_t face, const Vector3D& apex) const {
         Vec corners[3];
         for (std::size_t i = 0; i < 3; ++i)
-            corners[i] = ToVec(object_.Points[Corners(face)[i]]) - ToVec(apex);
+            corners[i] = ToVec(object_.points[Corners(face)[i]]) - ToVec(apex);
         return Dot(corners[0], Cross(corners[1], corners[2])) / 6;
     }
 
     Facing Judge(std::size_t index) const {
         const ObjectSurface& surface = surfaces_[index];
-        if (surface.OpposedEdges > 0) return Facing::Mixed;
-        const bool isPlain = surface.CrowdedEdges == 0 || capOf_[index];
+        if (surface.opposedEdges > 0) return Facing::Mixed;
+        const bool isPlain = surface.crowdedEdges == 0 || capOf_[index];
         // Far above the sum's rounding error, far below the volume of any wall.
-        const bool hasVolume = std::fabs(surface.Volume) > 1e-9 * volumeSizes_[index];
+        const bool hasVolume = std::fabs(surface.volume) > 1e-9 * volumeSizes_[index];
         if (!surface.IsClosed() || !isPlain || !hasVolume) return Facing::NotJudged;
-        return surface.Volume > 0 ? Facing::Outwards : Facing::Inwards;
+        return surface.volume > 0 ? Facing::Outwards : Facing::Inwards;
     }
 
     const Object3DS& object_;
@@ -248,8 +248,8 @@ class SurfaceFinder {
 std::vector<ObjectSurface> FindSurfaces(const Object3DS& object) { return SurfaceFinder(object).Find(); }
 
 ObjectBounds BoundsOf(const Object3DS& object) {
-    ObjectBounds bounds{object.Points.front(), object.Points.front()};
-    for (const Vector3D& point : object.Points)
+    ObjectBounds bounds{object.points.front(), object.points.front()};
+    for (const Vector3D& point : object.points)
         Include(bounds, point);
     return bounds;
 }

@@ -18,30 +18,30 @@ enum class Facing {
 
 // A box, in the track's axes.
 struct ObjectBounds {
-    Vector3D Low, High;
+    Vector3D low, high;
 };
 
 // Faces connected by shared points, across all meshes. Points with equal coordinates are shared. Faces
 // without area don't count as faces of an edge.
 struct ObjectSurface {
-    std::size_t FaceCount = 0;
-    std::size_t FacesWithoutArea = 0;  // with two equal corners
-    std::size_t EdgeCount = 0;
-    std::size_t OpenEdges = 0;      // with one face
-    std::size_t CrowdedEdges = 0;   // with more than two faces
-    std::size_t OpposedEdges = 0;   // with two faces that face opposite ways
-    std::size_t DoubledEdges = 0;   // with four or more faces, half of them facing each way
-    std::size_t InnerCapFaces = 0;  // faces of a cap inside the wall, see FindSurfaces
-    double Volume = 0;              // in cubic units, negative if facing inwards; only if that is judged
-    Facing Faces = Facing::NotJudged;
-    ObjectBounds Bounds;
-    std::vector<std::uint32_t> Materials;  // indices, ascending
+    std::size_t faceCount = 0;
+    std::size_t facesWithoutArea = 0;  // with two equal corners
+    std::size_t edgeCount = 0;
+    std::size_t openEdges = 0;      // with one face
+    std::size_t crowdedEdges = 0;   // with more than two faces
+    std::size_t opposedEdges = 0;   // with two faces that face opposite ways
+    std::size_t doubledEdges = 0;   // with four or more faces, half of them facing each way
+    std::size_t innerCapFaces = 0;  // faces of a cap inside the wall, see FindSurfaces
+    double volume = 0;              // in cubic units, negative if facing inwards; only if that is judged
+    Facing facing = Facing::NotJudged;
+    ObjectBounds bounds;
+    std::vector<std::uint32_t> materials;  // indices, ascending
 
-    bool IsClosed() const { return EdgeCount > 0 && OpenEdges == 0; }
+    bool IsClosed() const { return edgeCount > 0 && openEdges == 0; }
     // Double-sided walls have four faces at each edge. The exceptions are open ends and the diagonals of the
     // quads, which the two sides split differently.
-    bool IsDoubleSided() const { return DoubledEdges > 0 && 3 * DoubledEdges >= EdgeCount; }
-    bool FacesWrongly() const { return Faces == Facing::Inwards || Faces == Facing::Mixed; }
+    bool IsDoubleSided() const { return doubledEdges > 0 && 3 * doubledEdges >= edgeCount; }
+    bool FacesWrongly() const { return facing == Facing::Inwards || facing == Facing::Mixed; }
 };
 
 // The surfaces of an object, in the order of their first faces. A tunnel across the start of the track has a

@@ -155,10 +155,10 @@ class Reader {
             switch (chunk.id) {
                 case MAT_NAME:
                     name = chunk.content;
-                    material.Name = name->Text();
+                    material.name = name->Text();
                     break;
                 case MAT_DIFFUSE:
-                    material.Color = ReadColor(chunk.content);
+                    material.color = ReadColor(chunk.content);
                     hasColor = true;
                     break;
                 case MAT_AMBIENT:
@@ -166,7 +166,7 @@ class Reader {
                     ReadColor(chunk.content);
                     break;
                 case MAT_TRANSPARENCY:
-                    material.Transparency = ReadPercentage(chunk.content);
+                    material.transparency = ReadPercentage(chunk.content);
                     break;
                 case MAT_SHININESS:
                 case MAT_SHIN2PCT:
@@ -179,11 +179,11 @@ class Reader {
                     break;
             }
         }
-        if (material.Name.empty() || !hasColor) entry.FailAsWhole("a material lacks its name or its colour");
-        const auto index = static_cast<std::uint32_t>(object_.Materials.size());
-        if (!materials_.emplace(material.Name, index).second)
-            name->Fail("two materials have the name '" + OneLine(Shortened(material.Name)) + "'");
-        object_.Materials.push_back(material);
+        if (material.name.empty() || !hasColor) entry.FailAsWhole("a material lacks its name or its colour");
+        const auto index = static_cast<std::uint32_t>(object_.materials.size());
+        if (!materials_.emplace(material.name, index).second)
+            name->Fail("two materials have the name '" + OneLine(Shortened(material.name)) + "'");
+        object_.materials.push_back(material);
     }
 
     // Lights and cameras are named objects too.
@@ -199,14 +199,14 @@ class Reader {
 
     // Points are in the scene's space already: a mesh's matrix must be complete, but isn't applied to them.
     void ReadMesh(Content mesh) {
-        ++object_.MeshCount;
-        const std::size_t firstPoint = object_.Points.size();
+        ++object_.meshCount;
+        const std::size_t firstPoint = object_.points.size();
         std::optional<Content> faces;
         while (!mesh.AtEnd()) {
             Chunk chunk = mesh.Next();
             switch (chunk.id) {
                 case POINT_ARRAY:
-                    if (object_.Points.size() > firstPoint)
+                    if (object_.points.size() > firstPoint)
                         chunk.content.Fail("a mesh has two lists of points");
                     ReadPoints(chunk.content);
                     break;
@@ -233,7 +233,7 @@ class Reader {
         const std::size_t count = points.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const float x = Coordinate(points), y = Coordinate(points), z = Coordinate(points);
-            object_.Points.push_back({x, z, -y});
+            object_.points.push_back({x, z, -y});
         }
         points.Finish(0);
     }
@@ -249,8 +249,8 @@ class Reader {
     }
 
     void ReadFaces(Content faces, std::size_t firstPoint) {
-        const std::size_t firstFace = object_.Faces.size(), count = faces.Word();
-        const std::size_t points = object_.Points.size() - firstPoint;
+        const std::size_t firstFace = object_.faces.size(), count = faces.Word();
+        const std::size_t points = object_.points.size() - firstPoint;
         const auto corner = [&] {
             const std::size_t index = faces.Word();
             if (index >= points) faces.Fail("a face has a vertex that the mesh lacks");
@@ -259,15 +259,15 @@ class Reader {
         for (std::size_t i = 0; i < count; ++i) {
             const std::uint32_t a = corner(), b = corner(), c = corner();
             faces.Word();  // which edges are visible
-            object_.Faces.push_back({a, b, c, kNoMaterial});
+            object_.faces.push_back({a, b, c, kNoMaterial});
         }
         while (!faces.AtEnd()) {
             Chunk chunk = faces.Next();
             if (chunk.id == MSH_MAT_GROUP) ReadMaterialGroup(chunk.content, firstFace);
             if (chunk.id == SMOOTH_GROUP) chunk.content.Finish(4 * count);
         }
-        for (std::size_t i = firstFace; i < object_.Faces.size(); ++i)
-            if (object_.Faces[i].Material == kNoMaterial) faces.FailAsWhole("a face has no material");
+        for (std::size_t i = firstFace; i < object_.faces.size(); ++i)
+            if (object_.faces[i].material == kNoMaterial) faces.FailAsWhole("a face has no material");
     }
 
     void ReadMaterialGroup(Content group, std::size_t firstFace) {
@@ -278,9 +278,9 @@ class Reader {
         const std::size_t count = group.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t face = firstFace + group.Word();
-            if (face >= object_.Faces.size()) group.Fail("a material is for a face that the mesh lacks");
-            if (object_.Faces[face].Material != kNoMaterial) group.Fail("a face has two materials");
-            object_.Faces[face].Material = material->second;
+            if (face >= object_.faces.size()) group.Fail("a material is for a face that the mesh lacks");
+            if (object_.faces[face].material != kNoMaterial) group.Fail("a face has two materials");
+            object_.faces[face].material = material->second;
         }
         group.Finish(0);
     }
@@ -295,7 +295,7 @@ class Reader {
 }  // namespace
 
 std::string DamageText(const ObjectDamage& damage) {
-    return "At byte " + std::to_string(damage.Byte) + ": " + damage.Reason + ".";
+    return "At byte " + std::to_string(damage.byte) + ": " + damage.reason + ".";
 }
 
 bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage) {

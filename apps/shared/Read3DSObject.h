@@ -13,29 +13,29 @@
 namespace boreforge {
 
 struct ObjectMaterial {
-    std::string Name;
-    ColorRGB Color;        // the diffuse one
-    int Transparency = 0;  // percent
+    std::string name;
+    ColorRGB color;        // the diffuse one
+    int transparency = 0;  // percent
 };
 
 struct ObjectFace {
     std::uint32_t a = 0, b = 0, c = 0;  // indices into Points
-    std::uint32_t Material = 0;         // index into Materials
+    std::uint32_t material = 0;         // index into Materials
 };
 
 // All meshes of a file in one, in the track's axes.
 struct Object3DS {
-    std::vector<ObjectMaterial> Materials;
-    std::vector<Vector3D> Points;
-    std::vector<ObjectFace> Faces;
-    std::size_t MeshCount = 0;
+    std::vector<ObjectMaterial> materials;
+    std::vector<Vector3D> points;
+    std::vector<ObjectFace> faces;
+    std::size_t meshCount = 0;
 };
 
 // What is wrong with a file, and where.
 struct ObjectDamage {
-    std::size_t Byte = 0;
-    std::string Reason;
-    bool IsCoordinate = false;  // only a coordinate is unusable; the rest of the file is sound
+    std::size_t byte = 0;
+    std::string reason;
+    bool isCoordinate = false;  // only a coordinate is unusable; the rest of the file is sound
 };
 std::string DamageText(const ObjectDamage& damage);
 

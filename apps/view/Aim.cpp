@@ -56,10 +56,10 @@ Aim Frame(CameraPose pose, const CameraLens& lens, const std::vector<Vec>& point
 // The level direction in which the points are spread most, from the moments of their distribution.
 Vec LongestExtent(const Object3DS& object) {
     Vec mean;
-    for (const Vector3D& point : object.Points)
-        mean = mean + ToVec(point) * (1.0 / static_cast<double>(object.Points.size()));
+    for (const Vector3D& point : object.points)
+        mean = mean + ToVec(point) * (1.0 / static_cast<double>(object.points.size()));
     double xx = 0, xz = 0, zz = 0;
-    for (const Vector3D& point : object.Points) {
+    for (const Vector3D& point : object.points) {
         const Vec from = ToVec(point) - mean;
         xx += from.x * from.x;
         xz += from.x * from.z;
@@ -74,7 +74,7 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
     // Nearly the whole extent lies across the picture; a little turn shows the depth.
     const Vec level = Normalized(Cross(kUp, across) + across * 0.6);
     std::vector<Vec> points;
-    for (const Vector3D& point : object.Points)
+    for (const Vector3D& point : object.points)
         points.push_back(ToVec(point));
     for (const PathPoint& point : path)
         points.push_back(point.position);

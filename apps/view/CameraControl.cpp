@@ -13,7 +13,7 @@ void CameraControl::Take(const Aim& aim) {
 
 void CameraControl::Fit(const Object3DS& object) {
     state_ = Free();
-    if (object.Faces.empty()) return;
+    if (object.faces.empty()) return;
     Take(AimAtWhole(object, lens_));
     state_ = Fitted();
 }

@@ -28,8 +28,8 @@ struct RibbonVertex {
 constexpr QVector3D kRailColor{0.93f, 0.30f, 0.10f}, kTieColor{0.34f, 0.29f, 0.27f};
 
 QVector4D ColorOf(const ObjectMaterial& material) {
-    return {float(material.Color.red) / 255, float(material.Color.green) / 255,
-            float(material.Color.blue) / 255, 1 - float(material.Transparency) / 100};
+    return {float(material.color.red) / 255, float(material.color.green) / 255,
+            float(material.color.blue) / 255, 1 - float(material.transparency) / 100};
 }
 
 template <class Vertex>
@@ -42,13 +42,13 @@ QByteArray ToBytes(const std::vector<Vertex>& vertices) {
 
 QByteArray WallVertices(const Object3DS& object) {
     std::vector<QVector4D> colors;
-    for (const ObjectMaterial& material : object.Materials)
+    for (const ObjectMaterial& material : object.materials)
         colors.push_back(ColorOf(material));
     std::vector<WallVertex> vertices;
-    vertices.reserve(3 * object.Faces.size());
-    for (const ObjectFace& face : object.Faces) {
-        const std::array<Vec, 3> corners = {ToVec(object.Points[face.a]), ToVec(object.Points[face.b]),
-                                            ToVec(object.Points[face.c])};
+    vertices.reserve(3 * object.faces.size());
+    for (const ObjectFace& face : object.faces) {
+        const std::array<Vec, 3> corners = {ToVec(object.points[face.a]), ToVec(object.points[face.b]),
+                                            ToVec(object.points[face.c])};
         const Vec across = Cross(corners[1] - corners[0], corners[2] - corners[0]);
         if (!(Length(across) > 0)) continue;
         std::array<double, 3> opposite;  // the length of the edge that each corner isn't part of
@@ -60,7 +60,7 @@ QByteArray WallVertices(const Object3DS& object) {
             vertices.push_back(
                 {ToQt(corners[i]),
                  ToQt(Normalized(across)),
-                 colors[face.Material],
+                 colors[face.material],
                  {i == (longest + 1) % 3 ? 1.0f : 0.0f, i == (longest + 2) % 3 ? 1.0f : 0.0f}});
     }
     return ToBytes(vertices);
@@ -99,9 +99,9 @@ WallGeometry::WallGeometry() {
 
 void WallGeometry::Show(const Object3DS& object) {
     setVertexData(WallVertices(object));
-    if (!object.Points.empty()) {
+    if (!object.points.empty()) {
         const ObjectBounds bounds = BoundsOf(object);
-        setBounds(ToQt(ToVec(bounds.Low)), ToQt(ToVec(bounds.High)));
+        setBounds(ToQt(ToVec(bounds.low)), ToQt(ToVec(bounds.high)));
     }
     update();
 }

@@ -29,7 +29,7 @@ Outcome ReadObject(const std::string& path, ShownObject& shown) {
     ShownObject read;
     ObjectDamage damage;
     if (!Read3DSObject(file, read.object, damage)) return refuse(DamageText(damage));
-    const std::size_t faces = read.object.Faces.size();
+    const std::size_t faces = read.object.faces.size();
     if (faces == 0) return refuse("It has no faces.");
     if (faces > kMaxFaces)
         return refuse("It has " + Count(faces, "face") + "; at most " + Count(kMaxFaces, "face") +
@@ -51,9 +51,9 @@ std::string Summary(const ShownObject& shown) {
     const ObjectBounds bounds = BoundsOf(shown.object);
     const auto rounded = [](float low, float high) { return std::to_string(std::lround(high - low)); };
     std::string text =
-        Count(shown.object.MeshCount, "object") + ", " + Count(shown.object.Faces.size(), "face") + ", " +
-        Count(shown.surfaces.size(), "tunnel") + ", " + rounded(bounds.Low.x, bounds.High.x) + " × " +
-        rounded(bounds.Low.z, bounds.High.z) + " units, " + rounded(bounds.Low.y, bounds.High.y) + " high";
+        Count(shown.object.meshCount, "object") + ", " + Count(shown.object.faces.size(), "face") + ", " +
+        Count(shown.surfaces.size(), "tunnel") + ", " + rounded(bounds.low.x, bounds.high.x) + " × " +
+        rounded(bounds.low.z, bounds.high.z) + " units, " + rounded(bounds.low.y, bounds.high.y) + " high";
     if (std::ranges::any_of(shown.surfaces, &ObjectSurface::FacesWrongly))
         text += " – walls face the wrong way";
     return text;
@@ -62,7 +62,7 @@ std::string Summary(const ShownObject& shown) {
 Surroundings SurroundingsOf(const Object3DS& object, const TrackPath& path) {
     constexpr double kUnderTrack = 0.5;
     const ObjectBounds bounds = BoundsOf(object);
-    Vec low = ToVec(bounds.Low), high = ToVec(bounds.High);
+    Vec low = ToVec(bounds.low), high = ToVec(bounds.high);
     double ground = low.y;
     for (const PathPoint& point : path) {
         const Vec& p = point.position;
@@ -80,7 +80,7 @@ double DistanceToNearest(const Vec& eye, const Object3DS& object, const TrackPat
         const Vec offset = point - eye;
         nearest = std::min(nearest, Dot(offset, offset));
     };
-    for (const Vector3D& point : object.Points)
+    for (const Vector3D& point : object.points)
         add(ToVec(point));
     for (const PathPoint& point : path)
         add(point.position);

@@ -36,19 +36,19 @@ void AddViewOptions(CLI::App& application, ViewOptions& options) {
         "\n"
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
         "After 1 or 2 an existing FILE.png is unchanged.");
-    AddPath(application, "OBJECT", options.Object, "FILE.3ds",
+    AddPath(application, "OBJECT", options.object, "FILE.3ds",
             "The object; without it, a dialog asks for one");
-    AddPath(application, "--track", options.Track, "FILE.zrtrack", "Also show this track, and ride along it");
+    AddPath(application, "--track", options.track, "FILE.zrtrack", "Also show this track, and ride along it");
     CLI::Option* const save =
-        AddPath(application, "--save", options.Picture, "FILE.png", "Save a picture, and open no window")
+        AddPath(application, "--save", options.picture, "FILE.png", "Save a picture, and open no window")
             ->check(EndsIn(".png"));
-    AddParsed(application, "--from", options.From, ParseView, "above|side|inside",
+    AddParsed(application, "--from", options.from, ParseView, "above|side|inside",
               "Viewpoint (default: side); inside needs --track")
         ->needs(save);
     const auto parse = [&options](const std::string& text) {
         const std::optional<Size> size = ParseSize(text);
         if (!size) throw CLI::ValidationError("--size", "takes WIDTHxHEIGHT, not '" + text + "'");
-        std::tie(options.Width, options.Height) = *size;
+        std::tie(options.width, options.height) = *size;
     };
     application
         .add_option_function<std::string>("--size", parse, "Pixels, 16 to 8192 each (default: 1280x720)")

@@ -9,9 +9,9 @@
 namespace boreforge {
 
 struct ViewOptions {
-    std::string Object, Track, Picture;
-    ViewFrom From = ViewFrom::Side;
-    int Width = 1280, Height = 720;
+    std::string object, track, picture;
+    ViewFrom from = ViewFrom::Side;
+    int width = 1280, height = 720;
 };
 
 void AddViewOptions(CLI::App& application, ViewOptions& options);

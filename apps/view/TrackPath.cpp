@@ -24,9 +24,9 @@ class FaceGrid {
   public:
     explicit FaceGrid(const Object3DS& object) : object_(object), bounds_(BoundsOf(object)) {
         const double extent =
-            std::max(double(bounds_.High.x) - bounds_.Low.x, double(bounds_.High.z) - bounds_.Low.z);
+            std::max(double(bounds_.high.x) - bounds_.low.x, double(bounds_.high.z) - bounds_.low.z);
         cell_ = std::max(extent / kCells, 1e-3);
-        while (FilledCells() > 1'000'000 + 16 * object.Faces.size())
+        while (FilledCells() > 1'000'000 + 16 * object.faces.size())
             cell_ *= 2;
         starts_.assign(kCells * kCells + 1, 0);
         ForEachCell([this](std::size_t cell, std::uint32_t) { ++starts_[cell + 1]; });
@@ -41,14 +41,14 @@ class FaceGrid {
     // there is none. Looks at no more than kMost faces of a cell.
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
-        if (point.x < bounds_.Low.x || point.x > bounds_.High.x || point.z < bounds_.Low.z ||
-            point.z > bounds_.High.z)
+        if (point.x < bounds_.low.x || point.x > bounds_.high.x || point.z < bounds_.low.z ||
+            point.z > bounds_.high.z)
             return {low, high};
-        const std::size_t cell = Along(point.z, bounds_.Low.z) * kCells + Along(point.x, bounds_.Low.x);
+        const std::size_t cell = Along(point.z, bounds_.low.z) * kCells + Along(point.x, bounds_.low.x);
         const std::size_t end = std::min(starts_[cell + 1], starts_[cell] + kMost);
         for (std::size_t i = starts_[cell]; i < end; ++i) {
             double height = 0;
-            if (!HeightOf(object_.Faces[faces_[i]], point, height)) continue;
+            if (!HeightOf(object_.faces[faces_[i]], point, height)) continue;
             low = std::min(low, height);
             high = std::max(high, height);
         }
@@ -67,15 +67,15 @@ class FaceGrid {
         std::size_t left, right, bottom, top;
     };
     Cells CellsOf(const ObjectFace& face) const {
-        const Vector3D &a = object_.Points[face.a], &b = object_.Points[face.b], &c = object_.Points[face.c];
+        const Vector3D &a = object_.points[face.a], &b = object_.points[face.b], &c = object_.points[face.c];
         return {
-            Along(std::min({a.x, b.x, c.x}), bounds_.Low.x), Along(std::max({a.x, b.x, c.x}), bounds_.Low.x),
-            Along(std::min({a.z, b.z, c.z}), bounds_.Low.z), Along(std::max({a.z, b.z, c.z}), bounds_.Low.z)};
+            Along(std::min({a.x, b.x, c.x}), bounds_.low.x), Along(std::max({a.x, b.x, c.x}), bounds_.low.x),
+            Along(std::min({a.z, b.z, c.z}), bounds_.low.z), Along(std::max({a.z, b.z, c.z}), bounds_.low.z)};
     }
 
     std::size_t FilledCells() const {
         std::size_t filled = 0;
-        for (const ObjectFace& face : object_.Faces) {
+        for (const ObjectFace& face : object_.faces) {
             const Cells cells = CellsOf(face);
             filled += (cells.right - cells.left + 1) * (cells.top - cells.bottom + 1);
         }
@@ -84,8 +84,8 @@ class FaceGrid {
 
     template <class Work>
     void ForEachCell(Work work) const {
-        for (std::uint32_t i = 0; i < object_.Faces.size(); ++i) {
-            const Cells cells = CellsOf(object_.Faces[i]);
+        for (std::uint32_t i = 0; i < object_.faces.size(); ++i) {
+            const Cells cells = CellsOf(object_.faces[i]);
             for (std::size_t z = cells.bottom; z <= cells.top; ++z)
                 for (std::size_t x = cells.left; x <= cells.right; ++x)
                     work(z * kCells + x, i);
@@ -93,8 +93,8 @@ class FaceGrid {
     }
 
     bool HeightOf(const ObjectFace& face, const Vec& point, double& height) const {
-        const Vec a = ToVec(object_.Points[face.a]), b = ToVec(object_.Points[face.b]),
-                  c = ToVec(object_.Points[face.c]);
+        const Vec a = ToVec(object_.points[face.a]), b = ToVec(object_.points[face.b]),
+                  c = ToVec(object_.points[face.c]);
         const auto area = [](const Vec& p, const Vec& q, const Vec& r) {
             return (q.x - p.x) * (r.z - p.z) - (q.z - p.z) * (r.x - p.x);
         };
@@ -136,7 +136,7 @@ TrackPath PathOfTrace() {
 }
 
 void FindCover(TrackPath& path, const Object3DS& object) {
-    if (object.Faces.empty()) return;
+    if (object.faces.empty()) return;
     const FaceGrid grid(object);
     for (PathPoint& point : path) {
         const auto [low, high] = grid.SurfacesAt(point.position);

@@ -105,7 +105,7 @@ void ViewScene::ShowProblem() {
 
 void ViewScene::ShowGeometry() {
     const Object3DS& object = shown_.object;
-    if (object.Faces.empty()) return;
+    if (object.faces.empty()) return;
     FindCover(track_, object);
     walls_.Show(object);
     rails_.Show(RailsOf(track_));
@@ -114,8 +114,8 @@ void ViewScene::ShowGeometry() {
     properties.insert("radius", around.radius);
     properties.insert("groundHeight", around.ground);
     properties.insert("hasTrack", !track_.empty());
-    Switch("transparent", std::ranges::any_of(object.Materials, [](const auto& material) {
-               return material.Transparency > 0;
+    Switch("transparent", std::ranges::any_of(object.materials, [](const auto& material) {
+               return material.transparency > 0;
            }));
 }
 
@@ -179,7 +179,7 @@ void ViewScene::ShowCamera() {
             "scaleBarText",
             QStringLiteral("%1 %2").arg(scale->units).arg(scale->units == 1 ? "unit" : "units"));
     properties.insert("rideText",
-                      RideText(camera_.CurrentRide(), !track_.empty() || shown_.object.Faces.empty()));
+                      RideText(camera_.CurrentRide(), !track_.empty() || shown_.object.faces.empty()));
     Moved();
 }
 

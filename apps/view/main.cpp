@@ -19,28 +19,28 @@ using namespace boreforge;
 namespace {
 
 Outcome CheckPicturePath(const ViewOptions& options) {
-    for (const std::string& input : {options.Object, options.Track})
-        if (!input.empty() && SameFile(options.Picture, input))
+    for (const std::string& input : {options.object, options.track})
+        if (!input.empty() && SameFile(options.picture, input))
             return Failure{.headline = "Error - The Picture Would Replace " + OneLine(input) + "!"};
     return {};
 }
 
 // Opens both, so that the window has the track when the object appears later. Returns the first failure.
 Outcome OpenFiles(const ViewOptions& options, ViewScene& scene) {
-    const Outcome object = options.Object.empty() ? Outcome() : scene.OpenObject(options.Object);
-    const Outcome track = options.Track.empty() ? Outcome() : scene.OpenTrackFile(options.Track);
+    const Outcome object = options.object.empty() ? Outcome() : scene.OpenObject(options.object);
+    const Outcome track = options.track.empty() ? Outcome() : scene.OpenTrackFile(options.track);
     return object.Then([&] { return track; });
 }
 
 int MakePicture(const ViewOptions& options) {
     const Failure nothingToDraw = {.headline = "Error - There Is Nothing to Draw!"};
     ViewScene scene;
-    scene.SetSize(options.Width, options.Height);
+    scene.SetSize(options.width, options.height);
     const Outcome made =
         CheckPicturePath(options)
             .Then([&] { return OpenFiles(options, scene).With(nothingToDraw); })
-            .Then([&] { return scene.LookFrom(options.From).With(nothingToDraw); })
-            .Then([&] { return SavePicture(options.Picture, scene, options.Width, options.Height); });
+            .Then([&] { return scene.LookFrom(options.from).With(nothingToDraw); })
+            .Then([&] { return SavePicture(options.picture, scene, options.width, options.height); });
     return made ? kDone : Fail(made.Why());
 }
 
@@ -48,14 +48,14 @@ int ShowWindow(const ViewOptions& options) {
     ViewScene scene;
     std::ignore = OpenFiles(options, scene);  // the window shows what failed
     ViewWindow window(scene);
-    window.resize(QSize(options.Width, options.Height).boundedTo(window.screen()->availableSize() * 0.9));
+    window.resize(QSize(options.width, options.height).boundedTo(window.screen()->availableSize() * 0.9));
     window.show();
-    if (options.Object.empty()) window.AskForFile();
+    if (options.object.empty()) window.AskForFile();
     return QApplication::exec();
 }
 
 int Run(const ViewOptions& options, char* program) {
-    if (!options.Picture.empty() && options.Object.empty()) {
+    if (!options.picture.empty() && options.object.empty()) {
         PrintError("Error - There Is Nothing to Draw!\n\n--save needs an object.");
         return kWrongUsage;
     }
@@ -76,7 +76,7 @@ int Run(const ViewOptions& options, char* program) {
     QApplication::setApplicationName("boreforge-view");
     QApplication::setDesktopFileName("org.zephyrail.boreforge.view");
     QApplication::setApplicationVersion(kVersion);
-    return options.Picture.empty() ? ShowWindow(options) : MakePicture(options);
+    return options.picture.empty() ? ShowWindow(options) : MakePicture(options);
 }
 
 }  // namespace

@@ -154,7 +154,7 @@ void frmTunnelSettings::MakeTunnelFrame() {
     SetGeometry(cmbDetail_, kDetail);
     for (const DetailChoice& choice : kDetails)
         cmbDetail_->addItem(QString::fromLatin1(choice.name.data()));
-    cmbDetail_->setCurrentIndex(defaults.DetailItem);
+    cmbDetail_->setCurrentIndex(defaults.detailItem);
     cmbDetail_->setAccessibleName("Tunnel Curvature Detail");
     constexpr int kArrow = 30;  // logical pixels of the arrow and the frame
     texts_.push_back({cmbDetail_, "Extreme", cmbDetail_->size() - QSize(kArrow, 0)});
@@ -163,21 +163,21 @@ void frmTunnelSettings::MakeTunnelFrame() {
     QGroupBox* const transparency = MakeFrame(settings, kFrame3, "Tunnel Transparency");
     QLabel* const lblTrans = MakeLabel(transparency, kTransText, "100%");
     hsTrans_ =
-        MakePercentBar(transparency, kTransBar, defaults.Transparency, lblTrans, "Tunnel Transparency");
+        MakePercentBar(transparency, kTransBar, defaults.transparency, lblTrans, "Tunnel Transparency");
 
-    chkDoubleSided_ = MakeCheck(settings, kDoubleSided, "Double-Sided Faces", defaults.DoubleSided);
+    chkDoubleSided_ = MakeCheck(settings, kDoubleSided, "Double-Sided Faces", defaults.doubleSided);
     SetNoteColor(MakeLabel(settings, kLabel2, "It's an option, but it's not recommended!"));
 }
 
 void frmTunnelSettings::MakeModificationFrame() {
     const TunnelChoices defaults;
     QGroupBox* const changes = MakeFrame(this, kFrame2, "Track Modifications");
-    chkRemTunnels_ = MakeCheck(changes, kRemTunnels, "Remove Tunnel Flags", defaults.RemoveTunnels);
-    chkDimColors_ = MakeCheck(changes, kDimColors, "Dim Tunneled Segment Colors", defaults.DimColors);
+    chkRemTunnels_ = MakeCheck(changes, kRemTunnels, "Remove Tunnel Flags", defaults.removeTunnels);
+    chkDimColors_ = MakeCheck(changes, kDimColors, "Dim Tunneled Segment Colors", defaults.dimColors);
     QLabel* const lblDimPercent = MakeLabel(changes, kDimText, "100%");
     lblDimPercent->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    hsDimPercent_ = MakePercentBar(changes, kDimBar, defaults.DimPercent, lblDimPercent, "Dim Percentage");
-    chkPlaceIt_ = MakeCheck(changes, kPlaceIt, "Place the Object in My Track for Me", defaults.PlaceObject);
+    hsDimPercent_ = MakePercentBar(changes, kDimBar, defaults.dimPercent, lblDimPercent, "Dim Percentage");
+    chkPlaceIt_ = MakeCheck(changes, kPlaceIt, "Place the Object in My Track for Me", defaults.placeObject);
     QLabel* const note = MakeLabel(changes, kLabel1, kNote);
     note->setWordWrap(true);
     texts_.back().wraps = true;
@@ -201,14 +201,14 @@ void frmTunnelSettings::MakeButtons() {
 
 TunnelChoices frmTunnelSettings::Choices() const {
     TunnelChoices choices;
-    choices.Color = color_;
-    choices.Transparency = static_cast<std::int16_t>(hsTrans_->value());
-    choices.DetailItem = cmbDetail_->currentIndex();
-    choices.DoubleSided = chkDoubleSided_->isChecked();
-    choices.RemoveTunnels = chkRemTunnels_->isChecked();
-    choices.DimColors = chkDimColors_->isChecked();
-    choices.DimPercent = hsDimPercent_->value();
-    choices.PlaceObject = chkPlaceIt_->isChecked();
+    choices.color = color_;
+    choices.transparency = static_cast<std::int16_t>(hsTrans_->value());
+    choices.detailItem = cmbDetail_->currentIndex();
+    choices.doubleSided = chkDoubleSided_->isChecked();
+    choices.removeTunnels = chkRemTunnels_->isChecked();
+    choices.dimColors = chkDimColors_->isChecked();
+    choices.dimPercent = hsDimPercent_->value();
+    choices.placeObject = chkPlaceIt_->isChecked();
     return choices;
 }
 

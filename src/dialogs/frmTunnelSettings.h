@@ -40,7 +40,7 @@ class frmTunnelSettings : public QDialog {
     void Make();
     void ChooseTunnelColor();
 
-    PackedColor color_ = TunnelChoices().Color;
+    PackedColor color_ = TunnelChoices().color;
     Swatch* lblTColor_ = nullptr;
     QComboBox* cmbDetail_ = nullptr;
     QScrollBar* hsTrans_ = nullptr;

@@ -18,19 +18,19 @@ float DimFactorOf(std::int32_t percent) {
 }  // namespace
 
 TunnelJobSettings DeriveJobSettings(const TunnelChoices& choices, const std::string& outputPath) {
-    const ColorRGB color = ToColorRGB(choices.Color);
+    const ColorRGB color = ToColorRGB(choices.color);
     TunnelJobSettings settings;
     settings.OutputPath = outputPath;
     settings.BaseColor = color;
     settings.HalfColor = ScaleColor(color, 0.5);
     settings.BrightColor = ScaleColor(color, 1.2);
-    settings.DimColors = choices.DimColors;
-    settings.RemoveTunnels = choices.RemoveTunnels;
-    settings.PlaceObject = choices.PlaceObject;
-    settings.Transparency = choices.Transparency;
-    settings.DetailStep = kDetails[choices.DetailItem].step;
-    settings.DimFactor = DimFactorOf(choices.DimPercent);
-    settings.DoubleSided = choices.DoubleSided;
+    settings.DimColors = choices.dimColors;
+    settings.RemoveTunnels = choices.removeTunnels;
+    settings.PlaceObject = choices.placeObject;
+    settings.Transparency = choices.transparency;
+    settings.DetailStep = kDetails[choices.detailItem].step;
+    settings.DimFactor = DimFactorOf(choices.dimPercent);
+    settings.DoubleSided = choices.doubleSided;
     return settings;
 }
 

@@ -11,14 +11,14 @@ namespace boreforge {
 
 // What the user chooses, with the defaults.
 struct TunnelChoices {
-    PackedColor Color = PackColor(192, 192, 192);
-    std::int16_t Transparency = 0;  // percent
-    std::int32_t DetailItem = 2;    // index into kDetails
-    bool DoubleSided = false;
-    bool RemoveTunnels = true;
-    bool DimColors = true;
-    std::int32_t DimPercent = 50;
-    bool PlaceObject = true;
+    PackedColor color = PackColor(192, 192, 192);
+    std::int16_t transparency = 0;  // percent
+    std::int32_t detailItem = 2;    // index into kDetails
+    bool doubleSided = false;
+    bool removeTunnels = true;
+    bool dimColors = true;
+    std::int32_t dimPercent = 50;
+    bool placeObject = true;
 };
 
 // The steps of curvature detail, finest first: a ring at every `step`-th sample of the trace.

@@ -145,7 +145,7 @@ SaveRules ObjectRules() {
     rules.mayReplace = [](std::string_view beginning) {
         return MayReplace(beginning, "").With({.consequence = kOtherName});
     };
-    if (!TrackOnDisk.Path.empty()) rules.like = &TrackOnDisk.State;
+    if (!TrackOnDisk.path.empty()) rules.like = &TrackOnDisk.state;
     return rules;
 }
 

@@ -112,9 +112,9 @@ Outcome ReadChunks(ReadCursor& at) {
         const std::int32_t children = kind ? TrackFile.*kind->children : 0;
         if (at.failed || children < 0) return ChunkFailure(tag, start, at);
         remaining += children;
-        TrackOnDisk.ForeignChunks += kind ? 0 : 1;
+        TrackOnDisk.foreignChunks += kind ? 0 : 1;
     }
-    TrackOnDisk.BytesAfterEnd = at.Remaining();
+    TrackOnDisk.bytesAfterEnd = at.Remaining();
     return {};
 }
 
@@ -139,8 +139,8 @@ Outcome ReadTrackFile(const std::string& path) {
     if (!read) return read;
     ResetTrackFile();
     TrackBytes = std::move(content);
-    TrackOnDisk.Path = path;
-    TrackOnDisk.State = state;
+    TrackOnDisk.path = path;
+    TrackOnDisk.state = state;
     ReadCursor at{TrackBytes};
     const Outcome parsed = WithinMemory([&] { return ReadChunks(at); }, noMemory);
     if (!parsed) ResetTrackFile();
@@ -155,12 +155,12 @@ Outcome WriteTrackFile(const std::string& path) {
 
 Outcome TrackSave::Open(const std::string& path) {
     const std::string savePath = TrackSavePath(path);
-    const bool wasRead = !TrackOnDisk.Path.empty();
-    replacesReadFile_ = wasRead && (savePath == TrackOnDisk.Path || SameFile(savePath, TrackOnDisk.Path));
+    const bool wasRead = !TrackOnDisk.path.empty();
+    replacesReadFile_ = wasRead && (savePath == TrackOnDisk.path || SameFile(savePath, TrackOnDisk.path));
     SaveRules rules;
     rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, kTrackTag); };
-    rules.asRead = replacesReadFile_ ? &TrackOnDisk.State : nullptr;
-    rules.like = wasRead ? &TrackOnDisk.State : nullptr;
+    rules.asRead = replacesReadFile_ ? &TrackOnDisk.state : nullptr;
+    rules.like = wasRead ? &TrackOnDisk.state : nullptr;
     return file_.Open(savePath, rules);
 }
 
@@ -178,8 +178,8 @@ Outcome TrackSave::PutInPlace() {
     if (Outcome placed = file_.PutInPlace(); !placed) return placed;
     std::ignore = file_.FlushFolder();  // too late to fail: the new track is in its place
     if (!replacesReadFile_) return {};
-    TrackOnDisk.State.info.size = size_;
-    TrackOnDisk.State.hash = hash_;
+    TrackOnDisk.state.info.size = size_;
+    TrackOnDisk.state.hash = hash_;
     return {};
 }
 

@@ -18,11 +18,11 @@ Outcome ReadTrackFile(const std::string& path);
 
 // The file that the open track was read from, as it was when it was last read or saved.
 struct TrackFileOnDisk {
-    std::string Path;  // empty if no track is open
-    FileState State;
+    std::string path;  // empty if no track is open
+    FileState state;
     // What it held that isn't in TrackFile, so that a save drops it.
-    std::int64_t ForeignChunks = 0;  // with unknown tags
-    std::int64_t BytesAfterEnd = 0;  // after the last chunk
+    std::int64_t foreignChunks = 0;  // with unknown tags
+    std::int64_t bytesAfterEnd = 0;  // after the last chunk
 };
 extern TrackFileOnDisk TrackOnDisk;
 

@@ -46,15 +46,15 @@ TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {
         SCOPED_TRACE(name);
         Object3DS object;
         // Point 4 is equal to point 0, so the faces that meet there are one surface.
-        object.Points = {{7, 5, 3}, {8, 5, 3}, {7, 6, 3}, {7, 5, 4}, {7, 5, 3}, {9, 9, 9}};
-        object.Faces = faces;
-        object.Faces[0].a = 4;
+        object.points = {{7, 5, 3}, {8, 5, 3}, {7, 6, 3}, {7, 5, 4}, {7, 5, 3}, {9, 9, 9}};
+        object.faces = faces;
+        object.faces[0].a = 4;
         const auto surfaces = FindSurfaces(object);
         ASSERT_EQ(surfaces.size(), 1u);
-        EXPECT_EQ(surfaces[0].OpenEdges, open);
-        EXPECT_EQ(surfaces[0].OpposedEdges, opposed);
-        EXPECT_EQ(surfaces[0].CrowdedEdges, crowded);
-        EXPECT_EQ(surfaces[0].Faces, facing);
+        EXPECT_EQ(surfaces[0].openEdges, open);
+        EXPECT_EQ(surfaces[0].opposedEdges, opposed);
+        EXPECT_EQ(surfaces[0].crowdedEdges, crowded);
+        EXPECT_EQ(surfaces[0].facing, facing);
         EXPECT_FALSE(surfaces[0].IsDoubleSided());
     }
 }

@@ -115,14 +115,14 @@ struct GoldenTest : CoreTest {
         CLI::App application;
         AddBatchOptions(application, options);
         application.parse("track.zrtrack tube.3ds " + text);
-        if (options.Shape.empty())
-            MakePresetShape(options.Preset);
+        if (options.shape.empty())
+            MakePresetShape(options.preset);
         else
-            ASSERT_TRUE(static_cast<bool>(LoadTunnelShape(folder + "/" + options.Shape)));
+            ASSERT_TRUE(static_cast<bool>(LoadTunnelShape(folder + "/" + options.shape)));
         WriteBytes(In("track.zrtrack"), ReadBytes(folder + "/track.zrtrack"));
         ASSERT_TRUE(static_cast<bool>(OpenTrack(In("track.zrtrack"))));
-        TrackFilePath = In(options.TrackOut.empty() ? "track.zrtrack" : options.TrackOut);
-        ASSERT_TRUE(static_cast<bool>(RunTunnelJob(DeriveJobSettings(options.Choices, In("tube.3ds")))));
+        TrackFilePath = In(options.trackOut.empty() ? "track.zrtrack" : options.trackOut);
+        ASSERT_TRUE(static_cast<bool>(RunTunnelJob(DeriveJobSettings(options.choices, In("tube.3ds")))));
         EXPECT_EQ(Difference(ReadBytes(In("tube.3ds")), ReadBytes(folder + "/tube.3ds")), "");
         EXPECT_EQ(Difference(ReadBytes(TrackFilePath), ReadBytes(folder + "/after.zrtrack")), "");
     }

@@ -68,7 +68,7 @@ TEST_F(OtherProgramsTest, ATrackThatAnotherInstanceIsSavingIsInUse) {
 
 TEST_F(OtherProgramsTest, ASecondJobReplacesOurOwnSave) {
     TunnelChoices choices;
-    choices.RemoveTunnels = false;
+    choices.removeTunnels = false;
     ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
     EXPECT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
 }

@@ -58,8 +58,8 @@ TEST_F(TrackIOTest, AFileThatIsNotATrackClearsTheOpenOneAndSaysWhy) {
 
 TEST_F(TrackIOTest, WhatFollowsTheLastChunkIsCountedAndUnknownChunksAreSkipped) {
     ASSERT_TRUE(Load(FromHex(Root("00000002") + "'XYZW' 00000003 FFFFFF 'abcd' 00000000 'TRCK' 00")));
-    EXPECT_EQ(TrackOnDisk.ForeignChunks, 2);
-    EXPECT_EQ(TrackOnDisk.BytesAfterEnd, 5);
+    EXPECT_EQ(TrackOnDisk.foreignChunks, 2);
+    EXPECT_EQ(TrackOnDisk.bytesAfterEnd, 5);
 }
 
 TEST_F(TrackIOTest, APathThatCantBeATrackLeavesTheOpenTrack) {

@@ -49,10 +49,10 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurface) {
         const auto surfaces = FindSurfaces(object);
         ASSERT_EQ(surfaces.size(), 1u);
         // Each band of either wall and each cap has two triangles for each node.
-        EXPECT_EQ(surfaces[0].FaceCount, (doubleSided ? 2 : 1) * 2 * 4 * (2 * bands + 2));
-        EXPECT_EQ(surfaces[0].OpenEdges, 0u);
+        EXPECT_EQ(surfaces[0].faceCount, (doubleSided ? 2 : 1) * 2 * 4 * (2 * bands + 2));
+        EXPECT_EQ(surfaces[0].openEdges, 0u);
         EXPECT_EQ(surfaces[0].IsDoubleSided(), doubleSided);
-        EXPECT_EQ(surfaces[0].Faces, facing);
+        EXPECT_EQ(surfaces[0].facing, facing);
     }
 }
 

@@ -61,7 +61,7 @@ TEST_F(UiTest, TheSwatchAsksForAnyColorByMouseKeyboardAndScreenReader) {
         EXPECT_EQ(flags, kStartFromColor | kAnyColor | kFullOpen);
         OnModal<QColorDialog>([](QColorDialog& dialog) { dialog.reject(); });
         row.press(swatch);
-        EXPECT_EQ(settings.Choices().Color, 0x123456);
+        EXPECT_EQ(settings.Choices().color, 0x123456);
         EXPECT_EQ(swatch.grab().toImage().pixelColor(20, 20), QColor(0x56, 0x34, 0x12));
     }
 }
@@ -85,8 +85,8 @@ TEST_F(UiTest, TheSettingsStayOnTheScreenWhereverTheirOwnerIs) {
 }
 
 static auto Fields(const TunnelChoices& c) {
-    return std::make_tuple(c.Color, c.Transparency, c.DetailItem, c.DoubleSided, c.RemoveTunnels, c.DimColors,
-                           c.DimPercent, c.PlaceObject);
+    return std::make_tuple(c.color, c.transparency, c.detailItem, c.doubleSided, c.removeTunnels, c.dimColors,
+                           c.dimPercent, c.placeObject);
 }
 
 // Sets a control to something else than its default.
@@ -100,13 +100,13 @@ TEST_F(UiTest, EachControlChangesItsChoice) {
     const struct {
         const char* control;
         TunnelChoices choices;
-    } cases[] = {{"hsTrans", {.Transparency = 10}},
-                 {"hsDimPercent", {.DimPercent = 10}},
-                 {"cmbDetail", {.DetailItem = 4}},
-                 {"chkDoubleSided", {.DoubleSided = true}},
-                 {"chkRemTunnels", {.RemoveTunnels = false}},
-                 {"chkDimColors", {.DimColors = false}},
-                 {"chkPlaceIt", {.PlaceObject = false}}};
+    } cases[] = {{"hsTrans", {.transparency = 10}},
+                 {"hsDimPercent", {.dimPercent = 10}},
+                 {"cmbDetail", {.detailItem = 4}},
+                 {"chkDoubleSided", {.doubleSided = true}},
+                 {"chkRemTunnels", {.removeTunnels = false}},
+                 {"chkDimColors", {.dimColors = false}},
+                 {"chkPlaceIt", {.placeObject = false}}};
     for (const auto& [control, choices] : cases) {
         frmTunnelSettings dialog(&window);
         EXPECT_EQ(Fields(dialog.Choices()), Fields(TunnelChoices())) << "the defaults, each time";

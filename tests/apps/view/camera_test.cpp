@@ -32,8 +32,8 @@ Object3DS Box() {
     for (const float x : {0.0f, 20.0f})
         for (const float y : {0.0f, 4.0f})
             for (const float z : {0.0f, 10.0f})
-                object.Points.push_back({x, y, z});
-    object.Faces = {{0, 1, 2, 0}};
+                object.points.push_back({x, y, z});
+    object.faces = {{0, 1, 2, 0}};
     return object;
 }
 
@@ -127,7 +127,7 @@ class CameraControlTest : public testing::Test {
         return {Dot(offset, pose.right) * unit, Dot(offset, pose.up) * unit};
     }
     void ExpectWholeObject(double halfWidth, double halfHeight) const {
-        for (const Vector3D& point : object.Points) {
+        for (const Vector3D& point : object.points) {
             const auto [x, y] = PixelOf(ToVec(point));
             EXPECT_LT(std::fabs(x), halfWidth);
             EXPECT_LT(std::fabs(y), halfHeight);
