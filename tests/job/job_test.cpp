@@ -9,7 +9,6 @@
 #include "export3ds/mSave3DSObject.h"
 #include "platform/FileCalls.h"
 #include "support/CoreTest.h"
-#include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
 namespace boreforge {
@@ -24,10 +23,6 @@ struct JobTest : CoreTest {
         MakePresetShape(kPresetBox);
     }
     void Open(const std::string& tunnels) { Open(WindingCircuit(), tunnels); }
-    static void MakeShape(std::int32_t nodes, const Vector3D& node) {
-        TunnelShape.InsideNodes.assign(static_cast<std::size_t>(nodes), node);
-        TunnelShape.OutsideNodes = TunnelShape.InsideNodes;
-    }
     const std::string track = In("track.zrtrack"), object = In("tube.3ds");
 };
 
@@ -81,7 +76,10 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
          [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},
         {"The Tunnel Is Too Large for a 3DS File!",
          nothing + " Open the track again and choose less detail, or use a shape with fewer nodes.", false,
-         [] { MakeShape(1 << 21, {}); }},
+         [] {
+             TunnelShape.InsideNodes.assign(1 << 21, {});
+             TunnelShape.OutsideNodes = TunnelShape.InsideNodes;
+         }},
         {"The Track's Path Can't Be Followed!",
          "A tunnel needs at least two segments, a node for each of them, finite positions and rolls, "
          "and no more than 1,000,000 units of path. " +
@@ -94,6 +92,7 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
         Open("-TT---");
         path = object;
         spoil();
+        ObjectPartNumber = -1;  // until something is built
         const Bytes before = ReadBytes(track);
         const std::string text = TextOf(RunTunnelJob(DeriveJobSettings({}, path)));
         fileCalls = SystemFileCalls();
@@ -101,28 +100,9 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
         EXPECT_TRUE(text.ends_with("\n\n" + consequence)) << text;
         EXPECT_EQ(ReadBytes(track), before);
         EXPECT_EQ(fs::exists(object), objectIsWritten);
+        EXPECT_EQ(ObjectPartNumber != -1, objectIsWritten);
         EXPECT_TRUE(Model3DS.Meshes.empty());
         fs::remove(object);
-    }
-}
-
-TEST_F(JobTest, BothSidesAndUnsharedPointsCountForTheSizeOfTheObject) {
-    Open("-T----");
-    const std::int32_t rings =
-        1 + (TracedSegments[1].SampleCount() - 1) / DeriveJobSettings({}, "").DetailStep;
-    // So many nodes that the faces of both walls, two of 14 bytes for each node of a ring, take 2 GB.
-    const std::int32_t most = 0x7FFFFFFF / (2 * 2 * 14 * rings);
-    const struct {
-        const char* name;
-        bool doubleSided;
-        std::int32_t nodes;
-        float x;  // NaN: six points of 12 bytes for each node of a ring are shared by no faces
-    } cases[] = {{"two sides", true, most, 1}, {"unshared points", false, most / 3, NAN}};
-    for (const auto& [name, doubleSided, nodes, x] : cases) {
-        TunnelJobSettings settings = DeriveJobSettings({}, object);
-        settings.DoubleSided = doubleSided;
-        MakeShape(nodes, {x, 0, 0});
-        EXPECT_TRUE(Contains(TextOf(RunTunnelJob(settings)), "Is Too Large")) << name;
     }
 }
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "editor/TunnelShape.h"
 #include "export3ds/Save3DSFile.h"
@@ -54,6 +55,13 @@ TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurface) {
         EXPECT_EQ(surfaces[0].IsDoubleSided(), doubleSided);
         EXPECT_EQ(surfaces[0].facing, facing);
     }
+}
+
+TEST_F(TunnelMeshTest, TheSizeOfAWallCountsBothSidesAndThePointsThatAreNaN) {
+    TracedSegments[1].Samples.resize(9);
+    const WallSize size = SizeOfWall({{1, 2, 0}, {4, NAN, 0}, {-1, 5, 0}}, 1, 2, true);
+    EXPECT_EQ(size.faces, 5 * 2 * 3 * 2) << "bands, sides, quads, triangles of each";
+    EXPECT_EQ(size.unsharedPoints, 5 * 2 * 2 * 3) << "bands, sides, quads at the node, corners of each";
 }
 
 TEST_F(TunnelMeshTest, ABandIsSplitIntoMeshesOfFiveThousandQuads) {
