@@ -47,6 +47,13 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
     Watch();
 }
 
+// Hiding waits for the render thread. Otherwise QQuickView deletes the materials while that thread may still
+// draw with them.
+ViewWindow::~ViewWindow() {
+    scene_.Moved = [] {};
+    hide();
+}
+
 void ViewWindow::Open(const QString& path) {
     // The scene shows what failed.
     if (HasExtension(path.toStdString(), kTrackExtension)) {

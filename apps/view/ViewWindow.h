@@ -20,6 +20,7 @@ using FileStamp = std::pair<QDateTime, qint64>;
 class ViewWindow : public QQuickView {
   public:
     explicit ViewWindow(ViewScene& scene);
+    ~ViewWindow() override;
 
     // Opens a file, or asks for one.
     void Open(const QString& path);

@@ -8,7 +8,6 @@
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "support/CommandTest.h"
-#include "support/Sanitizers.h"
 #include "view/ViewWindow.h"
 
 namespace boreforge {
@@ -185,7 +184,6 @@ TEST_F(ViewWindowTest, KeysSwitchTheHelpAndTheBacksOfFaces) {
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
-    if (kSanitized) GTEST_SKIP() << "Qt's shader generator crashes under the address sanitizer";
     scene.Drag(50, 20, false);
     const CameraPose before = scene.Pose();
     const QString summary = TextOf(scene, "summary");
