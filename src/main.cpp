@@ -1,10 +1,10 @@
 // The desktop program. It takes no files from the command line and keeps nothing between runs.
 #include <QApplication>
-#include <QSettings>
 
 #include <cstdio>
 #include <string_view>
 
+#include "dialogs/Desktop.h"
 #include "dialogs/StartMessages.h"
 #include "editor/window/frmMain.h"
 #include "platform/Process.h"
@@ -29,12 +29,8 @@ int main(int count, char** arguments) {
         return std::fflush(stdout) == 0 ? 0 : 1;
     }
 
-    // Qt's file and colour dialogs store settings in the user's home. Nothing can be stored below a device,
-    // so they find no settings and leave none.
-    for (const auto format : {QSettings::NativeFormat, QSettings::IniFormat})
-        QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
-
     boreforge::RemoveUnfinishedOnSignals();
+    boreforge::PrepareDesktop();
     boreforge::ExplainMissingDisplay("boreforge", "without one, use boreforge-batch");
     QApplication application(count, arguments);  // removes Qt's own options from the arguments
     qInstallMessageHandler(nullptr);

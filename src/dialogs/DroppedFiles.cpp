@@ -8,11 +8,11 @@ namespace boreforge {
 
 namespace {
 
-// Some file managers name the machine, as the drag and drop protocol of X11 asks them to.
-bool IsHere(const QUrl& url) {
-    const QString host = url.host();
-    return url.isLocalFile() &&
-           (host.isEmpty() || host == "localhost" || host == QSysInfo::machineHostName().toLower());
+// The path of a local file, or of one that another computer shares with Windows. Some file managers name this
+// machine, as the drag and drop protocol of X11 asks them to.
+QString PathOf(QUrl url) {
+    if (url.host() == "localhost" || url.host() == QSysInfo::machineHostName().toLower()) url.setHost("");
+    return url.toLocalFile();
 }
 
 }  // namespace
@@ -20,7 +20,7 @@ bool IsHere(const QUrl& url) {
 QStringList FilesOf(const QMimeData& dragged) {
     QStringList files;
     for (const QUrl& url : dragged.urls()) {
-        const QString path = IsHere(url) ? url.path(QUrl::FullyDecoded) : QString();
+        const QString path = PathOf(url);
         if (QFileInfo(path).isFile()) files += path;
     }
     return files;

@@ -1,16 +1,16 @@
 #include "dialogs/mColorDialog.h"
 
-#include <QColorDialog>
 #include <QGuiApplication>
 #include <QPalette>
 
+#include "dialogs/Desktop.h"
 #include "dialogs/QtColor.h"
 
 namespace boreforge {
 
 std::array<PackedColor, kCustomColors> CustomColors{};
 bool CustomColorsReady = false;
-std::int32_t (*ChooseColor)(ColorDialogArguments& record) = QtColorDialog;
+std::int32_t (*ChooseColor)(ColorDialogArguments& record) = DesktopColorDialog;
 
 namespace {
 
@@ -37,18 +37,6 @@ PackedColor SystemColor(int index) {
     // Qt's shadow is a shade lighter than the platform's dark one.
     constexpr int kDarker = 115;  // percent
     return index == kButtonDarkShadow ? ToPackedColor(palette.color(QPalette::Shadow).darker(kDarker)) : 0;
-}
-
-std::int32_t QtColorDialog(ColorDialogArguments& record) {
-    for (int i = 0; i < kCustomColors; ++i)
-        QColorDialog::setCustomColor(i, ToQColor(CustomColors[i]));
-    QColorDialog dialog(ToQColor(record.Color), record.Owner);
-    dialog.setOption(QColorDialog::DontUseNativeDialog);  // native dialogs don't offer the custom colours
-    const bool chosen = dialog.exec() == QDialog::Accepted;
-    for (int i = 0; i < kCustomColors; ++i)
-        CustomColors[i] = ToPackedColor(QColorDialog::customColor(i));
-    if (chosen) record.Color = ToPackedColor(dialog.selectedColor());
-    return chosen ? 1 : 0;
 }
 
 bool ShowColorDialog(ColorDialogArguments& arguments) {

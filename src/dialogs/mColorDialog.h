@@ -27,7 +27,7 @@ enum ColorDialogFlag : std::int32_t {
 
 // Input and output of the dialog. Color is the initial colour, and afterwards the chosen one, or -1 if none
 // was chosen. AnyColor, FullOpen and PreventFullOpen are for screens with few colours and dialogs that
-// unfold; Qt's dialog ignores them and always shows everything. Flags are derived from them.
+// unfold, as on Windows; Qt's dialog always shows everything. Flags are derived from them.
 struct ColorDialogArguments {
     PackedColor Color = 0;
     bool AnyColor = false;
@@ -42,7 +42,6 @@ struct ColorDialogArguments {
 
 // The call that runs the dialog: 1 if the user chose a colour, else 0; it reads and writes CustomColors.
 // Tests replace it to answer for the user.
-std::int32_t QtColorDialog(ColorDialogArguments& record);
 extern std::int32_t (*ChooseColor)(ColorDialogArguments& record);
 
 // The index of a button's dark shadow among the platform's system colours.

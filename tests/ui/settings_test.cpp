@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "UiTest.h"
+#include "dialogs/Desktop.h"
 #include "dialogs/frmTunnelSettings.h"
 #include "dialogs/mColorDialog.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
@@ -34,7 +35,7 @@ TEST_F(UiTest, TheSwatchAsksForAnyColorByMouseAndKeyboard) {
     static std::int32_t flags;
     ChooseColor = [](ColorDialogArguments& record) {
         flags = record.Flags;
-        return QtColorDialog(record);
+        return DesktopColorDialog(record);
     };
     const struct {
         const char* by;

@@ -1,5 +1,7 @@
 #include "editor/window/WindowKeys.h"
 
+#include <QGuiApplication>
+
 namespace boreforge {
 
 namespace {
@@ -84,8 +86,10 @@ KeyCode KeyCodeOf(const QKeyEvent& event) {
 
 KeyPress KeyPressOf(const QKeyEvent& event) {
     const Qt::KeyboardModifiers held = event.modifiers();
-    return {KeyCodeOf(event), held.testFlag(Qt::ShiftModifier), held.testFlag(Qt::ControlModifier),
-            held.testAnyFlags(Qt::AltModifier | Qt::MetaModifier)};
+    // The editor's codes are Windows' own.
+    const quint32 native = QGuiApplication::platformName() == "windows" ? event.nativeVirtualKey() : 0;
+    return {native ? KeyCode(native) : KeyCodeOf(event), held.testFlag(Qt::ShiftModifier),
+            held.testFlag(Qt::ControlModifier), held.testAnyFlags(Qt::AltModifier | Qt::MetaModifier)};
 }
 
 }  // namespace boreforge

@@ -1,0 +1,75 @@
+#!/bin/sh
+# Tests the window for Windows in wine, on the current display: its parts, and a user with mouse and keys from the first
+# click to a finished tunnel, which must be the one that the batch program makes on this machine.
+#   window.sh PROJECT PROGRAMS
+set -eu
+project=$1
+programs=$2
+work=$(mktemp -d)
+trap 'kill ${program:-} ${manager:-} 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'exit 1' HUP INT TERM
+export WINEPATH="Z:$project/build/qt-windows/bin;Z:$work/libraries" QT_PLUGIN_PATH="Z:$project/build/qt-windows/plugins"
+mkdir "$work/libraries" "$work/expected"
+for library in libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll; do
+    cp "$(x86_64-w64-mingw32-g++-posix -print-file-name=$library)" "$work/libraries"
+done
+
+openbox >/dev/null 2>&1 &
+manager=$!
+# Two tests are of Qt's own dialogs, in whose place Windows has others.
+wine "$programs/ui_tests.exe" --gtest_brief=1 --gtest_filter='-*.ASaveDialogTakes*:*.TheSwatchAsks*'
+
+# Repeats a command until it succeeds; gives up after a minute, or when the program has ended.
+try() {
+    tries=0
+    until "$@" >"$work/found" 2>&1; do
+        tries=$((tries + 1))
+        if [ $tries -ge 300 ] || ! kill -0 "$program"; then echo "Gave up: $*"; exit 1; fi
+        sleep 0.2
+    done
+}
+use() {
+    try xdotool search --onlyvisible --name "^$1"
+    window=$(tail -n 1 "$work/found")
+    xdotool windowactivate --sync "$window"
+}
+gone() { ! xdotool search --onlyvisible --name "^$1"; }
+click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
+# answer TITLE NAME: types a path into a file dialog.
+answer() {
+    use "$1"
+    xdotool type --delay 20 "Z:$2"
+    xdotool key Return
+    try gone "$1"
+}
+
+cp "$project/tracks/small-circuit.zrtrack" "$work/track.zrtrack"
+wine "$programs/boreforge.exe" &
+program=$!
+use "Zephyrail Boreforge"
+main=$window
+# The key of "=" zooms in and the keypad's minus out again. Then a node at (1, 4), moved to (1.5, 4) and mirrored.
+xdotool key equal key KP_Subtract
+click 446 99
+xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
+click 66 15
+answer "Save Tunnel Shape As" "$work/shape"
+use "Zephyrail Boreforge"
+click 98 15
+answer "Open Track File" "$work/track.zrtrack"
+use "3DS Tunnel Settings"
+click 310 254
+answer "Save Tunnel as 3DS Object" "$work/tube"
+try gone "3DS Tunnel Settings"
+xdotool windowclose "$main"
+wait "$program"
+program=""
+
+# The four nodes of the box, and the new one.
+[ "$(od -An -tu1 -j4 -N4 "$work/shape.zrbf" | tr -s ' ')" = " 5 0 0 0" ]
+"$project/build/native/bin/boreforge-batch" "$project/tracks/small-circuit.zrtrack" "$work/expected/tube.3ds" \
+    --shape "$work/shape.zrbf" --track-out "$work/expected/track.zrtrack"
+cmp "$work/tube.3ds" "$work/expected/tube.3ds"
+cmp "$work/track.zrtrack" "$work/expected/track.zrtrack"
+[ -z "$(find "$work" -name '.boreforge*')" ]
+echo "The window on Windows made the same tunnel."
