@@ -1,23 +1,14 @@
 #!/bin/sh
-# Tests the window for Windows in wine, on the current display: its parts, and a user with mouse and keys from the first
-# click to a finished tunnel, which must be the one that the batch program makes on this machine.
-#   window.sh PROJECT PROGRAMS
+# Uses the window for Windows as its user does, in wine on the current display, from the first click to a finished
+# tunnel. It must be the one that the batch program makes on this machine.
+#   window.sh BOREFORGE.EXE BOREFORGE-BATCH TRACK
 set -eu
-project=$1
-programs=$2
 work=$(mktemp -d)
+mkdir "$work/expected"
 trap 'kill ${program:-} ${manager:-} 2>/dev/null || true; rm -rf "$work"' EXIT
 trap 'exit 1' HUP INT TERM
-export WINEPATH="Z:$project/build/qt-windows/bin;Z:$work/libraries" QT_PLUGIN_PATH="Z:$project/build/qt-windows/plugins"
-mkdir "$work/libraries" "$work/expected"
-for library in libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll; do
-    cp "$(x86_64-w64-mingw32-g++-posix -print-file-name=$library)" "$work/libraries"
-done
-
 openbox >/dev/null 2>&1 &
 manager=$!
-# Two tests are of Qt's own dialogs, in whose place Windows has others.
-wine "$programs/ui_tests.exe" --gtest_brief=1 --gtest_filter='-*.ASaveDialogTakes*:*.TheSwatchAsks*'
 
 # Repeats a command until it succeeds; gives up after a minute, or when the program has ended.
 try() {
@@ -43,8 +34,8 @@ answer() {
     try gone "$1"
 }
 
-cp "$project/tracks/small-circuit.zrtrack" "$work/track.zrtrack"
-wine "$programs/boreforge.exe" &
+cp "$3" "$work/track.zrtrack"
+wine "$1" &
 program=$!
 use "Zephyrail Boreforge"
 main=$window
@@ -67,8 +58,7 @@ program=""
 
 # The four nodes of the box, and the new one.
 [ "$(od -An -tu1 -j4 -N4 "$work/shape.zrbf" | tr -s ' ')" = " 5 0 0 0" ]
-"$project/build/native/bin/boreforge-batch" "$project/tracks/small-circuit.zrtrack" "$work/expected/tube.3ds" \
-    --shape "$work/shape.zrbf" --track-out "$work/expected/track.zrtrack"
+"$2" "$3" "$work/expected/tube.3ds" --shape "$work/shape.zrbf" --track-out "$work/expected/track.zrtrack"
 cmp "$work/tube.3ds" "$work/expected/tube.3ds"
 cmp "$work/track.zrtrack" "$work/expected/track.zrtrack"
 [ -z "$(find "$work" -name '.boreforge*')" ]
