@@ -21,6 +21,7 @@ namespace {
 
 constexpr double kHitRange = 0.3;  // shape units in x and y, at any zoom
 constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point by if snapping is off
+constexpr double kFreeWall = 0.5;  // shape units of an even wall if snapping is off
 
 bool IsHit(const Vector3D& point, const Vector3D& position) {
     return std::fabs(double(position.x) - point.x) < kHitRange &&
@@ -63,12 +64,10 @@ float ActiveInterval(const EditorControls& controls) {
     return controls.snapTo && interval > 0 ? interval : 0;
 }
 
-Vector3D& SelectedPoint() {
-    auto& contour = TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes;
-    return contour[TunnelShape.SelectedNode];
+// A point of the selected node.
+Vector3D& SelectedPoint(bool outside) {
+    return (outside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes)[TunnelShape.SelectedNode];
 }
-
-void MoveSelectedPoint(const Vector3D& position) { SelectedPoint() = {position.x, position.y, 0}; }
 
 float SnapTo(float value, double interval) {
     const float raised = static_cast<float>(value + interval / 2);
@@ -134,6 +133,13 @@ bool ApplyTool(ShapeTool tool, const EditorControls& controls) {
         case ShapeTool::Flip:
             FlipTunnelShape();
             return true;
+        case ShapeTool::EvenWall: {
+            const float interval = ActiveInterval(controls);
+            return MakeWallEven(interval > 0 ? interval : kFreeWall);
+        }
+        case ShapeTool::Reverse:
+            ReverseTunnelShape();
+            return true;
         case ShapeTool::Undo:
             return !controls.buttonDown && UndoShapeStep();
         case ShapeTool::Redo:
@@ -163,19 +169,24 @@ bool SelectByKey(KeyCode code, ShownNodes shown) {
     return node >= 0 && SelectPoint(node, !TunnelShape.SelectedIsOutside, shown);
 }
 
-bool MoveByKey(KeyCode code, const EditorControls& controls) {
+void MovePoint(Vector3D& point, double x, double y) {
+    point = {static_cast<float>(point.x + x), static_cast<float>(point.y + y), 0};
+}
+
+bool MoveByKey(const KeyPress& key, const EditorControls& controls) {
     if (TunnelShape.SelectedNode < 0) return false;
     const float interval = ActiveInterval(controls);
     const double step = interval > 0 ? interval : kFreeStep;
-    const int right = (code == KeyCode::Right) - (code == KeyCode::Left);
-    const int up = (code == KeyCode::Up) - (code == KeyCode::Down);
-    const Vector3D from = SelectedPoint();
-    MoveSelectedPoint({static_cast<float>(from.x + right * step), static_cast<float>(from.y + up * step), 0});
+    const int right = (key.code == KeyCode::Right) - (key.code == KeyCode::Left);
+    const int up = (key.code == KeyCode::Up) - (key.code == KeyCode::Down);
+    const bool outside = TunnelShape.SelectedIsOutside;
+    MovePoint(SelectedPoint(outside), right * step, up * step);
+    if (key.alt) MovePoint(SelectedPoint(!outside), right * step, up * step);
     return true;
 }
 
 std::optional<ShapeTool> ToolOfShortcut(const KeyPress& key) {
-    if (!key.control || key.alt) return {};
+    if (!key.control || key.alt || key.super) return {};
     if (key.code == KeyCode::Z) return key.shift ? ShapeTool::Redo : ShapeTool::Undo;
     if (key.code == KeyCode::Y && !key.shift) return ShapeTool::Redo;
     return {};
@@ -221,7 +232,8 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
         return true;
     }
     if (state != MouseState::Left || TunnelShape.SelectedNode < 0) return false;
-    MoveSelectedPoint(Snapped(ShapePositionAt(x, y), controls));
+    const Vector3D position = Snapped(ShapePositionAt(x, y), controls);
+    SelectedPoint(TunnelShape.SelectedIsOutside) = {position.x, position.y, 0};
     return true;
 }
 
@@ -285,17 +297,21 @@ std::optional<ShapeTool> ToolOfKey(const KeyPress& key) {
             return ShapeTool::Mirror;
         case KeyCode::F:
             return ShapeTool::Flip;
+        case KeyCode::W:
+            return ShapeTool::EvenWall;
+        case KeyCode::R:
+            return ShapeTool::Reverse;
         default:
             return ToolOfShortcut(key);
     }
 }
 
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls) {
-    const bool acts = onCanvas && !key.alt && !controls.buttonDown;
+    const bool acts = onCanvas && !key.super && !controls.buttonDown;
     const bool arrow = key.code >= KeyCode::Left && key.code <= KeyCode::Down;
-    if (acts && arrow && !key.control) return MoveByKey(key.code, controls);
+    if (acts && arrow && !key.control) return MoveByKey(key, controls);
     EndStep(controls);
-    if (!acts) return false;
+    if (!acts || key.alt) return false;
     if (arrow) return SelectByKey(key.code, controls.shown);
     if (key.code != KeyCode::Escape || TunnelShape.SelectedNode < 0) return false;
     TunnelShape.SelectedNode = -1;

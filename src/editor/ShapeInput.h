@@ -57,7 +57,7 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
 // The end of a pan clears the selection. All changes since the first button was pressed are one undo step.
 bool ReleaseMouse(MouseButton button, const EditorControls& controls);
 
-// The tools. Undo and Redo have keys but no buttons.
+// The tools. EvenWall, Reverse, Undo and Redo have keys but no buttons.
 enum class ShapeTool {
     New,
     Insert,
@@ -69,6 +69,8 @@ enum class ShapeTool {
     ZoomReset,
     Mirror,
     Flip,
+    EvenWall,  // as thick as the snap interval, or 0.5 if snapping is off
+    Reverse,
     Undo,
     Redo,
 };
@@ -98,6 +100,8 @@ enum class KeyCode {
     F = 70,
     I = 73,
     M = 77,
+    R = 82,
+    W = 87,
     Y = 89,
     Z = 90,
     PadPlus = 107,
@@ -111,17 +115,17 @@ enum class KeyCode {
 struct KeyPress {
     KeyCode code = KeyCode::Other;
     bool shift = false, control = false;
-    bool alt = false;  // or Super, the desktop's menu key
+    bool alt = false, super = false;  // Super is the desktop's menu key
 };
 
 // The tool of a key, if it has one. Shift, Control and Alt matter only for undo and redo.
 std::optional<ShapeTool> ToolOfKey(const KeyPress& key);
 
 // Handles a key without a tool. If the canvas has the focus, the arrow keys move the selected point by the
-// snap interval, or by 0.1 if snapping is off. Control+Left and Control+Right select the previous and next
-// point of the contour, Control+Up and Control+Down the node's other point; hidden points can't be selected.
-// Escape clears the selection. Successive moves are one undo step, which any other key ends, wherever the
-// focus is. No key acts while a mouse button is down.
+// snap interval, or by 0.1 if snapping is off, and with Alt both points of its node. Control+Left and
+// Control+Right select the previous and next point of the contour, Control+Up and Control+Down the node's
+// other point; hidden points can't be selected. Escape clears the selection. Successive moves are one undo
+// step, which any other key ends, wherever the focus is. No key acts while a mouse button is down.
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls);
 
 // Whether the snap box, which shows `text`, accepts a typed character. It takes up to four characters: digits

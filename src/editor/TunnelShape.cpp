@@ -1,7 +1,10 @@
 #include "editor/TunnelShape.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <span>
+#include <utility>
 
 namespace boreforge {
 
@@ -46,6 +49,50 @@ void MakeRoomForNode() {
     TunnelShape.OutsideNodes.reserve(2 * count + 1);
 }
 
+// In the plane of the shape.
+struct Direction {
+    double x = 0, y = 0;
+};
+
+// Twice the enclosed area, positive if the contour winds counter-clockwise; NaN or infinite if a coordinate
+// is. Relative to the first point, which keeps the rounding small.
+double TwiceAreaOf(const std::vector<Vector3D>& contour) {
+    double area = 0;
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Vector3D &origin = contour[0], &a = contour[i], &b = contour[(i + 1) % contour.size()];
+        area += (double(a.x) - origin.x) * (double(b.y) - origin.y) -
+                (double(b.x) - origin.x) * (double(a.y) - origin.y);
+    }
+    return area;
+}
+
+// The unit vector from a node to the nearest one in steps of `step` around the contour that lies elsewhere.
+// There must be such a node.
+Direction DirectionFrom(const std::vector<Vector3D>& contour, std::size_t node, std::size_t step) {
+    double x = 0, y = 0;
+    for (std::size_t next = node; x == 0 && y == 0;) {
+        next = (next + step) % contour.size();
+        x = double(contour[next].x) - contour[node].x;
+        y = double(contour[next].y) - contour[node].y;
+    }
+    const double length = std::hypot(x, y);
+    return {x / length, y / length};
+}
+
+// From a node to its partner in a wall of thickness 1, away from the enclosed side.
+Direction MitreAt(const std::vector<Vector3D>& contour, std::size_t node, bool counterClockwise) {
+    constexpr double kMaxLength = 3, kStraightBack = 1e-9;
+    const Direction back = DirectionFrom(contour, node, contour.size() - 1);
+    const Direction ahead = DirectionFrom(contour, node, 1);
+    // The sum of the unit normals of both edges, to the right of the direction of travel.
+    const double side = counterClockwise ? 1 : -1;
+    const double x = side * (ahead.y - back.y), y = side * (back.x - ahead.x);
+    const double sum = std::hypot(x, y);
+    if (sum < kStraightBack) return {-kMaxLength * back.x, -kMaxLength * back.y};  // the tip of a spike
+    const double length = std::min(2 / sum, kMaxLength);
+    return {x / sum * length, y / sum * length};
+}
+
 template <class Change>
 void ForEachPoint(Change change) {
     for (Vector3D& point : TunnelShape.InsideNodes)
@@ -87,6 +134,30 @@ void MirrorTunnelShape() {
 
 void FlipTunnelShape() {
     ForEachPoint([](Vector3D& point) { point.y = -point.y; });
+}
+
+void ReverseTunnelShape() {
+    if (TunnelShape.NodeCount() == 0) return;
+    std::reverse(TunnelShape.InsideNodes.begin() + 1, TunnelShape.InsideNodes.end());
+    std::reverse(TunnelShape.OutsideNodes.begin() + 1, TunnelShape.OutsideNodes.end());
+    if (TunnelShape.SelectedNode > 0)
+        TunnelShape.SelectedNode = TunnelShape.NodeCount() - TunnelShape.SelectedNode;
+}
+
+bool MakeWallEven(double thickness) {
+    const std::vector<Vector3D>& inside = TunnelShape.InsideNodes;
+    const double area = TwiceAreaOf(inside);
+    if (inside.size() < 3 || area == 0 || !std::isfinite(area)) return false;
+    std::vector<Vector3D> outside;
+    outside.reserve(inside.size());
+    for (std::size_t node = 0; node < inside.size(); ++node) {
+        const Direction mitre = MitreAt(inside, node, area > 0);
+        outside.push_back({static_cast<float>(inside[node].x + thickness * mitre.x),
+                           static_cast<float>(inside[node].y + thickness * mitre.y), inside[node].z});
+    }
+    if (!std::ranges::all_of(outside, [](const Vector3D& point) { return IsFinite(point); })) return false;
+    TunnelShape.OutsideNodes = std::move(outside);
+    return true;
 }
 
 void MakePresetShape(std::int16_t preset) {

@@ -44,6 +44,16 @@ void InsertShapeNode(std::int32_t index, Vector3D node);
 void MirrorTunnelShape();
 void FlipTunnelShape();
 
+// Reverses the order of the nodes, and with it the winding. Node 0 stays node 0, and the selected point stays
+// selected.
+void ReverseTunnelShape();
+
+// Moves every outside point to the offset of the inside contour by `thickness`, with mitred corners, on the
+// side that isn't enclosed, whichever way the contour winds. A mitre is at most 3 times as long as the
+// thickness. Returns false and changes nothing for a contour of fewer than three nodes, without an area, or
+// with a coordinate that isn't finite.
+bool MakeWallEven(double thickness);
+
 // The ready-made shapes.
 enum PresetShape : std::int16_t { kPresetBox = 0, kPresetRounded = 1 };
 

@@ -44,6 +44,12 @@ TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
                       Release();
                   }},
                  {"a tool", [&] { Run(ShapeTool::Mirror); }},
+                 {"an even wall",
+                  [&] {
+                      controls.snapText = "1.0";
+                      Run(ShapeTool::EvenWall);
+                  }},
+                 {"the other way round", [&] { Run(ShapeTool::Reverse); }},
                  {"a preset", [&] { UsePreset(kPresetRounded, controls); }},
                  {"a wrong file, which empties the shape",
                   [&] { EXPECT_FALSE(OpenShapeFile(In("wrong.zrbf"), controls)); }}};

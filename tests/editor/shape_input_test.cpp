@@ -214,6 +214,31 @@ TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
     }
 }
 
+TEST_F(ShapeInputTest, AltAndAnArrowMoveBothPointsOfTheNode) {
+    MakePresetShape(kPresetBox);
+    TunnelShape.SelectedNode = 1;
+    EXPECT_TRUE(PressKey({.code = KeyCode::Left, .alt = true}, true, controls));
+    EXPECT_EQ(TunnelShape.InsideNodes[1], (Vector3D{1.5f, 3, 0}));
+    EXPECT_EQ(TunnelShape.OutsideNodes[1], (Vector3D{2, 3.5f, 0}));
+}
+
+TEST_F(ShapeInputTest, AnEvenWallIsAsThickAsTheSnapInterval) {
+    const struct {
+        const char* name;
+        bool snap;
+        const char* interval;
+        float corner;  // x of the outside point of a corner at 2
+    } cases[] = {
+        {"an interval", true, "1.0", 3}, {"0", true, "0", 2.5f}, {"snap is off", false, "1.0", 2.5f}};
+    for (const auto& row : cases) {
+        MakePresetShape(kPresetBox);
+        controls.snapTo = row.snap;
+        controls.snapText = row.interval;
+        RunShapeTool(*ToolOfKey({KeyCode::W}), controls);
+        EXPECT_EQ(TunnelShape.OutsideNodes[0].x, row.corner) << row.name;
+    }
+}
+
 TEST_F(ShapeInputTest, NoCanvasKeyActsWithoutTheFocusOrWhileAButtonIsDown) {
     MakePresetShape(kPresetBox);
     TunnelShape.SelectedNode = 0;
@@ -221,7 +246,7 @@ TEST_F(ShapeInputTest, NoCanvasKeyActsWithoutTheFocusOrWhileAButtonIsDown) {
     pressed.buttonDown = true;
     for (const KeyCode code : {KeyCode::Escape, KeyCode::Up}) {
         EXPECT_FALSE(PressKey({code}, false, controls)) << int(code);
-        EXPECT_FALSE(PressKey({.code = code, .alt = true}, true, controls)) << int(code);
+        EXPECT_FALSE(PressKey({.code = code, .super = true}, true, controls)) << int(code);
         EXPECT_FALSE(PressKey({code}, true, pressed)) << int(code);
     }
     EXPECT_EQ(TunnelShape.SelectedNode, 0);

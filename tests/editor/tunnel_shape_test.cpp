@@ -1,6 +1,7 @@
 #include "editor/TunnelShape.h"
 
 #include <algorithm>
+#include <limits>
 #include <sstream>
 
 #include "editor/TunnelShapeFile.h"
@@ -37,6 +38,49 @@ TEST_F(TunnelShapeTest, BothContoursGainAndLoseNodesTogether) {
         DeleteShapeNode(nowhere);
         InsertShapeNode(nowhere, {9, 9, 9});
         EXPECT_EQ(TunnelShape.NodeCount(), 2) << nowhere;
+    }
+}
+
+TEST_F(TunnelShapeTest, AReversedShapeKeepsNode0AndTheSelection) {
+    TunnelShape = {{{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}},
+                   {{4, 0, 0}, {5, 0, 0}, {6, 0, 0}, {7, 0, 0}}};
+    TunnelShape.SelectedNode = 1;
+    ReverseTunnelShape();
+    EXPECT_EQ(Shape(), " 0,0,0 3,0,0 2,0,0 1,0,0| 4,0,0 7,0,0 6,0,0 5,0,0");
+    EXPECT_EQ(TunnelShape.SelectedNode, 3);
+}
+
+TEST_F(TunnelShapeTest, AnEvenWallIsMitredOnTheOpenSide) {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const struct {
+        const char* name;
+        std::vector<Vector3D> inside;
+        const char* outside;  // of a wall of 1, or "" if nothing happens
+    } cases[] = {
+        {"counter-clockwise", {{2, 0, 0}, {2, 2, 7}, {0, 2, 0}, {0, 0, 0}}, " 3,-1,0 3,3,7 -1,3,0 -1,-1,0"},
+        {"clockwise", {{0, 0, 0}, {0, 2, 0}, {2, 2, 0}, {2, 0, 0}}, " -1,-1,0 -1,3,0 3,3,0 3,-1,0"},
+        {"an inner corner",
+         {{0, 0, 0}, {4, 0, 0}, {4, 4, 0}, {2, 4, 0}, {2, 2, 0}, {0, 2, 0}},
+         " -1,-1,0 5,-1,0 5,5,0 1,5,0 1,3,0 -1,3,0"},
+        {"equal nodes",
+         {{2, 0, 0}, {2, 2, 0}, {2, 2, 0}, {0, 0, 0}},
+         " 3,-1,0 3,4.41421,0 3,4.41421,0 -2.41421,-1,0"},
+        {"a mitre of 25/7 becomes one of 3",
+         {{0, 0, 0}, {24, -7, 0}, {24, 7, 0}},
+         " -3,0,0 25,-8.33333,0 25,8.33333,0"},
+        {"the tip of a spike",
+         {{4, 0, 0}, {4, 4, 0}, {4, 9, 0}, {4, 4, 0}, {0, 4, 0}, {0, 0, 0}},
+         " 5,-1,0 5,4,0 4,12,0 3,5,0 -1,5,0 -1,-1,0"},
+        {"two nodes", {{0, 0, 0}, {1, 1, 0}}, ""},
+        {"no area", {{0, 0, 0}, {1, 1, 0}, {3, 3, 0}}, ""},
+        {"infinity", {{0, 0, 0}, {kInfinity, 0, 0}, {1, 1, 0}}, ""}};
+    for (const auto& row : cases) {
+        TunnelShape = {row.inside, std::vector<Vector3D>(row.inside.size())};
+        const std::string before = Shape();
+        const bool moves = *row.outside != 0;
+        EXPECT_EQ(MakeWallEven(1), moves) << row.name;
+        EXPECT_EQ(moves ? Shape().substr(Shape().find('|') + 1) : Shape(), moves ? row.outside : before)
+            << row.name;
     }
 }
 

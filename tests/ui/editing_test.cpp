@@ -25,6 +25,8 @@ TEST(WindowKeys, AToolHasItsKeyOnEveryKeyboard) {
                  {"us: Shift and M", Qt::Key_M, 58, kShift, ShapeTool::Mirror},
                  {"ru: the key of M", 0x42C, 58, kNone, ShapeTool::Mirror},
                  {"us: F", Qt::Key_F, 41, kNone, ShapeTool::Flip},
+                 {"ru: the key of W", 0x426, 25, kNone, ShapeTool::EvenWall},
+                 {"ru: the key of R", 0x41A, 27, kNone, ShapeTool::Reverse},
                  {"us: I", Qt::Key_I, 31, kNone, ShapeTool::Insert},
                  {"us: Delete", Qt::Key_Delete, 119, kNone, ShapeTool::Delete},
                  {"pad: Delete", Qt::Key_Delete, 91, kPad, ShapeTool::Delete},

@@ -10,6 +10,10 @@ namespace {
 // has the same scan code on every keyboard.
 int LetterAt(quint32 scanCode) {
     switch (scanCode) {
+        case 25:
+            return Qt::Key_W;
+        case 27:
+            return Qt::Key_R;
         case 29:
             return Qt::Key_Y;
         case 31:
@@ -61,6 +65,10 @@ KeyCode KeyCodeOf(const QKeyEvent& event) {
             return KeyCode::I;
         case Qt::Key_M:
             return KeyCode::M;
+        case Qt::Key_R:
+            return KeyCode::R;
+        case Qt::Key_W:
+            return KeyCode::W;
         case Qt::Key_Y:
             return KeyCode::Y;
         case Qt::Key_Z:
@@ -89,7 +97,8 @@ KeyPress KeyPressOf(const QKeyEvent& event) {
     // The editor's codes are Windows' own.
     const quint32 native = QGuiApplication::platformName() == "windows" ? event.nativeVirtualKey() : 0;
     return {native ? KeyCode(native) : KeyCodeOf(event), held.testFlag(Qt::ShiftModifier),
-            held.testFlag(Qt::ControlModifier), held.testAnyFlags(Qt::AltModifier | Qt::MetaModifier)};
+            held.testFlag(Qt::ControlModifier), held.testFlag(Qt::AltModifier),
+            held.testFlag(Qt::MetaModifier)};
 }
 
 }  // namespace boreforge
