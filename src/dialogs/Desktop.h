@@ -1,9 +1,11 @@
 // What Windows does differently from other desktops: their dialogs, and what Qt must know before it starts.
 #pragma once
 
+#include <QFileDialog>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 
 #include "dialogs/mColorDialog.h"
 
@@ -11,6 +13,9 @@ namespace boreforge {
 
 // Call this before the QApplication is made.
 void PrepareDesktop();
+
+// A file dialog that isn't shown yet.
+std::unique_ptr<QFileDialog> NewFileDialog(QWidget* owner, const QString& title);
 
 // Whether the user may make files in a folder.
 bool TakesFiles(const QString& folder);

@@ -5,6 +5,9 @@
 #include <QApplication>
 #include <QDir>
 
+#include <algorithm>
+#include <iterator>
+
 #include "dialogs/Desktop.h"
 
 namespace boreforge {
@@ -14,6 +17,10 @@ namespace boreforge {
 void PrepareDesktop() {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
     QApplication::setStyle("fusion");
+}
+
+std::unique_ptr<QFileDialog> NewFileDialog(QWidget* owner, const QString& title) {
+    return std::make_unique<QFileDialog>(owner, title);
 }
 
 // Asks the system, since Qt knows only the read-only attribute.

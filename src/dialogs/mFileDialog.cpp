@@ -4,24 +4,16 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFileSystemModel>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QListView>
-#include <QScreen>
 #include <QStandardPaths>
 #include <QStringList>
-#include <QTreeView>
-#include <QWindow>
 
-#include <algorithm>
-#include <utility>
+#include <memory>
 
-#include "dialogs/ControlTable.h"
+#include "dialogs/Desktop.h"
 
 namespace boreforge {
 
-FileDialogCalls fileDialogCalls = QtFileDialogs();
+FileDialogCalls fileDialogCalls = DesktopFileDialogs();
 
 namespace {
 
@@ -45,99 +37,35 @@ QStringList QtFilters(const QString& converted) {
     return filters;
 }
 
-// Where a save dialog starts: in `folder`, or in the user's documents if only the administrator may write
-// there, as in an installed program's folders.
-QString WritableStart(const QString& folder) {
-    if (QFileInfo(folder).isWritable()) return folder;
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(documents).exists() ? documents : QDir::homePath();
-}
-
-// Always Qt's own dialog. A desktop's dialog may add the extension after it has looked for an existing file,
-// and would then replace that file without asking.
-class FileDialog : public QFileDialog {
-  public:
-    FileDialog(const FileDialogArguments& record, AcceptMode acceptMode);
-
-    void accept() override;
-
-  private:
-    void SetStart(const FileDialogArguments& record);
-    void FitColumns();
-
-    QLineEdit* name_ = nullptr;
-    QListView* list_ = nullptr;
-    QTreeView* table_ = nullptr;  // the same files with their sizes and dates
-    bool fitted_ = false;
-};
-
-FileDialog::FileDialog(const FileDialogArguments& record, AcceptMode acceptMode)
-    : QFileDialog(record.Owner, record.DialogTitle) {
-    setOption(DontUseNativeDialog);
-    setOption(DontConfirmOverwrite, !(record.Flags & kOverwritePrompt));
-    setAcceptMode(acceptMode);
-    if (acceptMode == AcceptSave)
-        setLabelText(LookIn, "Save in:");
-    else if (record.Flags & kFileMustExist)
-        setFileMode(ExistingFile);
-    const QStringList filters = QtFilters(record.Filter);
-    setNameFilters(filters);
-    selectNameFilter(filters.value(record.FilterIndex - 1));
-    setDefaultSuffix(record.DefaultExtension);
-    name_ = findChild<QLineEdit*>("fileNameEdit");
-    list_ = findChild<QListView*>("listView");
-    table_ = findChild<QTreeView*>("treeView");
-    connect(findChild<QFileSystemModel*>(), &QFileSystemModel::directoryLoaded, this,
-            [this](const QString& loaded) {
-                // Qt first loads the folder that was visited last.
-                if (loaded == directory().absolutePath()) FitColumns();
-            });
-    SetStart(record);
-}
-
-void FileDialog::SetStart(const FileDialogArguments& record) {
+// The folder of the named file, or else the initial one. A dialog that saves doesn't start where the user may
+// not write, as in an installed program's folders.
+void SetStart(QFileDialog& dialog, const FileDialogArguments& record) {
     const QFileInfo named(record.FileName);
     const QString& folder = record.InitialFolder;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (named.isAbsolute() && named.dir().exists())
-        setDirectory(named.dir());
+        dialog.setDirectory(named.dir());
+    else if (QDir(folder).exists() && (dialog.acceptMode() == QFileDialog::AcceptOpen || TakesFiles(folder)))
+        dialog.setDirectory(folder);
     else if (QDir(folder).exists())
-        setDirectory(acceptMode() == AcceptSave ? WritableStart(folder) : folder);
-    if (!record.FileName.isEmpty()) selectFile(named.fileName());
-}
-
-// Qt takes the selected row of the list, which may not match the typed name yet while the list is loading. It
-// also splits a typed name at double quotes and would save under a part of it. So Return in the name box
-// takes the typed name, and a name with a double quote must be picked from the list.
-void FileDialog::accept() {
-    const QString name = name_->text();
-    QItemSelectionModel* const selection = list_->selectionModel();
-    const QModelIndexList rows = selection->selectedRows();
-    const bool picked = rows.size() == 1 && rows.first().data() == name;
-    if (name.contains('"') && !picked) return;
-    if (name_->hasFocus() && !name.isEmpty() && !picked) selection->clearSelection();
-    QFileDialog::accept();
-}
-
-// Fits the columns to the folder's contents. The first time, also widens the dialog until it shows all
-// columns, as far as the screen allows.
-void FileDialog::FitColumns() {
-    if (table_->model()->rowCount(table_->rootIndex()) == 0) return;
-    const QHeaderView& header = *table_->header();
-    for (int column = 0; column < header.count(); ++column)
-        table_->resizeColumnToContents(column);
-    if (std::exchange(fitted_, true)) return;
-    const QRect screenArea = screen()->availableGeometry();
-    const int wanted = width() + header.length() - table_->viewport()->width();
-    const int maxWidth = screenArea.width() - (frameGeometry().width() - width());
-    if (wanted <= width()) return;
-    const QRect before = frameGeometry();
-    resize(std::min(wanted, maxWidth), height());
-    const QMargins frame = windowHandle()->frameMargins();
-    move(CentredCorner(size(), frame, before, screenArea));
+        dialog.setDirectory(QDir(documents).exists() ? documents : QDir::homePath());
+    if (!record.FileName.isEmpty()) dialog.selectFile(named.fileName());
 }
 
 std::int32_t RunDialog(FileDialogArguments& record, QFileDialog::AcceptMode acceptMode) {
-    FileDialog dialog(record, acceptMode);
+    const std::unique_ptr<QFileDialog> shown = NewFileDialog(record.Owner, record.DialogTitle);
+    QFileDialog& dialog = *shown;
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(record.Flags & kOverwritePrompt));
+    dialog.setAcceptMode(acceptMode);
+    if (acceptMode == QFileDialog::AcceptSave)
+        dialog.setLabelText(QFileDialog::LookIn, "Save in:");
+    else if (record.Flags & kFileMustExist)
+        dialog.setFileMode(QFileDialog::ExistingFile);
+    const QStringList filters = QtFilters(record.Filter);
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(record.FilterIndex - 1));
+    dialog.setDefaultSuffix(record.DefaultExtension);
+    SetStart(dialog, record);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return 0;
     record.FileName = dialog.selectedFiles().first();
     record.FileTitle = QFileInfo(record.FileName).fileName();
@@ -160,7 +88,7 @@ bool Show(FileDialogArguments& arguments, std::int32_t flags, std::int32_t (*cal
 
 }  // namespace
 
-FileDialogCalls QtFileDialogs() {
+FileDialogCalls DesktopFileDialogs() {
     return {[](FileDialogArguments& record) { return RunDialog(record, QFileDialog::AcceptOpen); },
             [](FileDialogArguments& record) { return RunDialog(record, QFileDialog::AcceptSave); }};
 }
@@ -177,6 +105,19 @@ bool ShowOpenFileDialog(FileDialogArguments& arguments) {
 bool ShowSaveFileDialog(FileDialogArguments& arguments) {
     const std::int32_t prompt = arguments.OverwritePrompt ? kOverwritePrompt : 0;
     return Show(arguments, kHideReadOnly | prompt, fileDialogCalls.GetSaveFileName);
+}
+
+TypedName MeaningOf(const QString& typed, const QDir& folder, const QString& extension) {
+    const QString path = typed.startsWith("~/") ? QDir::homePath() + typed.mid(1) : typed;
+    const QFileInfo info(folder, path);
+    if (info.isDir()) return {.folder = info.absoluteFilePath()};
+    if (!info.dir().exists()) return {.refusal = "There is no such folder."};
+    const QString ending = '.' + extension, name = info.fileName();
+    if (name.isEmpty() || name == ending) return {.refusal = "The file needs a name."};
+    // Qt takes what is between two of them for a file of its own.
+    if (name.contains('"')) return {.refusal = "A name that is typed can't have a double quote."};
+    const bool hasEnding = extension.isEmpty() || name.endsWith(ending, Qt::CaseInsensitive);
+    return {.file = path + (hasEnding ? "" : ending)};
 }
 
 QString ProgramFolder(const QString& name) {

@@ -1,10 +1,12 @@
 // Asks the user for a file to open or to write.
 #pragma once
 
+#include <QDir>
 #include <QString>
 #include <QWidget>
 
 #include <cstdint>
+#include <string>
 
 namespace boreforge {
 
@@ -48,8 +50,16 @@ struct FileDialogCalls {
     std::int32_t (*GetOpenFileName)(FileDialogArguments& record);
     std::int32_t (*GetSaveFileName)(FileDialogArguments& record);
 };
-FileDialogCalls QtFileDialogs();
+FileDialogCalls DesktopFileDialogs();
 extern FileDialogCalls fileDialogCalls;
+
+// What a name means that was typed into a dialog that saves: a folder to enter, a file with the dialog's
+// extension, or nothing, for a reason that the user is told.
+struct TypedName {
+    QString folder{}, file{};
+    std::string refusal{};
+};
+TypedName MeaningOf(const QString& typed, const QDir& folder, const QString& extension);
 
 // The folder `name` beside the program, or the program's own folder if that doesn't exist.
 QString ProgramFolder(const QString& name);
