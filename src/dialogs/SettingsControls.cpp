@@ -1,8 +1,5 @@
 #include "dialogs/SettingsControls.h"
 
-#include <QAbstractItemView>
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
@@ -25,43 +22,14 @@ void DrawFocusFrame(QWidget& control) {
     painter.drawRect(frame);
 }
 
-// On Linux Qt's own interface returns the selected item as the name, too.
-class ListAccess : public QAccessibleWidget {
-  public:
-    explicit ListAccess(NamedList* list) : QAccessibleWidget(list, QAccessible::ComboBox), list_(list) {}
-
-    QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Value ? list_->currentText() : QAccessibleWidget::text(kind);
-    }
-    QAccessible::State state() const override {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.expandable = true;
-        state.expanded = list_->view()->isVisible();
-        return state;
-    }
-    int childCount() const override { return 1; }
-    QAccessibleInterface* child(int index) const override {
-        return index == 0 ? QAccessible::queryAccessibleInterface(list_->view()) : nullptr;
-    }
-    int indexOfChild(const QAccessibleInterface* child) const override {
-        return child->object() == list_->view() ? 0 : -1;
-    }
-    QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
-    void doAction(const QString& action) override {
-        if (!actionNames().contains(action)) return;
-        if (list_->view()->isVisible())
-            list_->hidePopup();
-        else
-            list_->showPopup();
-    }
-
-  private:
-    NamedList* list_;
-};
-
-QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
-    if (auto* const list = dynamic_cast<NamedList*>(object)) return new ListAccess(list);
-    return nullptr;
+// The frame of a sunken label.
+void DrawPanel(QWidget& control, QPainter& painter) {
+    QStyleOptionFrame frame;
+    frame.initFrom(&control);
+    frame.frameShape = QFrame::Panel;
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    control.style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, &control);
 }
 
 }  // namespace
@@ -80,12 +48,7 @@ void Swatch::ShowColor(const QColor& color) {
 void Swatch::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), color_);
-    QStyleOptionFrame frame;
-    frame.initFrom(this);
-    frame.frameShape = QFrame::Panel;
-    frame.lineWidth = 1;
-    frame.state |= QStyle::State_Sunken;
-    style()->drawControl(QStyle::CE_ShapedFrame, &frame, &painter, this);
+    DrawPanel(*this, painter);
     DrawFocusFrame(*this);
 }
 
@@ -108,9 +71,10 @@ void PercentBar::keyPressEvent(QKeyEvent* event) {
 
 void PercentBar::paintEvent(QPaintEvent* event) {
     QScrollBar::paintEvent(event);
+    QPainter painter(this);
+    DrawPanel(*this, painter);
+    painter.end();
     DrawFocusFrame(*this);
 }
-
-NamedList::NamedList(QWidget* parent) : QComboBox(parent) { QAccessible::installFactory(MakeAccess); }
 
 }  // namespace boreforge

@@ -3,7 +3,6 @@
 
 #include <QAbstractButton>
 #include <QColor>
-#include <QComboBox>
 #include <QScrollBar>
 
 namespace boreforge {
@@ -31,12 +30,6 @@ class PercentBar : public QScrollBar {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-};
-
-// A list that tells screen readers its accessible name as the name and the selected item as the value.
-class NamedList : public QComboBox {
-  public:
-    explicit NamedList(QWidget* parent);
 };
 
 }  // namespace boreforge

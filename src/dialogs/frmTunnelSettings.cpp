@@ -150,12 +150,14 @@ void frmTunnelSettings::MakeTunnelFrame() {
     lblTColor_->ShowColor(ToQColor(color_));
 
     QGroupBox* const detail = MakeFrame(settings, kFrame4, "Tunnel Curvature Detail");
-    cmbDetail_ = new NamedList(detail);
+    cmbDetail_ = new QComboBox(detail);
     SetGeometry(cmbDetail_, kDetail);
     for (const DetailChoice& choice : kDetails)
         cmbDetail_->addItem(QString::fromLatin1(choice.name.data()));
     cmbDetail_->setCurrentIndex(defaults.detailItem);
     cmbDetail_->setAccessibleName("Tunnel Curvature Detail");
+    // On Linux, Qt tells screen readers the selected item as the name.
+    cmbDetail_->setAccessibleDescription("Tunnel Curvature Detail");
     constexpr int kArrow = 30;  // logical pixels of the arrow and the frame
     texts_.push_back({cmbDetail_, "Extreme", cmbDetail_->size() - QSize(kArrow, 0)});
     tabOrder_.emplace_back(kDetail.tabIndex, cmbDetail_);

@@ -98,13 +98,16 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
 // can't, so at one device pixel per logical one nothing changes.
 void ImageSurface::DrawStrands(QPointF from, QPointF to, const ColorRGB& color) {
     const int thickness = LineThickness(penWidth_);
-    const int strands = density_ == 1 ? 1 : thickness;
     painter_.setPen(QPen(ToQColor(color), density_ == 1 ? thickness : 1, Qt::SolidLine, Qt::SquareCap));
     const QPointF delta = to - from;
     const bool flat = std::fabs(delta.x()) > std::fabs(delta.y());
-    const double half = (strands - 1) / 2.0;  // the ends reach as far as the line is thick
     const double length = flat ? std::fabs(delta.x()) : std::fabs(delta.y());
-    const QPointF reach = length > 0 ? delta * (half / length) : QPointF();
+    // Strands are side by side along an axis, so a slope needs more of them.
+    const double slope = length > 0 ? std::hypot(delta.x(), delta.y()) / length : 1;
+    const int strands = density_ == 1 ? 1 : static_cast<int>(std::lround(thickness * slope));
+    const double half = (strands - 1) / 2.0;
+    // The ends reach as far as the line is thick.
+    const QPointF reach = length > 0 ? delta * ((thickness - 1) / 2.0 / length) : QPointF();
     for (int i = 0; i < strands; ++i) {
         const QPointF aside = flat ? QPointF(0, i - half) : QPointF(i - half, 0);
         painter_.drawLine(from - reach + aside, to + reach + aside);

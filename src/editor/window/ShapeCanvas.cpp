@@ -23,9 +23,10 @@ MouseState StateOf(const QMouseEvent& event) {
 
 bool AnotherIsDown(const QMouseEvent& event) { return event.buttons() & ~event.button(); }
 
-// The selected point, for screen readers: "inside point 3 of 8, x 2.0, y 3.5".
+// The shape, for screen readers: "4 nodes, nothing selected" or "inside point 3 of 8, x 2.0, y 3.5".
 QString DescribeSelection() {
-    if (TunnelShape.SelectedNode < 0) return "nothing selected";
+    if (TunnelShape.SelectedNode < 0)
+        return QStringLiteral("%1 nodes, nothing selected").arg(TunnelShape.NodeCount());
     const auto node = static_cast<std::size_t>(TunnelShape.SelectedNode);
     const Vector3D& point =
         (TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes)[node];
@@ -49,9 +50,11 @@ void ShapeCanvas::Redraw(ShownNodes shown) {
     shown_ = shown;
     ImageSurface surface(picture_, size(), devicePixelRatioF());
     DrawTunnelShape(surface, shown);
-    setAccessibleDescription(DescribeSelection());
+    Describe();
     update();
 }
+
+void ShapeCanvas::Describe() { setAccessibleDescription(DescribeSelection()); }
 
 void ShapeCanvas::paintEvent(QPaintEvent*) {
     // The window has moved to a screen of another pixel density: draw for that one.

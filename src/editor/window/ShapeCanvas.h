@@ -17,6 +17,9 @@ class ShapeCanvas : public QWidget {
     // Draws the shape anew. The picture stays until the next call.
     void Redraw(ShownNodes shown);
 
+    // Tells screen readers what the shape is now; a redraw does, too.
+    void Describe();
+
     // `x` and `y` are canvas positions in logical pixels; `another` tells whether another button is down,
     // too.
     std::function<void(MouseButton button, float x, float y, bool another)> Pressed;

@@ -13,6 +13,8 @@ SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setMaxLength(5);
     // Pasted and dropped text bypasses keyPressEvent: allow digits and points only.
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
+    // Its menu would offer an undo under the key that undoes the shape.
+    setContextMenuPolicy(Qt::PreventContextMenu);
     // An input method would bypass it, too.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }
@@ -36,11 +38,8 @@ void SnapBox::keyPressEvent(QKeyEvent* event) {
 void SnapBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     focusByMouse_ = event->reason() == Qt::MouseFocusReason;
-    // When the box's own context menu closes or the window is activated again, keep the selection: otherwise
-    // "Cut" would remove the whole text.
-    const bool keepsSelection =
-        event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
-    if (!keepsSelection) selectAll();
+    // When the window is activated again, keep the selection.
+    if (event->reason() != Qt::ActiveWindowFocusReason) selectAll();
 }
 
 // QLineEdit would move the cursor to the click that brought the focus, and so drop the selection.

@@ -6,7 +6,7 @@
 namespace boreforge {
 
 // Accepts only characters that SnapCharacterPasses allows. Selects its whole text when it gets the focus,
-// except when its context menu closes or the window is activated again.
+// except when the window is activated again.
 class SnapBox : public QLineEdit {
   public:
     explicit SnapBox(QWidget* parent);

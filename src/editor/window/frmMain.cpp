@@ -276,10 +276,9 @@ void frmMain::OpenShape() {
 }
 
 void frmMain::OpenShapeAt(const QString& path) {
-    if (OpenShapeFile(path.toStdString(), Controls()))
-        RedrawAndFocus();
-    else
-        ShowFailure({.headline = "Error - Invalid Tunnel Shape File!"});
+    if (OpenShapeFile(path.toStdString(), Controls())) return RedrawAndFocus();
+    pbShape_->Describe();
+    ShowFailure({.headline = "Error - Invalid Tunnel Shape File!"});
 }
 
 void frmMain::SaveShape() {
