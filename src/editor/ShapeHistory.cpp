@@ -22,7 +22,7 @@ bool SamePoints(const std::vector<Vector3D>& a, const std::vector<Vector3D>& b) 
 }
 
 std::size_t BytesOf(const ShapeNodes& nodes) {
-    return (nodes.InsideNodes.size() + nodes.OutsideNodes.size()) * sizeof(Vector3D);
+    return (nodes.inside.size() + nodes.outside.size()) * sizeof(Vector3D);
 }
 
 void DropOldSteps() {
@@ -44,8 +44,8 @@ bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
     to.push_back(std::move(*ShapeHistory.present));
     ShapeHistory.present = std::move(from.back());
     from.pop_back();
-    TunnelShape.InsideNodes = std::move(nodes.InsideNodes);
-    TunnelShape.OutsideNodes = std::move(nodes.OutsideNodes);
+    TunnelShape.InsideNodes = std::move(nodes.inside);
+    TunnelShape.OutsideNodes = std::move(nodes.outside);
     TunnelShape.SelectedNode = -1;
     return true;
 }
@@ -55,8 +55,7 @@ bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
 void EndShapeStep() {
     ShapeNodes now{TunnelShape.InsideNodes, TunnelShape.OutsideNodes};  // allocate first, as above
     std::optional<ShapeNodes>& present = ShapeHistory.present;
-    if (present && !(SamePoints(present->InsideNodes, now.InsideNodes) &&
-                     SamePoints(present->OutsideNodes, now.OutsideNodes))) {
+    if (present && !(SamePoints(present->inside, now.inside) && SamePoints(present->outside, now.outside))) {
         ShapeHistory.undo.push_back(std::move(*present));
         ShapeHistory.redo.clear();
         DropOldSteps();

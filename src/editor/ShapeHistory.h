@@ -16,8 +16,7 @@ inline constexpr std::size_t kMaxUndoSteps = 1000;
 inline constexpr std::size_t kMaxUndoBytes = 64'000'000;
 
 struct ShapeNodes {
-    std::vector<Vector3D> InsideNodes;
-    std::vector<Vector3D> OutsideNodes;
+    std::vector<Vector3D> inside, outside;
 };
 
 struct ShapeHistoryState {
