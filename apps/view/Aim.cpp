@@ -91,29 +91,12 @@ std::size_t PointsWithin(const CoveredStretch& stretch, double points) {
     return static_cast<std::size_t>(std::clamp(points, 1.0, static_cast<double>(stretch.count - 1)));
 }
 
-// The lowest portal, obliquely from outside, so that both the opening and the tunnel behind it are visible.
-Aim AimAtPortal(const CameraLens& lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
-    const auto lower = [&](const CoveredStretch& one, const CoveredStretch& other) {
-        return PointOf(path, one.first).position.y < PointOf(path, other.first).position.y;
+// The tunnel whose entry is the lowest.
+const CoveredStretch& LowestOf(const std::vector<CoveredStretch>& stretches, const TrackPath& path) {
+    const auto height = [&](const CoveredStretch& stretch) {
+        return PointOf(path, stretch.first).position.y;
     };
-    constexpr double kAhead = 0.76, kAside = 0.65, kDown = 0.2;  // of the direction of view
-    const CoveredStretch stretch = *std::min_element(stretches.begin(), stretches.end(), lower);
-    const PathPoint& portal = PointOf(path, stretch.first);
-    const double roof = stretch.roof;
-    const std::size_t shown = PointsWithin(stretch, kMostShown * roof);
-    const Vec ahead = Normalized(portal.forward - kUp * portal.forward.y);
-    const Vec right = Cross(ahead, kUp);
-    // From the outside of the bend: from the other side, the portal would hide the tunnel.
-    const double turn = Dot(PointOf(path, stretch.first + shown).position - portal.position, right);
-    const Vec aside = right * (turn > 0 ? 1 : -1);
-    std::vector<Vec> points;
-    for (std::size_t i = 0; i < shown; i += 4) {
-        const PathPoint& point = PointOf(path, stretch.first + i);
-        for (const double side : {-roof, roof})
-            for (const double height : {-0.5 * roof, roof})
-                points.push_back(point.position + point.right * side + point.up * height);
-    }
-    return Frame(LookAlong({}, ahead * kAhead + aside * kAside - kUp * kDown, kUp), lens, points);
+    return *std::ranges::min_element(stretches, {}, height);
 }
 
 // The greatest distance of the path from the straight line between two of its points.
@@ -155,6 +138,27 @@ Aim AimAtWhole(const Object3DS& object, CameraLens lens) {
     return AimAtAll(object, {}, lens, kDescent);
 }
 
+Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, CameraLens lens) {
+    constexpr double kAhead = 0.76, kAside = 0.65, kDown = 0.2;  // of the direction of view
+    const PathPoint& portal = PointOf(path, tunnel.first);
+    const double roof = tunnel.roof;
+    const std::size_t shown = PointsWithin(tunnel, kMostShown * roof);
+    const Vec ahead = Normalized(portal.forward - kUp * portal.forward.y);
+    const Vec right = Cross(ahead, kUp);
+    // From the outside of the bend: from the other side, the portal would hide the tunnel.
+    const double turn = Dot(PointOf(path, tunnel.first + shown).position - portal.position, right);
+    const Vec aside = right * (turn > 0 ? 1 : -1);
+    std::vector<Vec> points;
+    for (std::size_t i = 0; i < shown; i += 4) {
+        const PathPoint& point = PointOf(path, tunnel.first + i);
+        for (const double side : {-roof, roof})
+            for (const double height : {-0.5 * roof, roof})
+                points.push_back(point.position + point.right * side + point.up * height);
+    }
+    lens.halfAngle = kSideAngle;
+    return Frame(LookAlong({}, ahead * kAhead + aside * kAside - kUp * kDown, kUp), lens, points);
+}
+
 Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens, Aim& aim) {
     constexpr double kSteep = 1.2, kShallow = 0.2;
     const std::vector<CoveredStretch> stretches = CoveredStretches(path);
@@ -169,7 +173,8 @@ Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, C
     else if (view == ViewFrom::Above)
         aim = AimAtAll(object, path, lens, kSteep);
     else
-        aim = stretches.empty() ? AimAtAll(object, {}, lens, kShallow) : AimAtPortal(lens, path, stretches);
+        aim = stretches.empty() ? AimAtAll(object, {}, lens, kShallow)
+                                : AimAtEntry(LowestOf(stretches, path), path, lens);
     return {};
 }
 

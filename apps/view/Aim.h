@@ -18,6 +18,9 @@ struct Aim {
 // The view of the whole object, with which the window starts.
 Aim AimAtWhole(const Object3DS& object, CameraLens lens);
 
+// The entry of a tunnel, obliquely from outside, so that both the opening and the tunnel are visible.
+Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, CameraLens lens);
+
 // A view for a picture. Fails if it needs a track that runs through the object and there is none.
 Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, CameraLens lens, Aim& aim);
 

@@ -38,6 +38,13 @@ double CameraLens::VerticalDegrees() const {
     return 360 / std::numbers::pi * std::atan(halfAngle * height / std::min(width, height));
 }
 
+bool CameraLens::Shows(const CameraPose& pose, const Vec& point) const {
+    const Vec offset = point - pose.eye;
+    const double ahead = Dot(offset, pose.forward), unit = PixelsPerUnit(ahead);
+    return ahead > 0 && std::fabs(Dot(offset, pose.right)) * unit < width / 2.0 &&
+           std::fabs(Dot(offset, pose.up)) * unit < height / 2.0;
+}
+
 CameraPose OrbitCamera::Pose() const {
     const Vec forward{std::sin(yaw) * std::cos(pitch), std::sin(pitch), -std::cos(yaw) * std::cos(pitch)};
     return LookAlong(target - forward * distance, forward, kUp);
@@ -59,9 +66,13 @@ void OrbitCamera::Pan(double right, double down, const CameraLens& lens) {
     target = target + (pose.up * down - pose.right * right) * (1 / lens.PixelsPerUnit(distance));
 }
 
-void OrbitCamera::Zoom(double steps) {
-    constexpr double kStep = 0.85, kNearest = 0.05, kFarthest = 1e7;
-    distance = std::clamp(distance * std::pow(kStep, steps), kNearest, kFarthest);
+void OrbitCamera::Zoom(double steps, double right, double down, const CameraLens& lens) {
+    constexpr double kStep = 0.85;
+    const CameraPose pose = Pose();
+    const double factor = std::pow(kStep, steps);
+    const Vec offset = (pose.right * right - pose.up * down) * (1 / lens.PixelsPerUnit(distance));
+    target = target + offset * (1 - factor);
+    distance *= factor;
 }
 
 void Ride::Advance(double seconds, const TrackPath& path) {

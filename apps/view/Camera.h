@@ -18,6 +18,8 @@ struct CameraLens {
 
     double PixelsPerUnit(double distance) const;  // straight ahead
     double VerticalDegrees() const;
+    // Whether a point is in the picture.
+    bool Shows(const CameraPose& pose, const Vec& point) const;
 };
 
 // The eye on a sphere around a target. Angles in radians: a yaw of zero looks along negative z, a negative
@@ -33,7 +35,9 @@ struct OrbitCamera {
     // By the distance that the mouse moved, in pixels.
     void Turn(double right, double down);
     void Pan(double right, double down, const CameraLens& lens);
-    void Zoom(double steps);
+    // `right` and `down` are the distance of the pointer from the picture's middle, in pixels: what is there
+    // stays there.
+    void Zoom(double steps, double right, double down, const CameraLens& lens);
 };
 
 // A passenger on the track.

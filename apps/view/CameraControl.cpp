@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <vector>
 
 namespace boreforge {
 
@@ -42,14 +43,42 @@ void CameraControl::Drag(double right, double down, bool pan) {
         orbit_.Turn(right, down);
 }
 
-void CameraControl::Scroll(double steps) {
+void CameraControl::Scroll(double steps, double right, double down, const Object3DS& object) {
+    constexpr double kFarthest = 4;  // times the distance that shows the whole object
     if (Ride* const ride = std::get_if<Ride>(&state_)) return ride->ChangeSpeed(steps);
     state_ = Free();
-    orbit_.Zoom(steps);
+    OrbitCamera zoomed = orbit_;
+    zoomed.Zoom(steps, right, down, lens_);
+    const CameraPose pose = zoomed.Pose();
+    const auto isShown = [&](const Vector3D& point) { return lens_.Shows(pose, ToVec(point)); };
+    const bool fits = steps > 0 ? std::ranges::any_of(object.points, isShown)
+                                : zoomed.distance < kFarthest * AimAtWhole(object, lens_).distance;
+    if (fits) orbit_ = zoomed;
 }
 
-void CameraControl::StartOrStopRide() {
-    if (!CurrentRide()) state_ = Ride();
+bool CameraControl::LookAtTunnel(int step, const TrackPath& path) {
+    const std::vector<CoveredStretch> tunnels = CoveredStretches(path);
+    if (tunnels.empty()) return false;
+    const std::size_t count = tunnels.size();
+    if (tunnel_)
+        tunnel_ = (*tunnel_ + count + static_cast<std::size_t>(step)) % count;
+    else
+        tunnel_ = step > 0 ? 0 : count - 1;
+    Take(AimAtEntry(tunnels[*tunnel_], path, lens_));
+    state_ = Free();
+    return true;
+}
+
+void CameraControl::StartOrStopRide(const TrackPath& path) {
+    constexpr double kSeconds = 4, kPointsPerUnit = 2;
+    if (!CurrentRide()) {
+        Ride ride;
+        const std::vector<CoveredStretch> tunnels = CoveredStretches(path);
+        const auto before = static_cast<std::size_t>(kSeconds * ride.speed * kPointsPerUnit) % path.size();
+        if (!tunnels.empty())
+            ride.position = static_cast<double>((tunnels[0].first + path.size() - before) % path.size());
+        state_ = ride;
+    }
     Ride& ride = std::get<Ride>(state_);
     ride.isMoving = !ride.isMoving;
 }

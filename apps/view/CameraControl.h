@@ -1,6 +1,7 @@
 // Moves the camera as the user's mouse and keys, the ride and the views for pictures tell it.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <variant>
 
@@ -24,11 +25,17 @@ class CameraControl {
 
     // By the distance that the mouse moved, in pixels. Looks around on a ride, else turns or pans.
     void Drag(double right, double down, bool pan);
-    // Changes the speed of a ride, else zooms.
-    void Scroll(double steps);
+    // Changes the speed of a ride, else zooms towards the pointer, which is `right` and `down` of the
+    // picture's middle, in pixels. A zoom ends where nothing of the object is left in the picture, or where
+    // the whole object is small in it.
+    void Scroll(double steps, double right, double down, const Object3DS& object);
 
-    // Starts a ride, stops it or goes on with it.
-    void StartOrStopRide();
+    // Shows the entry of the tunnel that is `step` tunnels further along the track than the last one. False
+    // if no tunnel of the track runs through the object.
+    bool LookAtTunnel(int step, const TrackPath& path);
+
+    // Starts a ride a few seconds before the first tunnel, stops it or goes on with it.
+    void StartOrStopRide(const TrackPath& path);
     void LeaveRide();
     void Advance(double seconds, const TrackPath& path);
     // Null if there is none.
@@ -57,6 +64,7 @@ class CameraControl {
     OrbitCamera orbit_;  // of all but a ride, after which it goes on
     CameraLens lens_;
     CameraPose aimed_;
+    std::optional<std::size_t> tunnel_;  // shown last
 };
 
 }  // namespace boreforge

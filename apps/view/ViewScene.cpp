@@ -31,7 +31,8 @@ QString HelpColumn(const char* KeyHelp::*column) {
     return lines.join('\n');
 }
 
-QString RideText(const Ride* ride, bool hasTrack) {
+QString RideText(const Ride* ride, bool hasTrack, bool isElsewhere) {
+    if (!ride && isElsewhere) return QStringLiteral("the track doesn't run through this object");
     if (!ride) return hasTrack ? QString() : QStringLiteral("no track to ride along");
     return QStringLiteral("%1 units a second%2")
         .arg(ride->speed, 0, 'f', ride->speed < 10 ? 1 : 0)
@@ -51,6 +52,7 @@ ViewScene::ViewScene() {
     properties.insert("hasTrack", false);
     properties.insert("summary", QString());
     properties.insert("problem", QString());
+    Say({});
     properties.insert("helpKeys", HelpColumn(&KeyHelp::keys));
     properties.insert("helpEffects", HelpColumn(&KeyHelp::effect));
     Switch("backFaces", true);
@@ -114,6 +116,7 @@ void ViewScene::ShowGeometry() {
     properties.insert("radius", around.radius);
     properties.insert("groundHeight", around.ground);
     properties.insert("hasTrack", !track_.empty());
+    isElsewhere_ = !track_.empty() && CoveredStretches(track_).empty();
     Switch("transparent", std::ranges::any_of(object.materials, [](const auto& material) {
                return material.transparency > 0;
            }));
@@ -141,14 +144,20 @@ void ViewScene::Drag(double right, double down, bool pan) {
     ShowCamera();
 }
 
-void ViewScene::Scroll(double steps) {
-    camera_.Scroll(steps);
+void ViewScene::Scroll(double steps, double right, double down) {
+    camera_.Scroll(steps, right, down, shown_.object);
+    ShowCamera();
+}
+
+void ViewScene::LookAtTunnel(int step) {
+    rideTimer_.stop();
+    if (!camera_.LookAtTunnel(step, track_)) Say("there is no tunnel to go to");
     ShowCamera();
 }
 
 void ViewScene::StartOrStopRide() {
     if (track_.empty()) return;
-    camera_.StartOrStopRide();
+    camera_.StartOrStopRide(track_);
     rideClock_.restart();
     if (camera_.CurrentRide()->isMoving)
         rideTimer_.start();
@@ -178,8 +187,8 @@ void ViewScene::ShowCamera() {
         properties.insert(
             "scaleBarText",
             QStringLiteral("%1 %2").arg(scale->units).arg(scale->units == 1 ? "unit" : "units"));
-    properties.insert("rideText",
-                      RideText(camera_.CurrentRide(), !track_.empty() || shown_.object.faces.empty()));
+    properties.insert("rideText", RideText(camera_.CurrentRide(),
+                                           !track_.empty() || shown_.object.faces.empty(), isElsewhere_));
     Moved();
 }
 

@@ -34,11 +34,16 @@ class ViewScene {
     void SetSize(int width, int height);
     void Fit();
     void Drag(double right, double down, bool pan);
-    void Scroll(double steps);
+    // `right` and `down`: of the picture's middle, in pixels.
+    void Scroll(double steps, double right = 0, double down = 0);
+    void LookAtTunnel(int step);
     void StartOrStopRide();  // does nothing without a track
     void LeaveRide();
     bool IsRiding() const { return camera_.CurrentRide() != nullptr; }
     CameraPose Pose() const { return camera_.Pose(track_); }
+
+    // Shows a word about what a key did, until the next one.
+    void Say(const QString& text) { properties.insert("notice", text); }
 
     // What the user can switch: "backFaces" (shown in red), "help" (the keys), and "fine" (with shadows and
     // smooth edges, which take several times as long to draw).
@@ -58,6 +63,7 @@ class ViewScene {
     std::string path_, shownPath_;  // shownPath_: of the object that was read last
     ShownObject shown_;
     TrackPath track_;
+    bool isElsewhere_ = false;  // the track doesn't run through the object
     QString objectProblem_, trackProblem_;
     WallGeometry walls_;
     RibbonGeometry rails_;

@@ -2,7 +2,6 @@
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -15,6 +14,9 @@
 #include "base/Text.h"
 #include "base/Values.h"
 #include "dialogs/DroppedFiles.h"
+#include "dialogs/MessageBoxes.h"
+#include "dialogs/mFileDialog.h"
+#include "view/PictureFile.h"
 
 namespace boreforge {
 
@@ -67,10 +69,30 @@ void ViewWindow::Open(const QString& path) {
 }
 
 void ViewWindow::AskForFile() {
-    const QString path =
-        QFileDialog::getOpenFileName(nullptr, tr("Open Object"), QString(),
-                                     tr("Objects and tracks (*.3ds *.3DS *.zrtrack);;All files (*)"));
-    if (!path.isEmpty()) Open(path);
+    FileDialogArguments arguments;
+    arguments.DialogTitle = "Open Object or Track...";
+    arguments.Filter = "Objects and Tracks (*.3ds *.3DS *.zrtrack)|*.3ds;*.3DS;*.zrtrack|All Files (*)|*";
+    arguments.InitialFolder = FolderOfObject();
+    arguments.FileMustExist = true;
+    if (ShowOpenFileDialog(arguments)) Open(arguments.FileName);
+}
+
+void ViewWindow::AskForPicture() {
+    FileDialogArguments arguments;
+    arguments.DialogTitle = "Save Picture As...";
+    arguments.Filter = "Pictures (*.png)|*.png";
+    arguments.DefaultExtension = "png";
+    arguments.InitialFolder = FolderOfObject();
+    arguments.OverwritePrompt = true;
+    if (!ShowSaveFileDialog(arguments)) return;
+    const Outcome saved = SavePicture(arguments.FileName.toStdString(), scene_, width(), height());
+    if (!saved) return ShowFailure(saved.Why());
+    scene_.Say("saved " + arguments.FileTitle);
+}
+
+QString ViewWindow::FolderOfObject() const {
+    const QFileInfo object(QString::fromStdString(scene_.ObjectPath()));
+    return scene_.ObjectPath().empty() ? ProgramFolder("objects") : object.absolutePath();
 }
 
 // Leaves out shadows and smooth edges at first and while the camera moves: the first picture appears sooner,
@@ -138,7 +160,8 @@ void ViewWindow::mouseMoveEvent(QMouseEvent* event) {
 
 void ViewWindow::wheelEvent(QWheelEvent* event) {
     constexpr double kNotch = 120;
-    scene_.Scroll(event->angleDelta().y() / kNotch);
+    const QPointF fromMiddle = event->position() - QPointF(width() / 2.0, height() / 2.0);
+    scene_.Scroll(event->angleDelta().y() / kNotch, fromMiddle.x(), fromMiddle.y());
 }
 
 void ViewWindow::UpOrDown(int up, bool pans) {
@@ -149,6 +172,7 @@ void ViewWindow::UpOrDown(int up, bool pans) {
 }
 
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
+    scene_.Say({});
     const bool pans = event->modifiers() & Qt::ShiftModifier;
     switch (event->key()) {
         case Qt::Key_F:
@@ -157,6 +181,16 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_B:
             scene_.Switch("backFaces", !scene_.IsOn("backFaces"));
+            scene_.Say(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
+            break;
+        case Qt::Key_N:
+            scene_.LookAtTunnel(1);
+            break;
+        case Qt::Key_P:
+            scene_.LookAtTunnel(-1);
+            break;
+        case Qt::Key_S:
+            AskForPicture();
             break;
         case Qt::Key_Space:
             scene_.StartOrStopRide();
@@ -186,6 +220,7 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             UpOrDown(-1, pans);
             break;
         case Qt::Key_Plus:
+        case Qt::Key_Equal:
             scene_.Scroll(1);
             break;
         case Qt::Key_Minus:

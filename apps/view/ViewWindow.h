@@ -25,6 +25,7 @@ class ViewWindow : public QQuickView {
     // Opens a file, or asks for one.
     void Open(const QString& path);
     void AskForFile();
+    void AskForPicture();
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -37,6 +38,7 @@ class ViewWindow : public QQuickView {
   private:
     void DrawPlainlyWhileMoving();
     void UpOrDown(int up, bool pans);  // an arrow key, 1 for up, -1 for down
+    QString FolderOfObject() const;    // where the dialogs start
     void Watch();
     void Reload();
     void ShowTitle();

@@ -6,7 +6,9 @@
 #include <tuple>
 
 #include "base/Text.h"
+#include "dialogs/Desktop.h"
 #include "dialogs/StartMessages.h"
+#include "editor/window/Icons.h"
 #include "platform/Paths.h"
 #include "platform/Signals.h"
 #include "version.h"
@@ -70,10 +72,12 @@ int Run(const ViewOptions& options, char* program) {
     QSurfaceFormat::setDefaultFormat(format);
     int count = 1;
     char* arguments[] = {program, nullptr};
+    PrepareDesktop();
     ExplainMissingDisplay("boreforge-view", "without one, run it with: xvfb-run -a boreforge-view ...");
     QApplication application(count, arguments);
     qInstallMessageHandler(nullptr);
     QApplication::setApplicationName("boreforge-view");
+    QApplication::setWindowIcon(IconOf("boreforge"));
     QApplication::setDesktopFileName("org.zephyrail.boreforge.view");
     QApplication::setApplicationVersion(kVersion);
     return options.picture.empty() ? ShowWindow(options) : MakePicture(options);

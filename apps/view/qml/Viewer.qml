@@ -140,6 +140,7 @@ Item {
         visible: !root.picture
         text: (root.empty ? "Drop an object here, or press O" : root.scene.summary) +
               (root.scene.rideText ? "  ·  " + root.scene.rideText : "") +
+              (root.scene.notice ? "  ·  " + root.scene.notice : "") +
               "  ·  F1: help"
     }
     Bar {
