@@ -44,15 +44,17 @@ void CameraControl::Drag(double right, double down, bool pan) {
 }
 
 void CameraControl::Scroll(double steps, double right, double down, const Object3DS& object) {
-    constexpr double kFarthest = 4;  // times the distance that shows the whole object
+    constexpr double kNearest = 0.01, kFarthest = 4;  // times the distance that shows the whole object
     if (Ride* const ride = std::get_if<Ride>(&state_)) return ride->ChangeSpeed(steps);
     state_ = Free();
     OrbitCamera zoomed = orbit_;
     zoomed.Zoom(steps, right, down, lens_);
     const CameraPose pose = zoomed.Pose();
     const auto isShown = [&](const Vector3D& point) { return lens_.Shows(pose, ToVec(point)); };
-    const bool fits = steps > 0 ? std::ranges::any_of(object.points, isShown)
-                                : zoomed.distance < kFarthest * AimAtWhole(object, lens_).distance;
+    const double whole = AimAtWhole(object, lens_).distance;
+    const bool fits = steps > 0
+                          ? zoomed.distance > kNearest * whole && std::ranges::any_of(object.points, isShown)
+                          : zoomed.distance < kFarthest * whole;
     if (fits) orbit_ = zoomed;
 }
 

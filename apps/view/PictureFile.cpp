@@ -2,7 +2,6 @@
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QImage>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
@@ -21,10 +20,8 @@
 
 namespace boreforge {
 
-namespace {
-
-// The window's content, drawn into an image. Null if OpenGL isn't available.
-QImage Draw(ViewScene& scene, QSize size) {
+QImage DrawPicture(ViewScene& scene, int width, int height) {
+    const QSize size(width, height);
     QOpenGLContext context;
     context.setFormat(QSurfaceFormat::defaultFormat());
     QOffscreenSurface surface;
@@ -63,10 +60,8 @@ QImage Draw(ViewScene& scene, QSize size) {
     return image;
 }
 
-}  // namespace
-
-Outcome SavePicture(const std::string& path, ViewScene& scene, int width, int height) {
-    QImage image = Draw(scene, QSize(width, height)).convertToFormat(QImage::Format_RGB888);
+Outcome SavePicture(const std::string& path, QImage image) {
+    image = image.convertToFormat(QImage::Format_RGB888);
     image.setDotsPerMeterX(3780);  // 96 dpi on every machine, so that the bytes are the same
     image.setDotsPerMeterY(3780);
     QByteArray bytes;

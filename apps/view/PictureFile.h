@@ -1,5 +1,7 @@
-// Draws one picture and saves it, without showing a window.
+// Draws pictures without showing a window, and saves them.
 #pragma once
+
+#include <QImage>
 
 #include <string>
 
@@ -8,7 +10,10 @@
 
 namespace boreforge {
 
-// If the picture can't be drawn or written, an existing file is unchanged.
-Outcome SavePicture(const std::string& path, ViewScene& scene, int width, int height);
+// The scene in a picture of this size, in pixels; null if it can't be drawn.
+QImage DrawPicture(ViewScene& scene, int width, int height);
+
+// Writes a picture as PNG. Fails if it is null. A failure leaves an existing file unchanged.
+Outcome SavePicture(const std::string& path, QImage image);
 
 }  // namespace boreforge

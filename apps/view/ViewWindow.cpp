@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QQuickItem>
 #include <QResizeEvent>
 #include <QWheelEvent>
 
@@ -85,7 +86,11 @@ void ViewWindow::AskForPicture() {
     arguments.InitialFolder = FolderOfObject();
     arguments.OverwritePrompt = true;
     if (!ShowSaveFileDialog(arguments)) return;
-    const Outcome saved = SavePicture(arguments.FileName.toStdString(), scene_, width(), height());
+    // Without the bars, as --save draws it.
+    rootObject()->setProperty("picture", true);
+    const QImage picture = grabWindow();
+    rootObject()->setProperty("picture", false);
+    const Outcome saved = SavePicture(arguments.FileName.toStdString(), picture);
     if (!saved) return ShowFailure(saved.Why());
     scene_.Say("saved " + arguments.FileTitle);
 }

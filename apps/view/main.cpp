@@ -42,7 +42,9 @@ int MakePicture(const ViewOptions& options) {
         CheckPicturePath(options)
             .Then([&] { return OpenFiles(options, scene).With(nothingToDraw); })
             .Then([&] { return scene.LookFrom(options.from).With(nothingToDraw); })
-            .Then([&] { return SavePicture(options.picture, scene, options.width, options.height); });
+            .Then([&] {
+                return SavePicture(options.picture, DrawPicture(scene, options.width, options.height));
+            });
     return made ? kDone : Fail(made.Why());
 }
 

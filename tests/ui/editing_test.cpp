@@ -156,17 +156,18 @@ static bool IsTaken(QWidget& over, const QStringList& urls) {
 }
 
 TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
-    const QString folder = QString::fromStdString(In("")), here = "file://" + folder;
+    const QString folder = QString::fromStdString(In("")), path = QUrl::fromLocalFile(folder).path(),
+                  here = "file://" + path;
     const struct {
         QStringList urls;
         bool taken;
     } cases[] = {{{here + "a.zrbf"}, true},
                  {{here + "B.ZRBF"}, true},
                  {{here + "c.zrtrack"}, true},
-                 {{"file://localhost" + folder + "a.zrbf"}, true},
-                 {{"file://" + QSysInfo::machineHostName() + folder + "a.zrbf"}, true},
-                 {{"file://elsewhere" + folder + "a.zrbf"}, false},
-                 {{"http://localhost" + folder + "a.zrbf"}, false},
+                 {{"file://localhost" + path + "a.zrbf"}, true},
+                 {{"file://" + QSysInfo::machineHostName() + path + "a.zrbf"}, true},
+                 {{"file://elsewhere" + path + "a.zrbf"}, false},
+                 {{"http://localhost" + path + "a.zrbf"}, false},
                  {{here + "d.txt"}, false},
                  {{here + "zrbf"}, false},
                  {{here + "folder.zrbf"}, false},
