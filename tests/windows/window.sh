@@ -29,7 +29,7 @@ click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
 # answer TITLE NAME: types a path into a file dialog.
 answer() {
     use "$1"
-    xdotool type --delay 20 "Z:$2"
+    xdotool type --delay 20 "$(printf 'Z:%s' "$2" | tr / '\\')"
     xdotool key Return
     try gone "$1"
 }
@@ -49,10 +49,10 @@ use "Zephyrail Boreforge"
 click 98 15
 answer "Open Track File" "$work/track.zrtrack"
 use "3DS Tunnel Settings"
-click 310 254
+xdotool key Tab Tab space  # "Make"
 answer "Save Tunnel as 3DS Object" "$work/tube"
 try gone "3DS Tunnel Settings"
-xdotool windowclose "$main"
+wmctrl -c "Zephyrail Boreforge"
 wait "$program"
 program=""
 
