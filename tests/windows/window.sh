@@ -29,7 +29,7 @@ click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
 # answer TITLE NAME: types a path into a file dialog.
 answer() {
     use "$1"
-    xdotool type --delay 20 "$(printf 'Z:%s' "$2" | tr / '\\')"
+    xdotool type --delay 20 "$(printf 'Z:%s' "$2" | tr / '\134')"
     xdotool key Return
     try gone "$1"
 }
