@@ -66,6 +66,8 @@ void RequireExtension(const std::string& path, std::string_view extension) {
 // TRACK OUTPUT
 BatchJob SingleJob(const BatchOptions& options) {
     if (options.otherFiles.empty()) throw CLI::RequiredError("OUTPUT");
+    if (HasExtension(options.otherFiles[0], kTrackExtension))
+        throw CLI::ValidationError("several tracks need --output-folder");
     RequireExtension(options.otherFiles[0], kObjectExtension);
     if (options.otherFiles.size() > 1)
         throw CLI::ExtrasError({options.otherFiles.begin() + 1, options.otherFiles.end()});
@@ -101,8 +103,9 @@ void AddFileOptions(CLI::App& application, BatchOptions& options) {
         .add_option("OUTPUT", options.otherFiles, "The object to write; with --output-folder: further tracks")
         ->type_name("FILE.3ds");
     AddPath(application, "--output-folder", options.outputFolder, "FOLDER",
-            "Write each track's object and the changed track there")
+            "Write each track's object and the changed track there; the folder is made if needed")
         ->group("Files");
+    application.add_flag("--strict", options.strict, "Fail where there would be a warning")->group("Files");
     application.add_flag("--dry-run", options.dryRun, "Say what would be made, but write nothing")
         ->group("Files");
 }

@@ -28,6 +28,7 @@ struct BatchOptions {
     TunnelChoices choices;
     bool noTrack = false;
     bool dryRun = false;
+    bool strict = false;  // a warning is a failure
 };
 
 // Adds the options to `application`, which fills `options` when it parses a command line.

@@ -1,7 +1,9 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "base/Text.h"
 #include "batch/BatchOptions.h"
@@ -25,6 +27,12 @@ ExitStatus FailToRead(const Failure& failure, const std::string& path) {
     return kFailed;
 }
 
+// False with --strict, where a warning is a failure.
+bool Warn(const BatchOptions& options, const std::string& text) {
+    PrintError("Warning: " + text);
+    return !options.strict;
+}
+
 ExitStatus PrepareShape(const BatchOptions& options) {
     ResetTunnelShape();
     if (options.shape.empty()) {
@@ -33,9 +41,10 @@ ExitStatus PrepareShape(const BatchOptions& options) {
         const Failure context = {.headline = "Error - Invalid Tunnel Shape File!"};
         return FailToRead(loaded.With(context).Why(), options.shape);
     }
+    ExitStatus status = kDone;
     for (const std::string& warning : ShapeWarnings(TunnelShape, options.choices.doubleSided))
-        PrintError("Warning: " + warning);
-    return kDone;
+        if (!Warn(options, warning)) status = kFailed;
+    return status;
 }
 
 // "1 object", "2 objects"
@@ -43,15 +52,15 @@ std::string Count(std::int64_t count, const std::string& thing) {
     return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
-void WarnOfLosses(const std::string& track) {
+bool WarnOfLosses(const BatchOptions& options, const std::string& track) {
     std::string lost;
     if (TrackOnDisk.foreignChunks > 0)
         lost = Count(TrackOnDisk.foreignChunks, "chunk") + " of an unknown kind";
     if (TrackOnDisk.bytesAfterEnd > 0)
         lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.bytesAfterEnd, "byte") +
                 " after the last chunk";
-    if (!lost.empty())
-        PrintError("Warning: " + OneLine(track) + " has " + lost + "; the saved track won't have them.");
+    return lost.empty() ||
+           Warn(options, OneLine(track) + " has " + lost + "; the saved track won't have them.");
 }
 
 void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {
@@ -75,12 +84,22 @@ Outcome MakeObject(const BatchOptions& options, const BatchJob& job) {
 
 ExitStatus RunJob(const BatchOptions& options, const BatchJob& job) {
     if (const Outcome opened = OpenTrack(job.track); !opened) return FailToRead(opened.Why(), job.track);
-    if (!options.noTrack) WarnOfLosses(job.track);
+    if (!options.noTrack && !WarnOfLosses(options, job.track)) return kFailed;
     if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
     const std::int32_t tunnels = CountTunnels();
     if (const Outcome made = MakeObject(options, job); !made) return Fail(made.Why());
     PrintSummary(tunnels, job.object, !options.dryRun);
     return kDone;
+}
+
+// The output folder, if it isn't there yet.
+Outcome MakeFolder(const BatchOptions& options) {
+    const std::string& path = options.outputFolder;
+    std::error_code error;
+    if (!path.empty() && !options.dryRun)
+        std::filesystem::create_directory(std::u8string(path.begin(), path.end()), error);
+    if (!error) return {};
+    return Failure{.headline = "Error - The Folder Can't Be Made!", .path = path, .reason = error.message()};
 }
 
 int RunBatch(const BatchOptions& options) {
@@ -89,6 +108,7 @@ int RunBatch(const BatchOptions& options) {
         return kWrongUsage;
     }
     if (PrepareShape(options) != kDone) return kFailed;
+    if (const Outcome made = MakeFolder(options); !made) return Fail(made.Why());
     int status = kDone;
     for (const BatchJob& job : options.jobs) {
         if (RunJob(options, job) == kDone) continue;

@@ -26,6 +26,9 @@ int ParseAndWork(CLI::App& application, int count, char** arguments, const std::
     application.set_version_flag("--version", name + " " + kVersion, "Print the version and exit");
     try {
         std::vector<std::string> texts = ProgramArguments(count, arguments);
+        for (const std::string& text : texts)  // CLI11 would take the next text as the value
+            if (text.starts_with("--") && text.find('=') == text.size() - 1)
+                throw CLI::ValidationError(text.substr(0, text.size() - 1) + " has no value");
         std::ranges::reverse(texts);  // as CLI11 takes them
         application.parse(std::move(texts));
     } catch (const CLI::Success& request) {

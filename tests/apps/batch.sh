@@ -60,7 +60,6 @@ unchanged
 
 # Several tracks: one that fails stops no other.
 printf '' >bad.zrtrack
-mkdir made
 run 1 t.zrtrack bad.zrtrack u.zrtrack --output-folder made
 is_in err "Failed: bad.zrtrack"
 same made/u.3ds d/o.3ds
@@ -77,11 +76,13 @@ run 0 private.zrtrack alone.3ds --no-track
 run 0 private.zrtrack placed.3ds
 [ "$(stat -c %a alone.3ds placed.3ds | uniq)" = 600 ] || fail "the objects of a private track are not private"
 
-# Warnings.
+# Warnings; with --strict nothing is written.
 cp t.zrtrack long.zrtrack
 printf 'abc' >>long.zrtrack
 run 0 long.zrtrack o.3ds --dry-run
 is_in err "Warning: long.zrtrack has 3 bytes after the last chunk; the saved track won't have them."
+run 1 long.zrtrack strict.3ds --strict
+absent strict.3ds
 run 0 long.zrtrack none.3ds --no-track
 [ ! -s err ] || fail "a warning of what isn't saved"
 printf 'ZRBF\0\0\0\0' >empty.zrbf
@@ -130,10 +131,12 @@ refuse 1 "|Too many levels of symbolic links.|" t.zrtrack ring.3ds
 
 # Wrong usage: the status is 2.
 refuse 2 "OUTPUT is required" t.zrtrack
-refuse 2 "'u.zrtrack' doesn't end in .3ds" t.zrtrack u.zrtrack
+refuse 2 "'o.png' doesn't end in .3ds" t.zrtrack o.png
 refuse 2 "doesn't end in .3ds" t.zrtrack .3ds
 refuse 2 "'u' doesn't end in .zrtrack" t.zrtrack o.3ds --track-out u
 refuse 2 "not expected: third" t.zrtrack o.3ds third
+refuse 2 "several tracks need --output-folder" t.zrtrack u.zrtrack
+refuse 2 "--shape has no value" t.zrtrack o.3ds --shape= s.zrbf
 refuse 2 "two tracks have the name 't'" t.zrtrack u.zrtrack a/t.zrtrack --output-folder .
 refuse 2 "'o.3ds' doesn't end in .zrtrack" t.zrtrack o.3ds --output-folder .
 refuse 2 "excludes" t.zrtrack --output-folder . --track-out x.zrtrack
