@@ -40,13 +40,13 @@ program=$!
 use "Zephyrail Boreforge"
 main=$window
 # The key of "=" zooms in and the keypad's minus out again. Then a node at (1, 4), moved to (1.5, 4) and mirrored.
-# A program that has just started takes its first events late, and keys later than clicks.
+# A program that has just started takes its first events late, and wine may take a press where the mouse is by then.
 sleep 2
 xdotool key equal key KP_Subtract
 sleep 1
 click 446 99
 sleep 1
-xdotool mousedown 1 mousemove --window "$main" 471 99 mouseup 1 key m
+xdotool mousedown 1 sleep 1 mousemove --window "$main" 471 99 sleep 1 mouseup 1 sleep 1 key m
 click 66 15
 answer "Save Tunnel Shape As" "$work/shape"
 use "Zephyrail Boreforge"
