@@ -17,7 +17,7 @@ namespace {
 bool MakeObject(const std::string& path) {
     return LoadTunnelShape(BOREFORGE_PROJECT "/elements/horseshoe.zrbf") &&
            OpenTrack(BOREFORGE_PROJECT "/tracks/small-circuit.zrtrack") &&
-           BuildTunnelObject(DeriveJobSettings({}, path)) && WriteTunnelObject(path);
+           RunTunnelJob(DeriveJobSettings({}, path), {.leavesTrack = true});
 }
 
 // Runs this program with an argument.

@@ -22,10 +22,11 @@ void Append(std::string& text, const std::string& separator, const std::string& 
 }  // namespace
 
 std::string Failure::Text() const {
-    std::string body = OneLine(path), text = headline;
+    std::string body = OneLine(path), end = consequence, text = headline;
     Append(body, "\n", reason);
+    Append(end, " ", advice);
     Append(text, "\n\n", body);
-    Append(text, "\n\n", consequence);
+    Append(text, "\n\n", end);
     return text;
 }
 
@@ -36,6 +37,7 @@ Outcome Outcome::With(const Failure& context) const {
     FillIn(failure.path, context.path);
     FillIn(failure.reason, context.reason);
     FillIn(failure.consequence, context.consequence);
+    FillIn(failure.advice, context.advice);
     return failure;
 }
 

@@ -21,11 +21,13 @@ struct Failure {
     std::string headline = {};     // "Error - The Track Can't Be Saved!"
     std::string path = {};         // of the file
     std::string reason = {};       // a sentence: "No space left on device."
-    std::string consequence = {};  // what was not done, and what to do now: "Nothing was written."
+    std::string consequence = {};  // what was or was not done: "Nothing was written."
+    std::string advice = {};       // what to do now in the window: "Open the track again."
     Problem problem = Problem::Other;
     bool isNotice = false;  // nothing went wrong, but there was nothing to do
 
-    // All of it in paragraphs: the headline, the path with the reason below it, the consequence.
+    // All of it in paragraphs: the headline, the path with the reason below it, the consequence with the
+    // advice.
     std::string Text() const;
 };
 

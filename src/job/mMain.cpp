@@ -92,15 +92,17 @@ void ModifyTrack(const TunnelJobSettings& settings) {
     if (settings.PlaceObject) PlaceObjectInTrack(settings.OutputPath);
 }
 
-// When the user reads a message, the settings dialog has closed, so the message says how to get back there.
-constexpr char kOtherName[] = "Nothing was written. Open the track again and choose another name.";
+constexpr char kNothing[] = "Nothing was written.";
+// When the user reads a message, the settings dialog has closed, so the advice says how to get back there.
+constexpr char kOtherName[] = "Open the track again and choose another name.";
 constexpr char kLessDetail[] =
-    "Nothing was written. Open the track again and choose less detail, or use a shape with fewer nodes.";
+    "Open the track again and choose less detail, or use a shape with fewer nodes.";
 
-const Failure kNoMemory = {.headline = "Error - Not Enough Memory for This Tunnel!",
-                           .consequence = kLessDetail};
+const Failure kNoMemory = {
+    .headline = "Error - Not Enough Memory for This Tunnel!", .consequence = kNothing, .advice = kLessDetail};
 const Failure kTooLarge = {.headline = "Error - The Tunnel Is Too Large for a 3DS File!",
-                           .consequence = kLessDetail};
+                           .consequence = kNothing,
+                           .advice = kLessDetail};
 const Failure kNoPath = {
     .headline = "Error - The Track's Path Can't Be Followed!",
     .consequence =
@@ -111,10 +113,11 @@ const Failure kNoPath = {
 Outcome ExplainObject(const Outcome& outcome, const std::string& path) {
     if (outcome) return outcome;
     const bool noAccess = outcome.Why().problem == Problem::NoAccess;
-    const std::string advice = noAccess ? " Open it again and save the object in a folder of your own." : "";
-    return outcome.With({.headline = "Error - The 3DS Object Can't Be Written!",
-                         .path = path,
-                         .consequence = "The track was not changed." + advice});
+    return outcome.With(
+        {.headline = "Error - The 3DS Object Can't Be Written!",
+         .path = path,
+         .consequence = "The track was not changed.",
+         .advice = noAccess ? "Open it again and save the object in a folder of your own." : ""});
 }
 
 // The same for the track's file; `state` says what was written.
@@ -124,14 +127,14 @@ Outcome ExplainTrack(const Outcome& outcome, const std::string& state) {
     switch (failure.problem) {
         case Problem::Changed:
             failure = {.headline = "Error - The Track Was Changed by Another Program!",
-                       .consequence = state + " Open the track again and make the object once more."};
+                       .advice = "Open the track again and make the object once more."};
             break;
         case Problem::InUse:
             failure = {.headline = "Error - The Track Is in Use by Another Program!",
-                       .consequence = state + " Open the track again when that program has finished."};
+                       .advice = "Open the track again when that program has finished."};
             break;
         case Problem::NoAccess:
-            failure.consequence = state + " Copy the track to a folder of your own and open it there.";
+            failure.advice = "Copy the track to a folder of your own and open it there.";
             break;
         case Problem::Other:
             break;
@@ -143,7 +146,7 @@ Outcome ExplainTrack(const Outcome& outcome, const std::string& state) {
 SaveRules ObjectRules() {
     SaveRules rules;
     rules.mayReplace = [](std::string_view beginning) {
-        return MayReplace(beginning, "").With({.consequence = kOtherName});
+        return MayReplace(beginning, "").With({.consequence = kNothing, .advice = kOtherName});
     };
     if (!TrackOnDisk.path.empty()) rules.like = &TrackOnDisk.state;
     return rules;
@@ -155,14 +158,16 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
     if (!TrackTraced) return kNoPath;
     if (SameFile(path, TrackSavePath(TrackFilePath)))
         return Failure{.headline = "Error - The 3DS Object Would Replace the Track!",
-                       .consequence = kOtherName};
+                       .consequence = kNothing,
+                       .advice = kOtherName};
     if (settings.PlaceObject && !ObjectNameInTrack(path))
         return Failure{.headline = "Error - The Object's Name Can't Be Put into the Track!",
                        .path = path,
                        .consequence =
                            "The texts in a track can hold only Western European characters "
                            "(Windows-1252). " +
-                           std::string(kOtherName)};
+                           std::string(kNothing),
+                       .advice = kOtherName};
     return IsTooLarge(settings) ? kTooLarge : Outcome();
 }
 
@@ -187,25 +192,30 @@ Outcome WithTunnels(const TunnelJobSettings& settings, const Work& work) {
 
 // Both files are complete on the disk before either is put in its place, and the object is in its place for
 // good before the track names it.
-Outcome MakeFiles(const TunnelJobSettings& settings) {
-    constexpr char kNothing[] = "Nothing was written.";
+Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
     const std::string path = settings.OutputPath;
     OutputFile object;
     TrackSave track;
-    return CheckJob(settings)
-        .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
-        .Then([&] { return ExplainTrack(track.Open(TrackFilePath), kNothing); })
-        .Then([&] { return Build(settings); })
-        .Then(
-            [&] { return ExplainObject(Write3DSFile(object).Then([&] { return object.Complete(); }), path); })
-        .Then([&] {
-            ModifyTrack(settings);
-            return ExplainTrack(track.Write(), kNothing);
-        })
+    const auto trackStep = [&](const auto& step, const std::string& state) {
+        return limits.leavesTrack ? Outcome() : ExplainTrack(step(), state);
+    };
+    const Outcome built =
+        CheckJob(settings)
+            .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
+            .Then([&] { return trackStep([&] { return track.Open(TrackFilePath); }, kNothing); })
+            .Then([&] { return Build(settings); });
+    if (!built || limits.writesNothing) return built;
+    const auto writeTrack = [&] {
+        ModifyTrack(settings);
+        return track.Write();
+    };
+    return ExplainObject(Write3DSFile(object).Then([&] { return object.Complete(); }), path)
+        .Then([&] { return trackStep(writeTrack, kNothing); })
         .Then([&] { return ExplainObject(object.PutInPlace(), path); })
         .Then([&] { return ExplainObject(object.FlushFolder(), path); })
         .Then([&] {
-            return ExplainTrack(track.PutInPlace(), "The 3DS object was written; the track was not saved.");
+            return trackStep([&] { return track.PutInPlace(); },
+                             "The 3DS object was written; the track was not saved.");
         });
 }
 
@@ -232,16 +242,8 @@ Outcome OpenTrack(const std::string& path) {
     return traced;
 }
 
-Outcome BuildTunnelObject(const TunnelJobSettings& settings) {
-    return WithTunnels(settings, [&] { return CheckJob(settings).Then([&] { return Build(settings); }); });
-}
-
-Outcome WriteTunnelObject(const std::string& path) {
-    return WithinMemory([&] { return ExplainObject(Save3DSFile(path, ObjectRules()), path); }, kNoMemory);
-}
-
-Outcome RunTunnelJob(const TunnelJobSettings& settings) {
-    return WithTunnels(settings, [&] { return MakeFiles(settings); });
+Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits) {
+    return WithTunnels(settings, [&] { return MakeFiles(settings, limits); });
 }
 
 }  // namespace boreforge

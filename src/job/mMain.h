@@ -21,6 +21,12 @@ Outcome OpenTrack(const std::string& path);
 // The number of tunnel segments of the open track.
 std::int32_t CountTunnels();
 
+// What a job leaves out. Without limits it does everything.
+struct JobLimits {
+    bool leavesTrack = false;    // the track is neither saved nor changed in memory
+    bool writesNothing = false;  // every refusal and the model in the store, but no file
+};
+
 // Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
 // writes the object to OutputPath and the track to TrackFilePath. It fails, before the first write,
 // - without words, when no track is open,
@@ -32,11 +38,7 @@ std::int32_t CountTunnels();
 // - when either file can't be replaced where it is.
 // If writing fails later, the track is unchanged, but the object may already have been replaced. The track
 // in memory may then be changed, so it has to be opened again.
-Outcome RunTunnelJob(const TunnelJobSettings& settings);
-
-// The two parts of the job that don't change the track, not even in memory. The first builds the tunnel in
-// the model store and writes nothing; it fails if the job would refuse. The second writes the object.
-Outcome BuildTunnelObject(const TunnelJobSettings& settings);
-Outcome WriteTunnelObject(const std::string& path);
+// The limits leave out steps, and what would be refused for their sake.
+Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits = {});
 
 }  // namespace boreforge

@@ -288,11 +288,11 @@ void frmMain::SaveShape() {
     const std::string path = arguments.FileName.toStdString();
     if (const Outcome saved = SaveTunnelShape(path); !saved) {
         const bool isElsewhere = saved.Why().problem == Problem::NoAccess;
-        const std::string advice = isElsewhere ? " Save it in a folder of your own." : "";
         ShowFailure(saved
                         .With({.headline = "Error - The Tunnel Shape Can't Be Saved!",
                                .path = path,
-                               .consequence = "The shape is still open." + advice})
+                               .consequence = "The shape is still open.",
+                               .advice = isElsewhere ? "Save it in a folder of your own." : ""})
                         .Why());
     }
     RedrawAndFocus();
