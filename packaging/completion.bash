@@ -3,7 +3,7 @@
 
 # Prints each argument or option of a help text with its value, as in "--shape FILE.zrbf".
 _boreforge_values() {
-    sed -nE 's/^  ([A-Z]+|--[a-z-]+) ([A-Za-z0-9.,#|]+)( .*)?$/\1 \2/p' <<<"$1"
+    sed -nE 's/^  ([A-Z]+|--[a-z-]+) ([A-Za-z0-9.,#|-]+)( .*)?$/\1 \2/p' <<<"$1"
 }
 
 _boreforge() {

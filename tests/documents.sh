@@ -1,6 +1,6 @@
 #!/bin/sh
 # Checks the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
-# includes in src/, without a cycle, the viewer's keys are the same everywhere, the manual pages have every option, the
+# includes in src/, without a cycle, the viewer's keys are the same everywhere, the manual pages have every option and key, the
 # guide has every message and no other, and every link leads to a file.
 #   documents.sh PROJECT PROGRAMS     (the folder of the programs)
 set -eu
@@ -50,6 +50,25 @@ for program in boreforge-batch boreforge-check boreforge-view; do
         sed 's/\\//g' "docs/$program.1" | grep -qe "$option" || { echo "docs/$program.1 lacks $option"; exit 1; }
     done
 done
+
+# The keys of the programs' JSON and those of the manual pages' section.
+for program in batch check; do
+    grep -rhoE 'Field\("[a-zA-Z]+"' apps/$program | cut -d'"' -f2 | sort -u >"$work/keys"
+    [ -s "$work/keys" ] || { echo "boreforge-$program has no keys."; exit 1; }
+    sed -n '/^\.SH JSON/,/^\.SH FILES/{s/^\.BR\{0,1\} //;T;s/" *, *"/ /g;s/" and "/ /;p}' docs/boreforge-$program.1 |
+        tr -d '",' | tr ' ' '\n' | grep -v -e '^$' -e '^[\]' | sort -u >"$work/manual-keys"
+    diff "$work/keys" "$work/manual-keys" || { echo "<: key of boreforge-$program, >: key of its page"; exit 1; }
+done
+
+# The guide's table of the sample shapes against what the batch program measures.
+# shellcheck disable=SC2016
+sed -n 's/^| `\([a-z-]*\)` | \([0-9.]*\) | \([0-9.]*\) | \([0-9.]*\) |.*/\1 \2 \3 \4/p' docs/guide.md >"$work/table"
+for shape in elements/*.zrbf; do
+    name=$(basename "$shape" .zrbf)
+    "$programs/boreforge-batch" tracks/small-circuit.zrtrack "$work/o.3ds" --dry-run --json --preset "$name" |
+        sed -n "s/.*\"clearWidth\": \(.*\), \"clearHeight\": \(.*\), \"clearAroundPath\": \(.*\), \"tracks.*/$name \1 \2 \3/p"
+done >"$work/measured"
+diff "$work/table" "$work/measured" || { echo "<: the guide's table of shapes, >: measured"; exit 1; }
 
 # The messages in the guide's tables begin with a text of the source, after a name ('...'), if they have one.
 texts() { grep -rhoE '"[^"]*"' src apps --include=*.cpp | tr -d '"'; }

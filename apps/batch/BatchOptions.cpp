@@ -9,6 +9,7 @@
 
 #include "base/FileTags.h"
 #include "base/Text.h"
+#include "batch/SampleShapes.h"
 
 namespace boreforge {
 
@@ -48,11 +49,17 @@ std::optional<std::int32_t> ParseDetail(const std::string& text) {
     return static_cast<std::int32_t>(found - std::begin(kDetails));
 }
 
-std::optional<PresetShape> ParsePreset(const std::string& text) {
-    const std::string name = ToLowerAscii(text);
-    if (name == "box") return kPresetBox;
-    if (name == "rounded") return kPresetRounded;
-    return std::nullopt;
+std::optional<std::string_view> ParsePreset(const std::string& text) {
+    const auto found = std::ranges::find(kSampleShapes, ToLowerAscii(text), &SampleShape::name);
+    return found == kSampleShapes.end() ? std::nullopt : std::optional(found->name);
+}
+
+// "box|rounded|..."
+std::string PresetNames() {
+    std::string names;
+    for (const SampleShape& shape : kSampleShapes)
+        names += (names.empty() ? "" : "|") + std::string(shape.name);
+    return names;
 }
 
 std::optional<std::int32_t> ParsePercent(const std::string& text) { return ParseNumber(text, 0, 100); }
@@ -106,16 +113,19 @@ void AddFileOptions(CLI::App& application, BatchOptions& options) {
             "Write each track's object and the changed track there; the folder is made if needed")
         ->group("Files");
     application.add_flag("--strict", options.strict, "Fail where there would be a warning")->group("Files");
-    application.add_flag("--dry-run", options.dryRun, "Say what would be made, but write nothing")
+    application
+        .add_flag("--dry-run", options.dryRun,
+                  "Say what would be made or why it would fail, but write nothing")
         ->group("Files");
+    application.add_flag("--json", options.json, "Report as JSON, for programs")->group("Files");
 }
 
 void AddShapeOptions(CLI::App& application, BatchOptions& options) {
     CLI::Option* const shape =
         AddPath(application, "--shape", options.shape, "FILE.zrbf", "Use the cross-section in this file")
             ->group("Shape");
-    AddParsed(application, "--preset", options.preset, ParsePreset, "box|rounded",
-              "Use a built-in cross-section (default: box)")
+    AddParsed(application, "--preset", options.preset, ParsePreset, PresetNames(),
+              "Use a sample cross-section (default: box)")
         ->excludes(shape)
         ->group("Shape");
 }

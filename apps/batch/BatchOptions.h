@@ -2,9 +2,9 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "editor/TunnelShape.h"
 #include "job/TunnelSettings.h"
 #include "shared/CommandLine.h"
 
@@ -22,13 +22,14 @@ struct BatchOptions {
     std::vector<std::string> otherFiles;  // the object, or with OutputFolder further tracks
     std::string trackOut;
     std::string outputFolder;
-    std::vector<BatchJob> jobs;  // derived from the fields above
-    std::string shape;           // a .zrbf file; empty: the preset
-    PresetShape preset = kPresetBox;
+    std::vector<BatchJob> jobs;       // derived from the fields above
+    std::string shape;                // a .zrbf file; empty: the preset
+    std::string_view preset = "box";  // the name of a sample shape
     TunnelChoices choices;
     bool noTrack = false;
     bool dryRun = false;
     bool strict = false;  // a warning is a failure
+    bool json = false;
 };
 
 // Adds the options to `application`, which fills `options` when it parses a command line.

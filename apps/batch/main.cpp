@@ -1,19 +1,27 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <map>
+#include <optional>
 #include <string>
 #include <system_error>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "base/Text.h"
 #include "batch/BatchOptions.h"
-#include "batch/OutputConflicts.h"
-#include "batch/ShapeWarnings.h"
+#include "batch/SampleShapes.h"
+#include "batch/ShapeReport.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
+#include "platform/Paths.h"
+#include "shared/Json.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
@@ -21,108 +29,216 @@ using namespace boreforge;
 
 namespace {
 
-// A file of a wrong kind, or one that can't be read: the reason is in a second line.
-ExitStatus FailToRead(const Failure& failure, const std::string& path) {
-    PrintError(failure.headline + "\n" + OneLine(path) + ": " + failure.reason);
-    return kFailed;
+constexpr char kProgram[] = "boreforge-batch";
+
+// What the program has said about a file, for the report in JSON. It is on standard error at once.
+struct Messages {
+    std::vector<std::string> warnings, errors;
+};
+
+// What was made of a track.
+struct TrackReport {
+    BatchJob job;
+    Messages messages;
+    std::int64_t segments = 0, tunnels = 0, objects = 0, faces = 0, bytes = 0;
+};
+
+void Warn(const BatchOptions& options, const std::string& path, const std::string& text, Messages& messages) {
+    PrintMessage(kProgram, path, options.strict, text);
+    (options.strict ? messages.errors : messages.warnings).push_back(text);
 }
 
-// False with --strict, where a warning is a failure.
-bool Warn(const BatchOptions& options, const std::string& text) {
-    PrintError("Warning: " + text);
-    return !options.strict;
+void Refuse(const Outcome& outcome, Messages& messages) {
+    messages.errors.push_back(FailureText(outcome.Why()));
+    std::ignore = Fail(kProgram, outcome);
 }
 
-ExitStatus PrepareShape(const BatchOptions& options) {
-    ResetTunnelShape();
+// Every output of all jobs is compared with every input and with every other output, also through links and
+// other spellings. Returns the first conflict as a sentence, or an empty text. A track that is rewritten
+// itself is no output here.
+std::string ConflictOf(const BatchOptions& options) {
+    std::map<FileIdentity, std::string> inputs, outputs;
+    if (!options.shape.empty()) inputs.emplace(IdentityOf(options.shape), options.shape);
+    for (const BatchJob& job : options.jobs)
+        inputs.emplace(IdentityOf(job.track), job.track);
+    for (const BatchJob& job : options.jobs)
+        for (const std::string& output : {job.object, job.trackOut}) {
+            if (output.empty()) continue;
+            const FileIdentity file = IdentityOf(output);
+            if (const auto input = inputs.find(file); input != inputs.end())
+                return "'" + OneLine(output) + "' would replace '" + OneLine(input->second) + "'";
+            if (const auto [other, isNew] = outputs.emplace(file, output); !isNew)
+                return "'" + OneLine(other->second) + "' and '" + OneLine(output) + "' are the same file";
+        }
+    return {};
+}
+
+void PrepareShape(const BatchOptions& options, Messages& messages) {
     if (options.shape.empty()) {
-        MakePresetShape(options.preset);
+        const auto sample = std::ranges::find(kSampleShapes, options.preset, &SampleShape::name);
+        LoadBuiltInShape(sample->file);
     } else if (const Outcome loaded = LoadTunnelShape(options.shape); !loaded) {
-        const Failure context = {.headline = "Error - Invalid Tunnel Shape File!"};
-        return FailToRead(loaded.With(context).Why(), options.shape);
+        const Failure context = {.headline = "Error - Invalid Tunnel Shape File!", .path = options.shape};
+        return Refuse(loaded.With(context), messages);
     }
-    ExitStatus status = kDone;
     for (const std::string& warning : ShapeWarnings(TunnelShape, options.choices.doubleSided))
-        if (!Warn(options, warning)) status = kFailed;
-    return status;
+        Warn(options, options.shape, warning, messages);
 }
 
-// "1 object", "2 objects"
-std::string Count(std::int64_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
-bool WarnOfLosses(const BatchOptions& options, const std::string& track) {
+// What a save of the open track drops, or an empty text.
+std::string Losses() {
     std::string lost;
     if (TrackOnDisk.foreignChunks > 0)
         lost = Count(TrackOnDisk.foreignChunks, "chunk") + " of an unknown kind";
     if (TrackOnDisk.bytesAfterEnd > 0)
         lost += (lost.empty() ? "" : " and ") + Count(TrackOnDisk.bytesAfterEnd, "byte") +
                 " after the last chunk";
-    return lost.empty() ||
-           Warn(options, OneLine(track) + " has " + lost + "; the saved track won't have them.");
+    return lost;
 }
 
-void PrintSummary(std::int32_t tunnels, const std::string& object, bool isWritten) {
-    std::int64_t faces = 0;
-    for (const Mesh3DS& mesh : Model3DS.Meshes)
-        faces += mesh.FaceCount();
-    const std::string text = Count(TrackFile.SegmentCount(), "segment") + ", " +
-                             Count(tunnels, "tunnel segment") + ": " + Count(Model3DS.MeshCount(), "object") +
-                             ", " + Count(faces, "face") + ", " + Count(Compute3DSLength(), "byte") +
-                             (isWritten ? " in " : " for ") + OneLine(object) + "\n";
+void PrintCounts(const BatchOptions& options, const TrackReport& report) {
+    const std::string text =
+        Count(report.segments, "segment") + ", " + Count(report.tunnels, "tunnel segment") + ": " +
+        Count(report.objects, "object") + ", " + Count(report.faces, "face") + ", " +
+        Count(report.bytes, "byte") + (options.dryRun ? " for " : " in ") + OneLine(report.job.object) + "\n";
     std::fputs(text.c_str(), stdout);
 }
 
-Outcome MakeObject(const BatchOptions& options, const BatchJob& job) {
-    TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
-    if (!options.dryRun && !options.noTrack) return RunTunnelJob(settings);
-    if (options.noTrack) settings.PlaceObject = false;
-    const Outcome built = BuildTunnelObject(settings);
-    return options.dryRun ? built : built.Then([&] { return WriteTunnelObject(job.object); });
-}
-
-ExitStatus RunJob(const BatchOptions& options, const BatchJob& job) {
-    if (const Outcome opened = OpenTrack(job.track); !opened) return FailToRead(opened.Why(), job.track);
-    if (!options.noTrack && !WarnOfLosses(options, job.track)) return kFailed;
+// Makes the object and the track. The counts are complete if there is no error.
+TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
+    TrackReport report;
+    report.job = job;
+    if (const Outcome opened = OpenTrack(job.track); !opened) {
+        Refuse(opened, report.messages);
+        return report;
+    }
+    if (const std::string lost = Losses(); !options.noTrack && !lost.empty())
+        Warn(options, job.track, "It has " + lost + "; the saved track won't have them.", report.messages);
+    if (!report.messages.errors.empty()) return report;
     if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
-    const std::int32_t tunnels = CountTunnels();
-    if (const Outcome made = MakeObject(options, job); !made) return Fail(made.Why());
-    PrintSummary(tunnels, job.object, !options.dryRun);
-    return kDone;
+    report.segments = TrackFile.SegmentCount();
+    report.tunnels = CountTunnels();  // before the job clears the flags
+    TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
+    settings.PlaceObject = settings.PlaceObject && !options.noTrack;
+    const Outcome made =
+        RunTunnelJob(settings, {.leavesTrack = options.noTrack, .writesNothing = options.dryRun});
+    if (!made) {
+        Refuse(made.With({.path = job.track}), report.messages);
+        return report;
+    }
+    report.objects = Model3DS.MeshCount();
+    for (const Mesh3DS& mesh : Model3DS.Meshes)
+        report.faces += mesh.FaceCount();
+    report.bytes = Compute3DSLength();
+    if (!options.json) PrintCounts(options, report);
+    return report;
 }
 
-// The output folder, if it isn't there yet.
-Outcome MakeFolder(const BatchOptions& options) {
-    const std::string& path = options.outputFolder;
-    std::error_code error;
-    if (!path.empty() && !options.dryRun)
-        std::filesystem::create_directory(std::u8string(path.begin(), path.end()), error);
-    if (!error) return {};
-    return Failure{.headline = "Error - The Folder Can't Be Made!", .path = path, .reason = error.message()};
+std::string QuotedList(const std::vector<std::string>& texts) {
+    std::vector<std::string> quoted;
+    for (const std::string& text : texts)
+        quoted.push_back(Quoted(text));
+    return JsonList(quoted);
+}
+
+std::string JsonOf(const BatchOptions& options, const TrackReport& report) {
+    const BatchJob& job = report.job;
+    const bool isMade = report.messages.errors.empty();
+    const std::string success = options.dryRun ? "would be made" : "made";
+    std::vector<std::string> fields = {Field("track", Quoted(job.track)),
+                                       Field("outcome", Quoted(isMade ? success : "failed")),
+                                       Field("warnings", QuotedList(report.messages.warnings)),
+                                       Field("errors", QuotedList(report.messages.errors))};
+    if (!isMade) return JsonObject(fields);
+    fields.push_back(Field("segments", report.segments));
+    fields.push_back(Field("tunnels", report.tunnels));
+    fields.push_back(Field("objects", report.objects));
+    fields.push_back(Field("faces", report.faces));
+    fields.push_back(Field("bytes", report.bytes));
+    fields.push_back(Field("object", Quoted(job.object)));
+    if (!options.noTrack)
+        fields.push_back(Field("savedTrack", Quoted(job.trackOut.empty() ? job.track : job.trackOut)));
+    return JsonObject(fields);
+}
+
+void PrintJson(const BatchOptions& options, const Messages& messages, const std::optional<ClearRoom>& room,
+               const std::vector<TrackReport>& reports) {
+    std::vector<std::string> fields = {Field("version", 1), Field("warnings", QuotedList(messages.warnings)),
+                                       Field("errors", QuotedList(messages.errors))};
+    if (room) {
+        fields.push_back(Field("clearWidth", Number(room->width)));
+        fields.push_back(Field("clearHeight", Number(room->height)));
+        fields.push_back(Field("clearAroundPath", Number(room->aroundPath)));
+    }
+    std::vector<std::string> tracks;
+    for (const TrackReport& report : reports)
+        tracks.push_back("\n  " + JsonOf(options, report));
+    fields.push_back(Field("tracks", JsonList(tracks)));
+    std::puts(JsonObject(fields).c_str());
+}
+
+// The folder for the outputs, if it isn't there yet. A dry run removes it again.
+class OutputFolder {
+  public:
+    explicit OutputFolder(const BatchOptions& options) : options_(options) {}
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+    ~OutputFolder() {
+        std::error_code error;
+        if (isNew_ && options_.dryRun) std::filesystem::remove(Path(), error);
+    }
+
+    Outcome Make() {
+        std::error_code error;
+        if (!options_.outputFolder.empty()) isNew_ = std::filesystem::create_directory(Path(), error);
+        if (!error) return {};
+        return Failure{.headline = "Error - The Folder Can't Be Made!",
+                       .path = options_.outputFolder,
+                       .reason = error.message() + "."};
+    }
+
+  private:
+    std::filesystem::path Path() const {
+        return std::u8string(options_.outputFolder.begin(), options_.outputFolder.end());
+    }
+
+    const BatchOptions& options_;
+    bool isNew_ = false;
+};
+
+void PrintRoom(const ClearRoom& room) {
+    std::printf("The shape is %s wide and %s high inside, with %s around the path.\n",
+                Number(room.width).c_str(), Number(room.height).c_str(), Number(room.aroundPath).c_str());
 }
 
 int RunBatch(const BatchOptions& options) {
     if (const std::string conflict = ConflictOf(options); !conflict.empty()) {
-        PrintError("boreforge-batch: " + conflict);
+        std::ignore = Fail(kProgram, Failure{.reason = conflict});
         return kWrongUsage;
     }
-    if (PrepareShape(options) != kDone) return kFailed;
-    if (const Outcome made = MakeFolder(options); !made) return Fail(made.Why());
-    int status = kDone;
-    for (const BatchJob& job : options.jobs) {
-        if (RunJob(options, job) == kDone) continue;
-        status = kFailed;
-        if (options.jobs.size() > 1) PrintError("Failed: " + OneLine(job.track));
-    }
-    return status;
+    Messages messages;
+    PrepareShape(options, messages);
+    const std::optional<ClearRoom> room = ClearRoomOf(TunnelShape);
+    if (room && options.dryRun && !options.json) PrintRoom(*room);
+    OutputFolder folder(options);
+    if (messages.errors.empty())
+        if (const Outcome made = folder.Make(); !made) Refuse(made, messages);
+    std::vector<TrackReport> reports;
+    bool isGood = messages.errors.empty();
+    if (isGood)
+        for (const BatchJob& job : options.jobs)
+            reports.push_back(RunJob(options, job));
+    for (const TrackReport& report : reports)
+        isGood = isGood && report.messages.errors.empty();
+    if (options.json) PrintJson(options, messages, room, reports);
+    return isGood ? kDone : kFailed;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
     BatchOptions options;
-    CLI::App application("", "boreforge-batch");
+    CLI::App application("", kProgram);
     AddBatchOptions(application, options);
     return RunProgram(application, count, arguments, [&] { return RunBatch(options); });
 }

@@ -1,30 +1,14 @@
 #include "check/Report.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <iterator>
-#include <string_view>
 
 #include "base/Text.h"
+#include "shared/Json.h"
 
 namespace boreforge {
 
 namespace {
-
-std::string Number(double value) {
-    char text[32];
-    return {text, std::to_chars(text, std::end(text), value).ptr};
-}
-std::string Number(float value) {
-    char text[32];
-    return {text, std::to_chars(text, std::end(text), value).ptr};
-}
-
-// "1 edge", "2 edges"
-std::string Count(std::size_t count, const std::string& thing) {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
 
 // A box in the file's axes: its y is -z of the track, its z is y of the track.
 struct FileBounds {
@@ -111,45 +95,12 @@ std::string VerdictText(const ObjectReport& report) {
     return text;
 }
 
-// A JSON string. Bytes that aren't UTF-8 are taken as Latin-1.
-std::string Quoted(std::string_view text) {
-    std::string quoted = "\"";
-    while (!text.empty()) {
-        const std::string_view before = text;
-        const char32_t character = TakeCharacter(text);
-        if (character == kNoCharacter || ControlsTerminal(character)) {
-            constexpr char kDigits[] = "0123456789abcdef";
-            const auto byte = static_cast<unsigned char>(before[0]);
-            const char32_t code = character == kNoCharacter ? byte : character;
-            quoted += "\\u";
-            for (const int shift : {12, 8, 4, 0})
-                quoted += kDigits[code >> shift & 15];
-        } else {
-            if (character == '"' || character == '\\') quoted += '\\';
-            quoted += before.substr(0, before.size() - text.size());
-        }
-    }
-    return quoted + '"';
-}
-
-std::string Field(const std::string& name, const std::string& value) { return Quoted(name) + ": " + value; }
-std::string Field(const std::string& name, std::size_t value) { return Field(name, std::to_string(value)); }
-std::string Truth(bool value) { return value ? "true" : "false"; }
-
-// "[a, b]" or "{a, b}"
-std::string Joined(char open, const std::vector<std::string>& values, char close) {
-    std::string text(1, open);
-    for (const std::string& value : values)
-        text += (text.size() > 1 ? ", " : "") + value;
-    return text + close;
-}
-
 std::string BoundsJson(const ObjectBounds& bounds) {
     const FileBounds box = InFileAxes(bounds);
     const auto corner = [](const float(&p)[3]) {
-        return Joined('[', {Number(p[0]), Number(p[1]), Number(p[2])}, ']');
+        return JsonList({Number(p[0]), Number(p[1]), Number(p[2])});
     };
-    return Joined('{', {Field("low", corner(box.low)), Field("high", corner(box.high))}, '}');
+    return JsonObject({Field("low", corner(box.low)), Field("high", corner(box.high))});
 }
 
 std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
@@ -164,14 +115,14 @@ std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface
                                        Field("openEdges", surface.openEdges),
                                        Field("edgesOfMoreThanTwoFaces", surface.crowdedEdges),
                                        Field("edgesBetweenOppositeFaces", surface.opposedEdges),
-                                       Field("closed", Truth(surface.IsClosed())),
-                                       Field("doubleSided", Truth(surface.IsDoubleSided())),
+                                       Field("closed", surface.IsClosed()),
+                                       Field("doubleSided", surface.IsDoubleSided()),
                                        Field("facing", Quoted(kFacings[static_cast<int>(surface.facing)])),
                                        Field("bounds", BoundsJson(surface.bounds)),
-                                       Field("materials", Joined('[', materials, ']'))};
+                                       Field("materials", JsonList(materials))};
     if (surface.facing == Facing::Outwards || surface.facing == Facing::Inwards)
         fields.push_back(Field("volume", Number(surface.volume)));
-    return Joined('{', fields, '}');
+    return JsonObject(fields);
 }
 
 }  // namespace
@@ -214,7 +165,7 @@ std::string ReportJson(const ObjectReport& report) {
     if (report.result == Verdict::Damaged) {
         fields.push_back(Field("byte", report.damage.byte));
         fields.push_back(Field("reason", Quoted(report.damage.reason)));
-        return Joined('{', fields, '}') + "\n";
+        return JsonObject(fields);
     }
     std::vector<std::string> materials, surfaces;
     for (const ObjectMaterial& material : object.materials)
@@ -224,16 +175,16 @@ std::string ReportJson(const ObjectReport& report) {
     fields.push_back(Field("objects", object.meshCount));
     fields.push_back(Field("points", object.points.size()));
     fields.push_back(Field("faces", object.faces.size()));
-    fields.push_back(Field("materials", Joined('[', materials, ']')));
+    fields.push_back(Field("materials", JsonList(materials)));
     if (!object.points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
-    fields.push_back(Field("surfaces", Joined('[', surfaces, ']')));
-    return Joined('{', fields, '}') + "\n";
+    fields.push_back(Field("surfaces", JsonList(surfaces)));
+    return JsonObject(fields);
 }
 
 std::string UnreadableJson(const std::string& path, const std::string& reason) {
     const std::vector<std::string> fields = {
         Field("file", Quoted(path)), Field("verdict", Quoted("unreadable")), Field("reason", Quoted(reason))};
-    return Joined('{', fields, '}') + "\n";
+    return JsonObject(fields);
 }
 
 }  // namespace boreforge

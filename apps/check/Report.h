@@ -21,10 +21,11 @@ struct ObjectReport {
 // Examines a whole file; `path` is its name in the report.
 ObjectReport Examine(const std::string& path, const Bytes& file);
 
-// The report as text for people, or as JSON for programs. Coordinates are in the file's axes: z is up.
+// The report as text for people, or as a JSON object for programs. Coordinates are in the file's axes: z is
+// up.
 std::string ReportText(const ObjectReport& report);
 std::string ReportJson(const ObjectReport& report);
-// The same for a file that can't be read.
+// The JSON object of a file that can't be read.
 std::string UnreadableJson(const std::string& path, const std::string& reason);
 
 }  // namespace boreforge

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <iostream>
 #include <new>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,15 @@
 namespace boreforge {
 
 namespace {
+
+constexpr std::string_view kHeadlinePrefix = "Error - ";
+
+// What is wrong with the arguments. An unknown option explains more than an argument that is missing.
+std::string UsageFault(const CLI::App& application, const CLI::ParseError& error) {
+    for (const std::string& rest : application.remaining())
+        if (rest.starts_with('-')) return "The following argument was not expected: " + rest;
+    return error.what();
+}
 
 int ParseAndWork(CLI::App& application, int count, char** arguments, const std::function<int()>& work) {
     const std::string name = application.get_name();
@@ -34,7 +44,8 @@ int ParseAndWork(CLI::App& application, int count, char** arguments, const std::
     } catch (const CLI::Success& request) {
         return application.exit(request);  // prints the help or the version
     } catch (const CLI::ParseError& error) {
-        PrintError(name + ": " + error.what() + "\nTry '" + name + " --help'.");
+        const std::string fault = UsageFault(application, error);
+        std::ignore = Fail(name, Failure{.reason = fault, .consequence = "Try '" + name + " --help'."});
         return kWrongUsage;
     }
     return work();
@@ -59,12 +70,12 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
     try {
         status = ParseAndWork(application, count, arguments, work);
     } catch (const std::bad_alloc&) {
-        return Fail({.headline = "Error - Not Enough Memory!"});
+        return Fail(application.get_name(), Failure{.headline = "Error - Not Enough Memory!"});
     }
     if (FlushOutput()) return status;
-    return Fail({.headline = "Error - The Output Can't Be Written!",
-                 .reason = SystemFailure(errno).reason,
-                 .consequence = "Files that were saved are complete."});
+    return Fail(application.get_name(), Failure{.headline = "Error - The Output Can't Be Written!",
+                                                .reason = SystemFailure(errno).reason,
+                                                .consequence = "Files that were saved are complete."});
 }
 
 std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max, int base) {
@@ -91,11 +102,26 @@ CLI::Validator EndsIn(std::string_view extension) {
         "");
 }
 
-void PrintError(const std::string& text) { std::fprintf(stderr, "%s\n", Printable(text).c_str()); }
+std::string FailureText(const Failure& failure) {
+    std::string text = failure.headline;
+    if (text.starts_with(kHeadlinePrefix)) text.erase(0, kHeadlinePrefix.size());
+    if (!text.empty() && !failure.reason.empty()) text += ' ';
+    return text + failure.reason;
+}
 
-ExitStatus Fail(const Failure& failure) {
-    if (const std::string text = failure.Text(); !text.empty()) PrintError(text);
+ExitStatus Fail(const std::string& program, const Outcome& outcome) {
+    const Failure& failure = outcome.Why();
+    std::string text = FailureText(failure);
+    if (!failure.consequence.empty()) text += "\n  " + failure.consequence;
+    PrintMessage(program, failure.path, true, text);
     return kFailed;
+}
+
+void PrintMessage(const std::string& program, const std::string& path, bool isError,
+                  const std::string& text) {
+    const std::string file = path.empty() ? "" : OneLine(path) + ": ";
+    const std::string line = program + ": " + file + (isError ? "error: " : "warning: ") + text;
+    std::fprintf(stderr, "%s\n", Printable(line).c_str());
 }
 
 }  // namespace boreforge

@@ -47,10 +47,14 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
 // Checks that an option's value is a file name with this extension, see HasExtension, which must stay valid.
 CLI::Validator EndsIn(std::string_view extension);
 
-// Prints a text, as Printable makes it, and a line end to standard error.
-void PrintError(const std::string& text);
+// The headline, without "Error - ", and the reason of a failure.
+std::string FailureText(const Failure& failure);
 
-// Prints the text of a failure and returns kFailed.
-ExitStatus Fail(const Failure& failure);
+// Prints "PROGRAM: FILE: error: TEXT" to standard error, with the consequence indented below it, and returns
+// kFailed. The advice, which is for the window, is left out; and so is the file if there is none.
+ExitStatus Fail(const std::string& program, const Outcome& outcome);
+
+// The same line for a warning about a file, or for one that is a failure.
+void PrintMessage(const std::string& program, const std::string& path, bool isError, const std::string& text);
 
 }  // namespace boreforge

@@ -20,6 +20,8 @@ using namespace boreforge;
 
 namespace {
 
+constexpr char kProgram[] = "boreforge-view";
+
 Outcome CheckPicturePath(const ViewOptions& options) {
     for (const std::string& input : {options.object, options.track})
         if (!input.empty() && SameFile(options.picture, input))
@@ -45,7 +47,7 @@ int MakePicture(const ViewOptions& options) {
             .Then([&] {
                 return SavePicture(options.picture, DrawPicture(scene, options.width, options.height));
             });
-    return made ? kDone : Fail(made.Why());
+    return made ? kDone : Fail(kProgram, made);
 }
 
 int ShowWindow(const ViewOptions& options) {
@@ -60,7 +62,7 @@ int ShowWindow(const ViewOptions& options) {
 
 int Run(const ViewOptions& options, char* program) {
     if (!options.picture.empty() && options.object.empty()) {
-        PrintError("Error - There Is Nothing to Draw!\n\n--save needs an object.");
+        std::ignore = Fail(kProgram, Failure{.reason = "--save needs an object."});
         return kWrongUsage;
     }
     RemoveUnfinishedOnSignals();
@@ -75,10 +77,10 @@ int Run(const ViewOptions& options, char* program) {
     int count = 1;
     char* arguments[] = {program, nullptr};
     PrepareDesktop();
-    ExplainMissingDisplay("boreforge-view", "without one, run it with: xvfb-run -a boreforge-view ...");
+    ExplainMissingDisplay(kProgram, "without one, run it with: xvfb-run -a boreforge-view ...");
     QApplication application(count, arguments);
     qInstallMessageHandler(nullptr);
-    QApplication::setApplicationName("boreforge-view");
+    QApplication::setApplicationName(kProgram);
     QApplication::setWindowIcon(IconOf("boreforge"));
     QApplication::setDesktopFileName("org.zephyrail.boreforge.view");
     QApplication::setApplicationVersion(kVersion);
@@ -89,7 +91,7 @@ int Run(const ViewOptions& options, char* program) {
 
 int main(int count, char** arguments) {
     ViewOptions options;
-    CLI::App application("", "boreforge-view");
+    CLI::App application("", kProgram);
     AddViewOptions(application, options);
     return RunProgram(application, count, arguments, [&] { return Run(options, arguments[0]); });
 }

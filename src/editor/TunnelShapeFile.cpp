@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <tuple>
 
 #include "base/FileTags.h"
 #include "editor/TunnelShape.h"
@@ -57,6 +58,13 @@ Outcome LoadTunnelShape(const std::string& path) {
     const Outcome good = WithinMemory(GetShape, noMemory);
     if (!good) ResetTunnelShape();
     return good;
+}
+
+void LoadBuiltInShape(std::string_view file) {
+    FileBuffer.assign(file.begin(), file.end());
+    FileBuffer.push_back(0);
+    ResetTunnelShape();
+    std::ignore = GetShape();
 }
 
 Outcome SaveTunnelShape(const std::string& path) {

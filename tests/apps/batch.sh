@@ -50,7 +50,7 @@ rm o.3ds
 
 # Only the object, also with a name that a track can't hold; and nothing at all.
 run 0 t.zrtrack d/o.3ds --track-out d/t.zrtrack
-sed 's/ in .*/ for dry.3ds/' out >summary
+{ echo "The shape is 4 wide and 4 high inside, with 1 around the path." && sed 's/ in .*/ for dry.3ds/' out; } >summary
 run 0 t.zrtrack 東.3ds --no-track
 same 東.3ds d/o.3ds
 run 0 t.zrtrack dry.3ds --dry-run
@@ -61,7 +61,7 @@ unchanged
 # Several tracks: one that fails stops no other.
 printf '' >bad.zrtrack
 run 1 t.zrtrack bad.zrtrack u.zrtrack --output-folder made
-is_in err "Failed: bad.zrtrack"
+is_in err "boreforge-batch: bad.zrtrack: error: Invalid Track File! It is not a track."
 same made/u.3ds d/o.3ds
 [ -s made/u.zrtrack ] || fail "a changed track is missing"
 absent made/bad.3ds
@@ -80,23 +80,35 @@ run 0 private.zrtrack placed.3ds
 cp t.zrtrack long.zrtrack
 printf 'abc' >>long.zrtrack
 run 0 long.zrtrack o.3ds --dry-run
-is_in err "Warning: long.zrtrack has 3 bytes after the last chunk; the saved track won't have them."
+is_in err "boreforge-batch: long.zrtrack: warning: It has 3 bytes after the last chunk; the saved track won't have them."
 run 1 long.zrtrack strict.3ds --strict
+is_in err "boreforge-batch: long.zrtrack: error: It has 3 bytes after"
 absent strict.3ds
 run 0 long.zrtrack none.3ds --no-track
 [ ! -s err ] || fail "a warning of what isn't saved"
 printf 'ZRBF\0\0\0\0' >empty.zrbf
 run 0 t.zrtrack o.3ds --dry-run --shape empty.zrbf
-is_in err "Warning: The shape is empty, so the object has no faces."
+is_in err "boreforge-batch: empty.zrbf: warning: The shape is empty, so the object has no faces."
 
-# Failures: the status is 1. The reason why a file can't be read is in the second line.
+# The report as JSON; the sizes are those of the horseshoe in tools/make-samples.
+run 1 t.zrtrack long.zrtrack bad.zrtrack --output-folder new --dry-run --json --preset horseshoe
+is_in out '{"version": 1, "warnings": [], "errors": [], "clearWidth": 4.5, "clearHeight": 4.5, "clearAroundPath": 1, '
+is_in out '{"track": "t.zrtrack", "outcome": "would be made", "warnings": [], "errors": [], "segments": 20, "tunnels": 6, '
+is_in out '"objects": 14, "faces": 6460, "bytes": 134366, "object": "new/t.3ds", "savedTrack": "new/t.zrtrack"}'
+is_in out '"warnings": ["It has 3 bytes after the last chunk; the saved track won'"'"'t have them."], "errors": []'
+is_in out '{"track": "bad.zrtrack", "outcome": "failed", "warnings": [], "errors": ["Invalid Track File! It is not a track."]}'
+absent new
+
+# Failures: the status is 1. A line names the file and the reason; a dry run refuses what the run would refuse.
 cp t.zrtrack track.3ds
 cp private.zrtrack used.zrtrack # its tunnels are made and their flags cleared
-refuse 1 "Can't Be Written" t.zrtrack absent/o.3ds
-refuse 1 "Track does not have any tunnels!" used.zrtrack o.3ds --dry-run
-refuse 1 "Error - That File Is a Track!" t.zrtrack track.3ds
-same track.3ds t.zrtrack
-refuse 1 "Can't Be Saved" t.zrtrack o.3ds --track-out absent/u.zrtrack
+for option in "" --dry-run; do
+    refuse 1 "/o.3ds: error: The 3DS Object Can't Be Written! No such" t.zrtrack absent/o.3ds $option
+    refuse 1 "used.zrtrack: error: Track does not have any tunnels!|" used.zrtrack o.3ds $option
+    refuse 1 "track.3ds: error: That File Is a Track! It was not replaced.|  Nothing was written.|" t.zrtrack track.3ds $option
+    same track.3ds t.zrtrack
+    refuse 1 "/u.zrtrack: error: The Track Can't Be Saved!" t.zrtrack o.3ds --track-out absent/u.zrtrack $option
+done
 segments=$(grep -abom1 SEGM t.zrtrack | cut -d: -f1)
 head -c $((segments + 60)) t.zrtrack >cut.zrtrack
 head -c $((segments + 2)) t.zrtrack >between.zrtrack
@@ -104,16 +116,16 @@ head -c $((segments + 2)) t.zrtrack >between.zrtrack
 head -c 100 s.zrbf >cut.zrbf
 head -c 6 s.zrbf >head.zrbf
 cp s.zrbf shape.zrtrack
-refuse 1 "Invalid Track File!|absent.zrtrack: There is no such file.|" absent.zrtrack o.3ds
-refuse 1 "|s.zrbf: Its name has the wrong extension.|" s.zrbf o.3ds
-refuse 1 "|shape.zrtrack: It is not a track.|" shape.zrtrack o.3ds
-refuse 1 "|cut.zrtrack: It ends at byte 60 of chunk \"SEGM\".|" cut.zrtrack o.3ds
+refuse 1 "boreforge-batch: absent.zrtrack: error: Invalid Track File! There is no such file.|" absent.zrtrack o.3ds
+refuse 1 " s.zrbf: error: Invalid Track File! Its name has the wrong extension.|" s.zrbf o.3ds
+refuse 1 " shape.zrtrack: error: Invalid Track File! It is not a track.|" shape.zrtrack o.3ds
+refuse 1 " cut.zrtrack: error: Invalid Track File! It ends at byte 60 of chunk \"SEGM\".|" cut.zrtrack o.3ds
 refuse 1 ", where another chunk is due.|" between.zrtrack o.3ds
-refuse 1 ": It is damaged at byte 12 of chunk \"SEGM\".|" damaged.zrtrack o.3ds
-refuse 1 "Shape File!|cut.zrbf: It ends at byte 100, which" t.zrtrack o.3ds --shape cut.zrbf
+refuse 1 "! It is damaged at byte 12 of chunk \"SEGM\".|" damaged.zrtrack o.3ds
+refuse 1 " cut.zrbf: error: Invalid Tunnel Shape File! It ends at byte 100, which" t.zrtrack o.3ds --shape cut.zrbf
 refuse 1 "It ends at byte 6, within the number" t.zrtrack o.3ds --shape head.zrbf
 refuse 1 "It is not a tunnel shape.|" t.zrtrack o.3ds --shape t.zrtrack
-refuse 1 "|a?]?.zrtrack: " "$(printf 'a\033]\377').zrtrack" o.3ds # no terminal takes a file's name for a command
+refuse 1 " a?]?.zrtrack: error: " "$(printf 'a\033]\377').zrtrack" o.3ds # no terminal takes a file's name for a command
 
 # What is no file, or one of 2 GiB.
 mkdir folder.zrtrack folder.3ds
@@ -121,15 +133,16 @@ mkfifo pipe.zrtrack pipe.3ds
 ln -s ring.zrtrack ring.zrtrack
 ln -s ring.3ds ring.3ds
 truncate -s 2G huge.zrtrack
-refuse 1 "|folder.zrtrack: It is not a regular file.|" folder.zrtrack o.3ds
-refuse 1 "|pipe.zrtrack: It is not a regular file.|" pipe.zrtrack o.3ds
-refuse 1 "|ring.zrtrack: Too many levels of symbolic links.|" ring.zrtrack o.3ds
-refuse 1 "|huge.zrtrack: It is too large to be read.|" huge.zrtrack o.3ds
-refuse 1 "|Is a directory.|" t.zrtrack folder.3ds
-refuse 1 "|It is not a regular file.|" t.zrtrack pipe.3ds
-refuse 1 "|Too many levels of symbolic links.|" t.zrtrack ring.3ds
+refuse 1 " folder.zrtrack: error: Invalid Track File! It is not a regular file.|" folder.zrtrack o.3ds
+refuse 1 " pipe.zrtrack: error: Invalid Track File! It is not a regular file.|" pipe.zrtrack o.3ds
+refuse 1 " ring.zrtrack: error: Invalid Track File! Too many levels of symbolic links.|" ring.zrtrack o.3ds
+refuse 1 " huge.zrtrack: error: Invalid Track File! It is too large to be read.|" huge.zrtrack o.3ds
+refuse 1 "Can't Be Written! Is a directory.|" t.zrtrack folder.3ds
+refuse 1 "Can't Be Written! It is not a regular file.|" t.zrtrack pipe.3ds
+refuse 1 "Can't Be Written! Too many levels of symbolic links.|" t.zrtrack ring.3ds
 
-# Wrong usage: the status is 2.
+# Wrong usage: the status is 2. An unknown option is named even if something else is missing.
+refuse 2 "boreforge-batch: error: The following argument was not expected: --bad|" --bad
 refuse 2 "OUTPUT is required" t.zrtrack
 refuse 2 "'o.png' doesn't end in .3ds" t.zrtrack o.png
 refuse 2 "doesn't end in .3ds" t.zrtrack .3ds

@@ -69,5 +69,10 @@ printf '' >"$odd"
 check 1 '"??.3ds||Damaged.' "$odd"
 check 1 '{"file": "\"\u00ff\u000a.3ds", "verdict": "damaged", "byte": 0, "reason": "' --json "$odd"
 check 1 '{"file": "absent.3ds", "verdict": "unreadable", "reason": "There is no such file."}' absent.3ds --json
-check 1 "absent.3ds|There is no such file.|" absent.3ds
-check 2 "not expected: box.3ds" box.3ds box.3ds
+check 1 "boreforge-check: absent.3ds: error: The 3DS Object Can't Be Read! There is no such file.|" absent.3ds
+
+# Several objects: the status is 0 only if all are sound.
+check 0 "|Sound.||runs.3ds|" box.3ds runs.3ds
+check 1 "|Sound.|" color.3ds box.3ds
+check 1 '"verdict": "empty", ' color.3ds box.3ds --json
+check 0 '{"version": 1, "files": [{"file": "box.3ds", "verdict": "sound", ' box.3ds runs.3ds --json

@@ -29,7 +29,7 @@ expect "--dry-run;--detail;--double-sided;--dim;" boreforge-batch --d
 expect "--help;" boreforge-batch --h
 expect "high;" boreforge-batch --detail h
 expect "high;" boreforge-batch --detail = h
-expect "box;rounded;" boreforge-batch --preset ""
+expect "round-tube;rounded;" boreforge-batch --preset r
 expect "shape.zrbf;folder;" boreforge-batch --shape ""
 expect "OLD.ZRTRACK;track.zrtrack;folder;" boreforge-batch ""
 expect "OLD.ZRTRACK;track.zrtrack;folder;" boreforge-batch --no-dim --dim 50 ""

@@ -116,7 +116,7 @@ struct GoldenTest : CoreTest {
         AddBatchOptions(application, options);
         application.parse("track.zrtrack tube.3ds " + text);
         if (options.shape.empty())
-            MakePresetShape(options.preset);
+            MakePresetShape(options.preset == "rounded" ? kPresetRounded : kPresetBox);
         else
             ASSERT_TRUE(static_cast<bool>(LoadTunnelShape(folder + "/" + options.shape)));
         WriteBytes(In("track.zrtrack"), ReadBytes(folder + "/track.zrtrack"));

@@ -48,7 +48,7 @@ for nowhere in "" :65535; do
     status=0
     env -i DISPLAY="$nowhere" QT_QPA_PLATFORM=xcb "$1" 2>"$work/refusal" || status=$?
     [ "$status" = 1 ]
-    grep -q '^boreforge: needs a display' "$work/refusal"
+    grep -q '^boreforge: error: needs a display' "$work/refusal"
     [ "$(wc -l <"$work/refusal")" = 1 ]
 done
 mkdir -m 700 "$work/home" "$work/run"

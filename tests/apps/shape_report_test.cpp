@@ -1,4 +1,4 @@
-#include "batch/ShapeWarnings.h"
+#include "batch/ShapeReport.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ using Nodes = std::vector<Vector3D>;
 const Nodes kInside = {{2, -1, 0}, {2, 3, 0}, {-2, 3, 0}, {-2, -1, 0}};
 const Nodes kOutside = {{3, -2, 0}, {3, 4, 0}, {-3, 4, 0}, {-3, -2, 0}};
 
-TEST(ShapeWarningsTest, EachShapeThatIsProbablyWrongHasItsWarning) {
+TEST(ShapeReportTest, EachShapeThatIsProbablyWrongHasItsWarning) {
     const Nodes& a = kInside;
     const Nodes large = {{9, -9, 0}, {9, 0, 0}, {9, 9, 0}, {-9, 9, 0}, {-9, 0, 0}, {-9, -9, 0}};
     const std::string crossed = "The inside contour crosses itself.",
@@ -51,12 +51,40 @@ TEST(ShapeWarningsTest, EachShapeThatIsProbablyWrongHasItsWarning) {
     }
 }
 
-TEST(ShapeWarningsTest, CrossingsAreLookedForInUpToTwoThousandNodes) {
+TEST(ShapeReportTest, CrossingsAreLookedForInUpToTwoThousandNodes) {
     Nodes crossed = {kInside[0], kInside[2], {-1, 5, 0}};
     crossed.resize(2000, kInside[3]);
     EXPECT_EQ(ShapeWarnings({.InsideNodes = crossed, .OutsideNodes = crossed}, true).size(), 3u);
     crossed.resize(2001, kInside[3]);
     EXPECT_TRUE(ShapeWarnings({.InsideNodes = crossed, .OutsideNodes = crossed}, true).empty());
+}
+
+TEST(ShapeReportTest, TheRoomIsMeasuredFromTheInsideContour) {
+    const struct {
+        const char* name;
+        Nodes inside;
+        double width, height, aroundPath;
+    } cases[] = {
+        {"the floor is nearest", kInside, 4, 4, 1},
+        {"clockwise", Nodes(kInside.rbegin(), kInside.rend()), 4, 4, 1},
+        {"a sloping wall is nearest", {{3, -4, 0}, {3, 4, 0}, {-5, 0, 0}}, 8, 8, 2.236},
+        {"a corner is nearest", {{9, -9, 0}, {9, 9, 0}, {-9, 9, 0}, {-0.5, 0, 0}, {-9, -9, 0}}, 18, 18, 0.5},
+        {"the path is left of it", {{1, -1, 0}, {3, -1, 0}, {3, 1, 0}, {1, 1, 0}}, 2, 2, 0},
+        {"the path is above it", {{1, -3, 0}, {1, -1, 0}, {-1, -1, 0}, {-1, -3, 0}}, 2, 2, 0},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        const std::optional<ClearRoom> room = ClearRoomOf({.InsideNodes = row.inside, .OutsideNodes = {}});
+        ASSERT_TRUE(room);
+        EXPECT_EQ(room->width, row.width);
+        EXPECT_EQ(room->height, row.height);
+        EXPECT_EQ(room->aroundPath, row.aroundPath);
+    }
+}
+
+TEST(ShapeReportTest, AShapeWithoutNodesOrWithCoordinatesThatAreNotFiniteHasNoRoom) {
+    EXPECT_FALSE(ClearRoomOf({}));
+    EXPECT_FALSE(ClearRoomOf({.InsideNodes = {{0, NAN, 0}}, .OutsideNodes = {}}));
 }
 
 }  // namespace boreforge

@@ -1,7 +1,9 @@
-#include "batch/ShapeWarnings.h"
+#include "batch/ShapeReport.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <limits>
 
 #include "shared/Vec.h"
 
@@ -88,6 +90,25 @@ bool AreFinite(const std::vector<Vector3D>& points) {
     return std::ranges::all_of(points, [](const Vector3D& point) { return IsFinite(point); });
 }
 
+// Whether the origin is enclosed: a ray from it to the right crosses an odd number of edges.
+bool EnclosesOrigin(const Contour& contour) {
+    bool isInside = false;
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Vec& low = contour[i].y < After(contour, i).y ? contour[i] : After(contour, i);
+        const Vec& high = &low == &contour[i] ? After(contour, i) : contour[i];
+        if (low.y <= 0 && high.y > 0 && SideOf(low, high, {}) > 0) isInside = !isInside;
+    }
+    return isInside;
+}
+
+double DistanceFromOrigin(const Vec& a, const Vec& b) {
+    const Vec edge = b - a;
+    const double length = Dot(edge, edge);
+    return Length(length > 0 ? a + edge * std::clamp(-Dot(a, edge) / length, 0., 1.) : a);
+}
+
+double Thousandths(double value) { return std::round(value * 1000) / 1000; }
+
 }  // namespace
 
 std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided) {
@@ -108,6 +129,17 @@ std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubl
     if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[0], contours[1]))
         warnings.push_back("The contours cross each other.");
     return warnings;
+}
+
+std::optional<ClearRoom> ClearRoomOf(const TunnelShapeState& shape) {
+    if (shape.InsideNodes.empty() || !AreFinite(shape.InsideNodes)) return std::nullopt;
+    const Contour contour = ContourOf(shape.InsideNodes);
+    const auto [left, right] = std::ranges::minmax(contour, {}, &Vec::x);
+    const auto [bottom, top] = std::ranges::minmax(contour, {}, &Vec::y);
+    double nearest = EnclosesOrigin(contour) ? std::numeric_limits<double>::infinity() : 0;
+    for (std::size_t i = 0; i < contour.size(); ++i)
+        nearest = std::min(nearest, DistanceFromOrigin(contour[i], After(contour, i)));
+    return ClearRoom{Thousandths(right.x - left.x), Thousandths(top.y - bottom.y), Thousandths(nearest)};
 }
 
 }  // namespace boreforge
