@@ -177,34 +177,19 @@ void PrintJson(const BatchOptions& options, const Messages& messages, const std:
     std::puts(JsonObject(fields).c_str());
 }
 
-// The folder for the outputs, if it isn't there yet. A dry run removes it again.
-class OutputFolder {
-  public:
-    explicit OutputFolder(const BatchOptions& options) : options_(options) {}
-    OutputFolder(const OutputFolder&) = delete;
-    OutputFolder& operator=(const OutputFolder&) = delete;
-    ~OutputFolder() {
-        std::error_code error;
-        if (isNew_ && options_.dryRun) std::filesystem::remove(Path(), error);
-    }
+std::filesystem::path FolderOf(const BatchOptions& options) {
+    return std::u8string(options.outputFolder.begin(), options.outputFolder.end());
+}
 
-    Outcome Make() {
-        std::error_code error;
-        if (!options_.outputFolder.empty()) isNew_ = std::filesystem::create_directory(Path(), error);
-        if (!error) return {};
-        return Failure{.headline = "Error - The Folder Can't Be Made!",
-                       .path = options_.outputFolder,
-                       .reason = error.message() + "."};
-    }
-
-  private:
-    std::filesystem::path Path() const {
-        return std::u8string(options_.outputFolder.begin(), options_.outputFolder.end());
-    }
-
-    const BatchOptions& options_;
-    bool isNew_ = false;
-};
+// Makes the folder for the outputs. `isNew`: it wasn't there yet.
+Outcome MakeFolder(const BatchOptions& options, bool& isNew) {
+    std::error_code error;
+    if (!options.outputFolder.empty()) isNew = std::filesystem::create_directory(FolderOf(options), error);
+    if (!error) return {};
+    return Failure{.headline = "Error - The Folder Can't Be Made!",
+                   .path = options.outputFolder,
+                   .reason = error.message() + "."};
+}
 
 void PrintRoom(const ClearRoom& room) {
     std::printf("The shape is %s wide and %s high inside, with %s around the path.\n",
@@ -220,9 +205,9 @@ int RunBatch(const BatchOptions& options) {
     PrepareShape(options, messages);
     const std::optional<ClearRoom> room = ClearRoomOf(TunnelShape);
     if (room && options.dryRun && !options.json) PrintRoom(*room);
-    OutputFolder folder(options);
+    bool isNewFolder = false;
     if (messages.errors.empty())
-        if (const Outcome made = folder.Make(); !made) Refuse(made, messages);
+        if (const Outcome made = MakeFolder(options, isNewFolder); !made) Refuse(made, messages);
     std::vector<TrackReport> reports;
     bool isGood = messages.errors.empty();
     if (isGood)
@@ -230,6 +215,8 @@ int RunBatch(const BatchOptions& options) {
             reports.push_back(RunJob(options, job));
     for (const TrackReport& report : reports)
         isGood = isGood && report.messages.errors.empty();
+    std::error_code ignored;
+    if (isNewFolder && options.dryRun) std::filesystem::remove(FolderOf(options), ignored);
     if (options.json) PrintJson(options, messages, room, reports);
     return isGood ? kDone : kFailed;
 }

@@ -84,6 +84,7 @@ std::string VerdictText(const ObjectReport& report) {
                    std::to_string(count([](const auto& s) { return s.FacesWrongly(); })) + " of " +
                    Count(surfaces, "surface") + ".";
         case Verdict::Sound:
+        case Verdict::Unreadable:
             break;
     }
     const std::size_t notes = count(HasNote);
@@ -158,12 +159,12 @@ std::string ReportText(const ObjectReport& report) {
 }
 
 std::string ReportJson(const ObjectReport& report) {
-    constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged"};
+    constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged", "unreadable"};
     const Object3DS& object = report.object;
     std::vector<std::string> fields = {Field("file", Quoted(report.path)),
                                        Field("verdict", Quoted(kVerdicts[static_cast<int>(report.result)]))};
-    if (report.result == Verdict::Damaged) {
-        fields.push_back(Field("byte", report.damage.byte));
+    if (report.result == Verdict::Damaged) fields.push_back(Field("byte", report.damage.byte));
+    if (!report.damage.reason.empty()) {
         fields.push_back(Field("reason", Quoted(report.damage.reason)));
         return JsonObject(fields);
     }
@@ -178,12 +179,6 @@ std::string ReportJson(const ObjectReport& report) {
     fields.push_back(Field("materials", JsonList(materials)));
     if (!object.points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
     fields.push_back(Field("surfaces", JsonList(surfaces)));
-    return JsonObject(fields);
-}
-
-std::string UnreadableJson(const std::string& path, const std::string& reason) {
-    const std::vector<std::string> fields = {
-        Field("file", Quoted(path)), Field("verdict", Quoted("unreadable")), Field("reason", Quoted(reason))};
     return JsonObject(fields);
 }
 

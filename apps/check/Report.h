@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-enum class Verdict { Sound, FacingWrongly, Empty, Damaged };
+enum class Verdict { Sound, FacingWrongly, Empty, Damaged, Unreadable };
 
 struct ObjectReport {
     std::string path;
@@ -25,7 +25,5 @@ ObjectReport Examine(const std::string& path, const Bytes& file);
 // up.
 std::string ReportText(const ObjectReport& report);
 std::string ReportJson(const ObjectReport& report);
-// The JSON object of a file that can't be read.
-std::string UnreadableJson(const std::string& path, const std::string& reason);
 
 }  // namespace boreforge

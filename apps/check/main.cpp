@@ -1,6 +1,7 @@
 // boreforge-check: says whether objects are sound. Needs no display.
 #include <cstdio>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "check/Report.h"
@@ -14,29 +15,32 @@ namespace {
 
 constexpr char kProgram[] = "boreforge-check";
 
-// Appends what there is to say about the object, as JSON or in words. Returns kDone if it is sound.
-ExitStatus CheckObject(const std::string& path, bool asJson, std::vector<std::string>& reports) {
+// Says on standard error if the file can't be read.
+ObjectReport Check(const std::string& path) {
     Bytes file;
-    if (const Outcome read = ReadWholeFile(path, file); !read) {
-        if (asJson) reports.push_back(UnreadableJson(path, read.Why().reason));
-        return Fail(kProgram, read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}));
-    }
-    const ObjectReport report = Examine(path, file);
-    reports.push_back(asJson ? ReportJson(report) : ReportText(report));
-    return report.result == Verdict::Sound ? kDone : kFailed;
+    const Outcome read = ReadWholeFile(path, file);
+    if (read) return Examine(path, file);
+    std::ignore =
+        Fail(kProgram, read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}));
+    ObjectReport report;
+    report.path = path;
+    report.damage.reason = read.Why().reason;
+    report.result = Verdict::Unreadable;
+    return report;
 }
 
 int CheckObjects(const std::vector<std::string>& paths, bool asJson) {
     std::vector<std::string> reports;
     int status = kDone;
-    for (const std::string& path : paths)
-        if (CheckObject(path, asJson, reports) != kDone) status = kFailed;
-    if (asJson) {
-        std::puts(JsonObject({Field("version", 1), Field("files", JsonList(reports))}).c_str());
-        return status;
+    for (const std::string& path : paths) {
+        const ObjectReport report = Check(path);
+        if (report.result != Verdict::Sound) status = kFailed;
+        if (asJson)
+            reports.push_back(ReportJson(report));
+        else if (report.result != Verdict::Unreadable)
+            std::printf("%s%s", &path == &paths.front() ? "" : "\n", ReportText(report).c_str());
     }
-    for (const std::string& report : reports)
-        std::printf("%s%s", &report == &reports.front() ? "" : "\n", report.c_str());
+    if (asJson) std::puts(JsonObject({Field("version", 1), Field("files", JsonList(reports))}).c_str());
     return status;
 }
 
