@@ -56,7 +56,7 @@ fi
 fresh folder
 chmod 555 .
 check "a read-only folder, the object" "Object Can't Be Written" t.zrtrack o.3ds
-check "a read-only folder, the track" "Copy the track to a folder of your own" t.zrtrack ../p.3ds
+check "a read-only folder, the track" "The Track Can't Be Saved! Its folder takes no new files." t.zrtrack ../p.3ds
 [ ! -e ../p.3ds ] || fail "a read-only folder, the track: the object was written"
 fresh small
 (ulimit -f 8 && check "a limit of file sizes" "Object Can't Be Written" t.zrtrack o.3ds)
@@ -79,7 +79,7 @@ chmod 666 o.3ds
 mkdir -m 777 ../tracks
 mv t.zrtrack ../tracks/t.zrtrack
 chmod 555 .
-check "an object in a locked folder" "save the object in a folder of your own" ../tracks/t.zrtrack o.3ds
+check "an object in a locked folder" "Object Can't Be Written! Its folder takes no new files." ../tracks/t.zrtrack o.3ds
 [ "$(cat o.3ds)" = "an older object" ] || fail "an object in a locked folder: it was overwritten"
 
 # Files of other users, whose owner can't be kept.

@@ -119,7 +119,8 @@ TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
     };
     const Case cases[] = {
         {"d.3ds --save p.png", 1, "the file ends here"},
-        {"'a\nb.3ds' --save p.png", 1, "a?b.3ds\nThere is no such file."},
+        {"'a\nb.3ds' --save p.png", 1,
+         "boreforge-view: a?b.3ds: error: There Is Nothing to Draw! There is no such file."},
         {"o.3ds --save p.png --from inside", 1, "needs the track"},
         {"o.3ds --save p.png --track d.3ds", 1, "the wrong extension"},
         {"o.3ds --save track.png", 1, "That File Is a Track!"},
