@@ -1,7 +1,7 @@
 #!/bin/sh
 # Checks the documents against the tree: the picture of the modules in docs/architecture.md has the arrows of the
-# includes in src/, without a cycle, the viewer's keys are the same everywhere, the manual pages have every option and key, the
-# guide has every message and no other, and every link leads to a file.
+# includes in src/, without a cycle, the viewer's keys are the same everywhere, the manual pages have every option and
+# key, the guide has every message and no other and the sizes of the sample shapes, and every link leads to a file.
 #   documents.sh PROJECT PROGRAMS     (the folder of the programs)
 set -eu
 cd "$1"

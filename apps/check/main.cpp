@@ -54,7 +54,10 @@ int main(int count, char** arguments) {
     application.footer(
         "Exit status: 0 all are sound, 1 one is damaged, empty, or has walls that face the wrong way, 2 "
         "wrong usage.");
-    application.add_option("OBJECT", paths, "The objects to check")->type_name("FILE.3ds")->required();
+    application.add_option("OBJECT", paths, "The objects to check")
+        ->type_name("FILE.3ds")
+        ->check(NotEmpty())
+        ->required();
     application.add_flag("--json", asJson, "Report as JSON, for programs");
     return RunProgram(application, count, arguments, [&] { return CheckObjects(paths, asJson); });
 }

@@ -89,8 +89,14 @@ std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min,
 
 CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string& path,
                      const std::string& typeName, const std::string& description) {
-    const CLI::Validator notEmpty([](std::string& text) { return text.empty() ? "is empty" : ""; }, "");
-    return application.add_option(name, path, description)->type_name(typeName)->check(notEmpty)->take_last();
+    return application.add_option(name, path, description)
+        ->type_name(typeName)
+        ->check(NotEmpty())
+        ->take_last();
+}
+
+CLI::Validator NotEmpty() {
+    return CLI::Validator([](std::string& text) { return text.empty() ? "is empty" : ""; }, "");
 }
 
 CLI::Validator EndsIn(std::string_view extension) {

@@ -44,17 +44,20 @@ CLI::Option* AddParsed(CLI::App& application, const std::string& name, Target& t
 CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string& path,
                      const std::string& typeName, const std::string& description);
 
+// Checks that an option's value is not empty.
+CLI::Validator NotEmpty();
+
 // Checks that an option's value is a file name with this extension, see HasExtension, which must stay valid.
 CLI::Validator EndsIn(std::string_view extension);
 
-// The headline, without "Error - ", and the reason of a failure.
+// What went wrong, in one line: the headline without "Error - ", then the reason.
 std::string FailureText(const Failure& failure);
 
 // Prints "PROGRAM: FILE: error: TEXT" to standard error, with the consequence indented below it, and returns
-// kFailed. The advice, which is for the window, is left out; and so is the file if there is none.
+// kFailed. A failure without a path has no FILE. The advice is left out: it is for users of the window.
 ExitStatus Fail(const std::string& program, const Outcome& outcome);
 
-// The same line for a warning about a file, or for one that is a failure.
+// Prints "PROGRAM: FILE: error: TEXT", or the same with "warning", to standard error. `path` may be empty.
 void PrintMessage(const std::string& program, const std::string& path, bool isError, const std::string& text);
 
 }  // namespace boreforge

@@ -10,7 +10,7 @@
 
 namespace boreforge {
 
-// A number in the fewest digits that give the same value again.
+// A number in the fewest digits from which the same value can be read again.
 std::string Number(double value);
 std::string Number(float value);
 

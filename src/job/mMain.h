@@ -24,7 +24,7 @@ std::int32_t CountTunnels();
 // What a job leaves out. Without limits it does everything.
 struct JobLimits {
     bool leavesTrack = false;    // the track is neither saved nor changed in memory
-    bool writesNothing = false;  // every refusal and the model in the store, but no file
+    bool writesNothing = false;  // the model is built and both files could be written, but neither is
 };
 
 // Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
@@ -38,7 +38,7 @@ struct JobLimits {
 // - when either file can't be replaced where it is.
 // If writing fails later, the track is unchanged, but the object may already have been replaced. The track
 // in memory may then be changed, so it has to be opened again.
-// The limits leave out steps, and what would be refused for their sake.
+// Steps that the limits leave out refuse nothing.
 Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits = {});
 
 }  // namespace boreforge

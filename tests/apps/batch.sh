@@ -58,6 +58,12 @@ same out summary
 absent dry.3ds
 unchanged
 
+# The sample shapes that the window has, too, are the same as there.
+for shape in box rounded; do
+    run 0 "$2/tests/golden/$shape/track.zrtrack" $shape.3ds --no-track --preset $shape --detail poor
+    same $shape.3ds "$2/tests/golden/$shape/tube.3ds"
+done
+
 # Several tracks: one that fails stops no other.
 printf '' >bad.zrtrack
 run 1 t.zrtrack bad.zrtrack u.zrtrack --output-folder made

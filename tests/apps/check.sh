@@ -71,6 +71,8 @@ check 1 '{"file": "\"\u00ff\u000a.3ds", "verdict": "damaged", "byte": 0, "reason
 check 1 '{"file": "absent.3ds", "verdict": "unreadable", "reason": "There is no such file."}' absent.3ds --json
 check 1 "boreforge-check: absent.3ds: error: The 3DS Object Can't Be Read! There is no such file.|" absent.3ds
 
+check 2 "OBJECT: is empty" box.3ds ""
+
 # Several objects: the status is 0 only if all are sound.
 check 0 "|Sound.||runs.3ds|" box.3ds runs.3ds
 check 1 "|Sound.|" color.3ds box.3ds
