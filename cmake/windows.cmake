@@ -16,7 +16,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Qt's tools, such as rcc, run on this machine.
 set(QT_HOST_PATH /usr)
 set(QT_HOST_PATH_CMAKE_DIR /usr/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake)
-set(BOREFORGE_MAKE_ICONS ${project}/build/native/bin/make_icons)
 set(BOREFORGE_VIEW OFF CACHE BOOL "The viewer isn't built for Windows" FORCE)
 set(with_window OFF)
 if(EXISTS ${qt}/stamp)

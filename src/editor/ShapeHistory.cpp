@@ -21,21 +21,6 @@ bool SamePoints(const std::vector<Vector3D>& a, const std::vector<Vector3D>& b) 
     });
 }
 
-std::size_t BytesOf(const ShapeNodes& nodes) {
-    return (nodes.inside.size() + nodes.outside.size()) * sizeof(Vector3D);
-}
-
-void DropOldSteps() {
-    std::deque<ShapeNodes>& steps = ShapeHistory.undo;
-    std::size_t bytes = 0;
-    for (const ShapeNodes& step : steps)
-        bytes += BytesOf(step);
-    while (steps.size() > 1 && (steps.size() > kMaxUndoSteps || bytes > kMaxUndoBytes)) {
-        bytes -= BytesOf(steps.front());
-        steps.pop_front();
-    }
-}
-
 // Restores the last step of `from` and appends the present shape to `to`.
 bool Restore(std::deque<ShapeNodes>& from, std::deque<ShapeNodes>& to) {
     EndShapeStep();
@@ -58,7 +43,7 @@ void EndShapeStep() {
     if (present && !(SamePoints(present->inside, now.inside) && SamePoints(present->outside, now.outside))) {
         ShapeHistory.undo.push_back(std::move(*present));
         ShapeHistory.redo.clear();
-        DropOldSteps();
+        if (ShapeHistory.undo.size() > kMaxUndoSteps) ShapeHistory.undo.pop_front();
     }
     present = std::move(now);
 }

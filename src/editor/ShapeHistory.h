@@ -11,9 +11,8 @@
 
 namespace boreforge {
 
-// Beyond either limit the oldest steps are dropped; the last step is always kept.
+// Older steps are dropped.
 inline constexpr std::size_t kMaxUndoSteps = 1000;
-inline constexpr std::size_t kMaxUndoBytes = 64'000'000;
 
 struct ShapeNodes {
     std::vector<Vector3D> inside, outside;
