@@ -185,6 +185,24 @@ bool MoveByKey(const KeyPress& key, const EditorControls& controls) {
     return true;
 }
 
+struct ToolKey {
+    KeyCode code;
+    ShapeTool tool;
+};
+constexpr ToolKey kToolKeys[] = {
+    {KeyCode::I, ShapeTool::Insert},
+    {KeyCode::Delete, ShapeTool::Delete},
+    {KeyCode::PadPlus, ShapeTool::ZoomIn},
+    {KeyCode::Plus, ShapeTool::ZoomIn},
+    {KeyCode::PadMinus, ShapeTool::ZoomOut},
+    {KeyCode::Minus, ShapeTool::ZoomOut},
+    {KeyCode::PadSlash, ShapeTool::ZoomReset},
+    {KeyCode::M, ShapeTool::Mirror},
+    {KeyCode::F, ShapeTool::Flip},
+    {KeyCode::W, ShapeTool::EvenWall},
+    {KeyCode::R, ShapeTool::Reverse},
+};
+
 std::optional<ShapeTool> ToolOfShortcut(const KeyPress& key) {
     if (!key.control || key.alt || key.super) return {};
     if (key.code == KeyCode::Z) return key.shift ? ShapeTool::Redo : ShapeTool::Undo;
@@ -280,30 +298,8 @@ Outcome OpenShapeFile(const std::string& path, const EditorControls& controls) {
 }
 
 std::optional<ShapeTool> ToolOfKey(const KeyPress& key) {
-    switch (key.code) {
-        case KeyCode::I:
-            return ShapeTool::Insert;
-        case KeyCode::Delete:
-            return ShapeTool::Delete;
-        case KeyCode::PadPlus:
-        case KeyCode::Plus:
-            return ShapeTool::ZoomIn;
-        case KeyCode::PadMinus:
-        case KeyCode::Minus:
-            return ShapeTool::ZoomOut;
-        case KeyCode::PadSlash:
-            return ShapeTool::ZoomReset;
-        case KeyCode::M:
-            return ShapeTool::Mirror;
-        case KeyCode::F:
-            return ShapeTool::Flip;
-        case KeyCode::W:
-            return ShapeTool::EvenWall;
-        case KeyCode::R:
-            return ShapeTool::Reverse;
-        default:
-            return ToolOfShortcut(key);
-    }
+    const auto found = std::ranges::find(kToolKeys, key.code, &ToolKey::code);
+    return found == std::end(kToolKeys) ? ToolOfShortcut(key) : found->tool;
 }
 
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls) {

@@ -87,8 +87,7 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 void UsePreset(PresetShape preset, const EditorControls& controls);
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
-// The platform-independent codes of the keys that the editor uses. Only the keypad's slash runs a
-// tool.
+// The platform-independent codes of the keys that the editor uses.
 enum class KeyCode {
     Other = 0,
     Escape = 27,
@@ -109,7 +108,6 @@ enum class KeyCode {
     PadSlash = 111,
     Plus = 187,
     Minus = 189,
-    Slash = 191,
 };
 
 struct KeyPress {

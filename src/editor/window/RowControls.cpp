@@ -1,8 +1,13 @@
 #include "editor/window/RowControls.h"
 
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QRegularExpressionValidator>
 #include <QStyleOptionToolButton>
 
 #include "dialogs/QtColor.h"
+#include "editor/ShapeInput.h"
 
 namespace boreforge {
 
@@ -18,7 +23,47 @@ void RowButton::initStyleOption(QStyleOptionToolButton* option) const {
                                                                 between(button.blueF(), text.blueF())));
 }
 
-// A text passed to QLabel's constructor would be announced as a plain label's.
-ReadOut::ReadOut(const QString& text, QWidget* parent) : QLabel(parent) { setText(text); }
+SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
+    setMaxLength(5);
+    // Pasted and dropped text bypasses keyPressEvent: allow digits and points only.
+    setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
+    // Its menu would offer an undo under the key that undoes the shape.
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    // An input method would bypass it, too.
+    setAttribute(Qt::WA_InputMethodEnabled, false);
+}
+
+// Text may be dropped here. Dragged files are left to the window: file managers send their names as text,
+// too.
+void SnapBox::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
+}
+
+void SnapBox::keyPressEvent(QKeyEvent* event) {
+    const QString typed = event->text();
+    const bool character = !typed.isEmpty() && typed.at(0).isPrint();
+    if (character && !SnapCharacterPasses(text().toStdString(), typed.at(0).unicode())) return;
+    QLineEdit::keyPressEvent(event);
+}
+
+void SnapBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    focusByMouse_ = event->reason() == Qt::MouseFocusReason;
+    // When the window is activated again, keep the selection.
+    if (event->reason() != Qt::ActiveWindowFocusReason) selectAll();
+}
+
+// QLineEdit would move the cursor to the click that brought the focus, and so drop the selection.
+void SnapBox::mousePressEvent(QMouseEvent* event) {
+    if (!focusByMouse_) QLineEdit::mousePressEvent(event);
+}
+
+void SnapBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (!focusByMouse_) QLineEdit::mouseReleaseEvent(event);
+    focusByMouse_ = false;
+}
 
 }  // namespace boreforge

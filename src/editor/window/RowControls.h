@@ -1,7 +1,7 @@
 // Qt's controls adapted to the tool row.
 #pragma once
 
-#include <QLabel>
+#include <QLineEdit>
 #include <QToolButton>
 
 namespace boreforge {
@@ -16,10 +16,21 @@ class RowButton : public QToolButton {
     void initStyleOption(QStyleOptionToolButton* option) const override;
 };
 
-// A label that shows a number. Screen readers get the number as its value.
-class ReadOut : public QLabel {
+// The text box txtSnap for the snap interval. Accepts only characters that SnapCharacterPasses allows.
+// Selects its whole text when it gets the focus, except when the window is activated again.
+class SnapBox : public QLineEdit {
   public:
-    ReadOut(const QString& text, QWidget* parent);
+    explicit SnapBox(QWidget* parent);
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+  private:
+    bool focusByMouse_ = false;
 };
 
 }  // namespace boreforge

@@ -3,8 +3,7 @@
 
 namespace boreforge {
 
-// Installs the roles and values of the main window, its canvas and its read-outs. Call it before they are
-// made.
+// Installs the roles of the main window and its canvas. Call it before they are made.
 void InstallWindowAccess();
 
 }  // namespace boreforge

@@ -2,92 +2,64 @@
 
 #include <QGuiApplication>
 
+#include <algorithm>
+#include <span>
+
 namespace boreforge {
 
 namespace {
 
-// The Latin letter at a key's position, for keyboards that type other letters: on X11 and Wayland a position
-// has the same scan code on every keyboard.
-int LetterAt(quint32 scanCode) {
-    switch (scanCode) {
-        case 25:
-            return Qt::Key_W;
-        case 27:
-            return Qt::Key_R;
-        case 29:
-            return Qt::Key_Y;
-        case 31:
-            return Qt::Key_I;
-        case 41:
-            return Qt::Key_F;
-        case 52:
-            return Qt::Key_Z;
-        case 58:
-            return Qt::Key_M;
-        default:
-            return 0;
-    }
-}
+constexpr quint32 kNoPosition = ~0u;
 
-// True for a key of the digit row, by its position.
-bool IsDigitKey(const QKeyEvent& event) {
-    constexpr quint32 kOne = 10, kZero = 19;
-    return event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
+struct Key {
+    int key;  // Qt's
+    KeyCode code;
+    quint32 position =
+        kNoPosition;  // of a letter: the scan code on X11 and Wayland, the same on every keyboard
+};
+constexpr Key kKeys[] = {
+    {Qt::Key_Escape, KeyCode::Escape}, {Qt::Key_Left, KeyCode::Left}, {Qt::Key_Up, KeyCode::Up},
+    {Qt::Key_Right, KeyCode::Right},   {Qt::Key_Down, KeyCode::Down}, {Qt::Key_Delete, KeyCode::Delete},
+    {Qt::Key_F, KeyCode::F, 41},       {Qt::Key_I, KeyCode::I, 31},   {Qt::Key_M, KeyCode::M, 58},
+    {Qt::Key_R, KeyCode::R, 27},       {Qt::Key_W, KeyCode::W, 25},   {Qt::Key_Y, KeyCode::Y, 29},
+    {Qt::Key_Z, KeyCode::Z, 52},
+};
+constexpr Key kSigns[] = {
+    {Qt::Key_Plus, KeyCode::Plus},
+    {Qt::Key_Equal, KeyCode::Plus},
+    {Qt::Key_Minus, KeyCode::Minus},
+    {Qt::Key_Underscore, KeyCode::Minus},
+};
+constexpr Key kKeypadSigns[] = {
+    {Qt::Key_Plus, KeyCode::PadPlus},
+    {Qt::Key_Minus, KeyCode::PadMinus},
+    {Qt::Key_Slash, KeyCode::PadSlash},
+};
+
+KeyCode CodeIn(std::span<const Key> keys, const auto& member, const auto& wanted) {
+    const auto found = std::ranges::find(keys, wanted, member);
+    return found == keys.end() ? KeyCode::Other : found->code;
 }
 
 // Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. On some
 // keyboards a digit key types one of them; that counts only for a "+" or "-" without Shift.
 bool IsSignKey(const QKeyEvent& event) {
+    constexpr quint32 kOne = 10, kZero = 19;  // scan codes of the digit row's ends
+    const bool isDigit = event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;
     const bool plain = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus;
-    return !IsDigitKey(event) || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
+    return !isDigit || (plain && !event.modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// The editor's code of a key, whatever modifiers are held.
+// The editor's code of a key, whatever modifiers are held. On a keyboard that types other letters, the Latin
+// letter at the key's position counts.
 KeyCode KeyCodeOf(const QKeyEvent& event) {
-    const bool keypad = event.modifiers().testFlag(Qt::KeypadModifier);
-    const bool foreignLetter = event.key() > 0xFF && event.key() < Qt::Key_Escape;
-    switch (foreignLetter ? LetterAt(event.nativeScanCode()) : event.key()) {
-        case Qt::Key_Escape:
-            return KeyCode::Escape;
-        case Qt::Key_Left:
-            return KeyCode::Left;
-        case Qt::Key_Up:
-            return KeyCode::Up;
-        case Qt::Key_Right:
-            return KeyCode::Right;
-        case Qt::Key_Down:
-            return KeyCode::Down;
-        case Qt::Key_Delete:
-            return KeyCode::Delete;
-        case Qt::Key_F:
-            return KeyCode::F;
-        case Qt::Key_I:
-            return KeyCode::I;
-        case Qt::Key_M:
-            return KeyCode::M;
-        case Qt::Key_R:
-            return KeyCode::R;
-        case Qt::Key_W:
-            return KeyCode::W;
-        case Qt::Key_Y:
-            return KeyCode::Y;
-        case Qt::Key_Z:
-            return KeyCode::Z;
-        case Qt::Key_Plus:
-            if (keypad) return KeyCode::PadPlus;
-            return IsSignKey(event) ? KeyCode::Plus : KeyCode::Other;
-        case Qt::Key_Equal:
-            return !keypad && IsSignKey(event) ? KeyCode::Plus : KeyCode::Other;
-        case Qt::Key_Minus:
-            if (keypad) return KeyCode::PadMinus;
-            return IsSignKey(event) ? KeyCode::Minus : KeyCode::Other;
-        case Qt::Key_Underscore:
-            return IsSignKey(event) ? KeyCode::Minus : KeyCode::Other;
-        case Qt::Key_Slash:
-            return keypad ? KeyCode::PadSlash : KeyCode::Slash;
-        default:
-            return KeyCode::Other;
-    }
+    const int key = event.key();
+    const bool isForeignLetter = key > 0xFF && key < Qt::Key_Escape;
+    if (isForeignLetter) return CodeIn(kKeys, &Key::position, event.nativeScanCode());
+    const KeyCode code = CodeIn(kKeys, &Key::key, key);
+    if (code != KeyCode::Other) return code;
+    if (event.modifiers().testFlag(Qt::KeypadModifier)) return CodeIn(kKeypadSigns, &Key::key, key);
+    return IsSignKey(event) ? CodeIn(kSigns, &Key::key, key) : KeyCode::Other;
 }
 
 }  // namespace

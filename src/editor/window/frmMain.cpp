@@ -21,7 +21,6 @@
 #include "editor/TunnelShapeFile.h"
 #include "editor/window/Icons.h"
 #include "editor/window/RowControls.h"
-#include "editor/window/SnapBox.h"
 #include "editor/window/ToolRow.h"
 #include "editor/window/WindowAccess.h"
 #include "editor/window/WindowKeys.h"
@@ -153,7 +152,7 @@ void frmMain::MakeReadOuts() {
         FitTexts({{label, label->text(), label->size()}});
     }
     for (std::size_t i = 0; i < 2; ++i) {
-        lblMousePos_[i] = placed(new ReadOut("00.00", this), kMousePos[i]);
+        lblMousePos_[i] = placed(new QLabel("00.00", this), kMousePos[i]);
         lblMousePos_[i]->setAccessibleName(i == 0 ? "Mouse position X" : "Mouse position Y");
     }
 }
@@ -205,8 +204,11 @@ void frmMain::RedrawAndFocus() {
 
 void frmMain::ShowMousePosition(float x, float y) {
     const Vector3D position = Snapped(ShapePositionAt(x, y), Controls());
-    lblMousePos_[0]->setText(QString::fromStdString(FormatPosition(position.x)));
-    lblMousePos_[1]->setText(QString::fromStdString(FormatPosition(position.y)));
+    for (std::size_t i = 0; i < 2; ++i) {
+        const QString text = QString::fromStdString(FormatPosition(i == 0 ? position.x : position.y));
+        lblMousePos_[i]->setText(text);
+        lblMousePos_[i]->setAccessibleDescription(text);
+    }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
