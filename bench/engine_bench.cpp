@@ -15,7 +15,7 @@
 #include "platform/Files.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
-#include "tunnelmesh/TunnelSweep.h"
+#include "tunnelmesh/TunnelMesh.h"
 
 using namespace boreforge;
 
@@ -67,7 +67,7 @@ LiteralScan ScanOf(const Mesh3DS& mesh) {
 }
 
 void FillByFaces(const Mesh3DS& wall) {
-    BeginObject(kObjectPrefix, 0, false, true);
+    BeginObject("SEGT", 0, false, true);
     ForEachFace(wall, [](const auto&... corners) { AddFace(corners..., {}, {}, {}); });
 }
 

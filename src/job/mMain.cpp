@@ -14,8 +14,7 @@
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
-#include "tunnelmesh/TunnelCaps.h"
-#include "tunnelmesh/TunnelSweep.h"
+#include "tunnelmesh/TunnelMesh.h"
 
 namespace boreforge {
 

@@ -8,8 +8,7 @@
 #include "shared/Read3DSObject.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
-#include "tunnelmesh/TunnelCaps.h"
-#include "tunnelmesh/TunnelSweep.h"
+#include "tunnelmesh/TunnelMesh.h"
 
 namespace boreforge {
 

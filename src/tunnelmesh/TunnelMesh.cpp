@@ -1,4 +1,4 @@
-#include "tunnelmesh/TunnelSweep.h"
+#include "tunnelmesh/TunnelMesh.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,12 +7,32 @@
 
 #include "editor/TunnelShape.h"
 #include "export3ds/VertexIndex.h"
+#include "export3ds/mSave3DSObject.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "trackfile/TrackDocument.h"
 
 namespace boreforge {
 
 namespace {
+
+// The name prefix of every object of a tunnel.
+constexpr char kObjectPrefix[] = "SEGT";
+
+// Transforms a contour from shape space to track space and appends it to `points`.
+void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
+                  std::vector<Vector3D>& points) {
+    const Matrix3D frame = world;  // a copy: the compiler can't know that `points` doesn't overlap `world`
+    const std::size_t before = points.size();
+    points.resize(before + contour.size());
+    for (std::size_t k = 0; k < contour.size(); ++k)
+        points[before + k] = MatTransformPoint(frame, contour[k]);
+}
+
+// Adds the triangles (a, b, c) and (c, d, a) to the open object.
+void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d) {
+    AddFace(a, b, c, {}, {}, {});
+    AddFace(c, d, a, {}, {}, {});
+}
 
 // Rings of points, each joined to the next by a band of quads, one for each node.
 struct Wall {
@@ -122,6 +142,20 @@ std::vector<Vector3D> PointsOf(const std::vector<Vector3D>& contour, std::int32_
     return points;
 }
 
+void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool alongTravel, bool againstTravel) {
+    const Matrix3D& world = TracedSegments[segmentIndex].Samples.front().WorldMatrix;
+    BeginObject(kObjectPrefix, materialIndex, false, true);
+    std::vector<Vector3D> inner, outer;
+    CarryContour(TunnelShape.InsideNodes, world, inner);
+    CarryContour(TunnelShape.OutsideNodes, world, outer);
+    for (std::size_t k = 0; k < inner.size(); ++k) {
+        const std::size_t k2 = k + 1 < inner.size() ? k + 1 : 0;
+        if (alongTravel) AddQuad(inner[k], inner[k2], outer[k2], outer[k]);
+        if (againstTravel) AddQuad(inner[k], outer[k], outer[k2], inner[k2]);
+    }
+    FlushObject();
+}
+
 }  // namespace
 
 void SweepOutsideWall(std::int32_t segmentIndex, std::int16_t materialIndex, std::int32_t detailStep,
@@ -153,18 +187,12 @@ WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIn
     return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }
 
-void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
-                  std::vector<Vector3D>& points) {
-    const Matrix3D frame = world;  // a copy: the compiler can't know that `points` doesn't overlap `world`
-    const std::size_t before = points.size();
-    points.resize(before + contour.size());
-    for (std::size_t k = 0; k < contour.size(); ++k)
-        points[before + k] = MatTransformPoint(frame, contour[k]);
+void CapTunnelEntry(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided) {
+    CapTunnel(segmentIndex, materialIndex, doubleSided, true);
 }
 
-void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d) {
-    AddFace(a, b, c, {}, {}, {});
-    AddFace(c, d, a, {}, {}, {});
+void CapTunnelExit(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided) {
+    CapTunnel(segmentIndex, materialIndex, true, doubleSided);
 }
 
 }  // namespace boreforge

@@ -1,11 +1,10 @@
-// The walls of a tunnel: a contour of the shape, swept along one traced segment.
+// The walls of a tunnel, contours of the shape swept along one traced segment each, and the caps at its ends.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-#include "export3ds/mSave3DSObject.h"
-#include "tracing/mMatrix3D.h"
+#include "tracing/mMath3D.h"
 
 namespace boreforge {
 
@@ -27,13 +26,11 @@ struct WallSize {
 WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int32_t detailStep,
                     bool doubleSided);
 
-// The name prefix of every object of a tunnel.
-inline constexpr char kObjectPrefix[] = "SEGT";
-
-// Transforms a contour from shape space to track space and appends it to `points`.
-void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world, std::vector<Vector3D>& points);
-
-// Adds the triangles (a, b, c) and (c, d, a) to the open object.
-void AddQuad(const Vector3D& a, const Vector3D& b, const Vector3D& c, const Vector3D& d);
+// Adds the cap at the first sample of a segment to the model store, as an object of its own: a flat ring of
+// triangles that closes the gap between the two walls; the opening stays. The entry cap
+// belongs to the first segment of a run and faces against the direction of travel; the exit cap belongs to
+// the first segment after the run and faces along it. If doubleSided, each faces both ways.
+void CapTunnelEntry(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided);
+void CapTunnelExit(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided);
 
 }  // namespace boreforge
