@@ -52,32 +52,18 @@ QPointF ImageSurface::LineEnd(CanvasPoint position) const {
     return density_ == 1 ? QPointF(position.x, position.y) : OnRaster(position);
 }
 
-const QImage& ImageSurface::StampOf(const ColorRGB& color) {
-    for (const DotStamp& stamp : stamps_)
-        if (stamp.width == penWidth_ && stamp.color == color) return stamp.image;
-    const double width = penWidth_ * density_;
-    const int middle = LineThickness(1) % 2;  // 1: dots are centred on a pixel, as lines are
-    const int side = 2 * static_cast<int>(std::ceil(width / 2)) + middle;
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ToQColor(color));
-    painter.drawEllipse(QPointF(side / 2.0, side / 2.0), width / 2, width / 2);
-    painter.end();
-    stamps_.push_back({penWidth_, color, image});
-    return stamps_.back().image;
-}
-
 void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
     const double reach = penWidth_;
     const bool visible =
         center.x > -reach && center.x < Width() + reach && center.y > -reach && center.y < Height() + reach;
     if (!painter_.isActive() || !visible) return;
-    const QImage& stamp = StampOf(color);
-    const int half = stamp.width() / 2;
-    painter_.drawImage(OnRaster(center) - QPointF(half, half), stamp);
+    const double radius = penWidth_ * density_ / 2;
+    const double middle = LineThickness(1) % 2 / 2.0;  // dots are centred on a pixel if lines are
+    painter_.setRenderHint(QPainter::Antialiasing, true);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(ToQColor(color));
+    painter_.drawEllipse(OnRaster(center) + QPointF(middle, middle), radius, radius);
+    painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {

@@ -6,8 +6,6 @@
 #include <QPointF>
 #include <QSize>
 
-#include <vector>
-
 #include "base/Values.h"
 #include "editor/ShapeDrawing.h"
 
@@ -35,14 +33,6 @@ class ImageSurface {
   private:
     void DrawStrands(QPointF from, QPointF to, const ColorRGB& color);
 
-    // A drawn dot, kept because a shape has hundreds of equal ones.
-    struct DotStamp {
-        int width;
-        ColorRGB color;
-        QImage image;
-    };
-    // The dot of this colour, as wide as the pen.
-    const QImage& StampOf(const ColorRGB& color);
     QPointF OnRaster(CanvasPoint position) const;
     // The end of a line, in device pixels.
     QPointF LineEnd(CanvasPoint position) const;
@@ -52,7 +42,6 @@ class ImageSurface {
     QSize size_;
     double density_;
     int penWidth_ = 1;
-    std::vector<DotStamp> stamps_;
     QPainter painter_;
 };
 
