@@ -9,7 +9,7 @@
 
 #include "base/FileTags.h"
 #include "base/Text.h"
-#include "batch/SampleShapes.h"
+#include "editor/SampleShapes.h"
 
 namespace boreforge {
 

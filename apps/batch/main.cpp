@@ -13,8 +13,8 @@
 
 #include "base/Text.h"
 #include "batch/BatchOptions.h"
-#include "batch/SampleShapes.h"
 #include "batch/ShapeReport.h"
+#include "editor/SampleShapes.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
@@ -75,8 +75,7 @@ std::string ConflictOf(const BatchOptions& options) {
 
 void PrepareShape(const BatchOptions& options, Messages& messages) {
     if (options.shape.empty()) {
-        const auto sample = std::ranges::find(kSampleShapes, options.preset, &SampleShape::name);
-        LoadBuiltInShape(sample->file);
+        LoadSampleShape(options.preset);
     } else if (const Outcome loaded = LoadTunnelShape(options.shape); !loaded) {
         const Failure context = {.headline = "Error - Invalid Tunnel Shape File!", .path = options.shape};
         return Refuse(loaded.With(context), messages);

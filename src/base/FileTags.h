@@ -10,7 +10,7 @@ namespace boreforge {
 
 inline constexpr std::string_view kTrackTag = "ZPHR";
 inline constexpr std::string_view kShapeTag = "ZRBF";
-inline constexpr std::string_view kTrackExtension = ".zrtrack";
+inline constexpr std::string_view kTrackExtension = ".zrtrack", kShapeExtension = ".zrbf";
 
 // Whether a new file with the tag `newTag` (empty: none) may replace a file that starts with `beginning`, up
 // to four bytes. A track or a shape may be replaced only by its own kind.

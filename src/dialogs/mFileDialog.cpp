@@ -17,9 +17,6 @@ FileDialogCalls fileDialogCalls = DesktopFileDialogs();
 
 namespace {
 
-// The raw result of the last dialog.
-std::int32_t lastResult = 0;
-
 QString ConvertFilter(QString filter) {
     filter.replace('|', QChar(0)).replace(':', QChar(0));
     return filter + QChar(0) + QChar(0);
@@ -75,11 +72,9 @@ std::int32_t RunDialog(FileDialogArguments& record, QFileDialog::AcceptMode acce
 }
 
 bool Show(FileDialogArguments& arguments, std::int32_t flags, std::int32_t (*call)(FileDialogArguments&)) {
-    lastResult = 0;
     arguments.Flags = flags | (arguments.Flags & ~(kEnableHook | kEnableTemplate));
     arguments.Filter = ConvertFilter(arguments.Filter);
-    lastResult = call(arguments);
-    if (lastResult == 1) return true;
+    if (call(arguments) == 1) return true;
     arguments.FileName.clear();
     arguments.FileTitle.clear();
     arguments.Flags = 0;
@@ -114,7 +109,7 @@ TypedName MeaningOf(const QString& typed, const QDir& folder, const QString& ext
     if (!info.dir().exists()) return {.refusal = "There is no such folder."};
     const QString ending = '.' + extension, name = info.fileName();
     if (name.isEmpty() || name == ending) return {.refusal = "The file needs a name."};
-    // Qt takes what is between two of them for a file of its own.
+    // Qt treats each quoted part as a file of its own.
     if (name.contains('"')) return {.refusal = "A name that is typed can't have a double quote."};
     const bool hasEnding = extension.isEmpty() || name.endsWith(ending, Qt::CaseInsensitive);
     return {.file = path + (hasEnding ? "" : ending)};

@@ -3,37 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <span>
 #include <utility>
+
+#include "editor/SampleShapes.h"
 
 namespace boreforge {
 
 TunnelShapeState TunnelShape;
 
 namespace {
-
-struct PresetNode {
-    Vector3D inside, outside;
-};
-
-// Both wind counter-clockwise, with the floor one unit below the track and the roof three above it.
-constexpr PresetNode kBox[] = {
-    {{2, -1, 0}, {2.5f, -1.5f, 0}},
-    {{2, 3, 0}, {2.5f, 3.5f, 0}},
-    {{-2, 3, 0}, {-2.5f, 3.5f, 0}},
-    {{-2, -1, 0}, {-2.5f, -1.5f, 0}},
-};
-constexpr PresetNode kRounded[] = {
-    {{2, 0, 0}, {2.5f, 0, 0}},     {{2, 2, 0}, {2.5f, 2, 0}},   {{1, 3, 0}, {1, 3.5f, 0}},
-    {{-1, 3, 0}, {-1, 3.5f, 0}},   {{-2, 2, 0}, {-2.5f, 2, 0}}, {{-2, 0, 0}, {-2.5f, 0, 0}},
-    {{-1, -1, 0}, {-1, -1.5f, 0}}, {{1, -1, 0}, {1, -1.5f, 0}},
-};
-
-std::span<const PresetNode> PresetNodes(std::int16_t preset) {
-    if (preset == kPresetBox) return kBox;
-    if (preset == kPresetRounded) return kRounded;
-    return {};
-}
 
 float AwayFromAxis(float value) { return value < 0 ? value - 0.5f : value + 0.5f; }
 
@@ -161,11 +139,7 @@ bool MakeWallEven(double thickness) {
 }
 
 void MakePresetShape(std::int16_t preset) {
-    ResetTunnelShape();
-    for (const PresetNode& node : PresetNodes(preset)) {
-        AddShapeNode(node.inside);
-        TunnelShape.OutsideNodes.back() = node.outside;
-    }
+    LoadSampleShape(preset == kPresetBox ? "box" : preset == kPresetRounded ? "rounded" : "");
 }
 
 }  // namespace boreforge

@@ -54,7 +54,7 @@ void ReverseTunnelShape();
 // with a coordinate that isn't finite.
 bool MakeWallEven(double thickness);
 
-// The ready-made shapes.
+// The ready-made shapes, which are sample shapes, too.
 enum PresetShape : std::int16_t { kPresetBox = 0, kPresetRounded = 1 };
 
 // Replaces the shape with a preset, or empties it if there is no preset of this number.

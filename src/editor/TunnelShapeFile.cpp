@@ -1,10 +1,12 @@
 #include "editor/TunnelShapeFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <tuple>
 
 #include "base/FileTags.h"
+#include "editor/SampleShapes.h"
 #include "editor/TunnelShape.h"
 #include "editor/modFileIO.h"
 
@@ -60,10 +62,12 @@ Outcome LoadTunnelShape(const std::string& path) {
     return good;
 }
 
-void LoadBuiltInShape(std::string_view file) {
-    FileBuffer.assign(file.begin(), file.end());
-    FileBuffer.push_back(0);
+void LoadSampleShape(std::string_view name) {
     ResetTunnelShape();
+    const auto sample = std::ranges::find(kSampleShapes, name, &SampleShape::name);
+    if (sample == kSampleShapes.end()) return;
+    FileBuffer.assign(sample->file.begin(), sample->file.end());
+    FileBuffer.push_back(0);
     std::ignore = GetShape();
 }
 

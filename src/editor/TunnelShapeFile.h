@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "base/Outcome.h"
 
@@ -13,9 +12,6 @@ namespace boreforge {
 // It is empty if the file isn't a shape or is too short for its node count. A count of 0 or less is an empty
 // shape; bytes after the last node are ignored, and coordinates aren't tested.
 Outcome LoadTunnelShape(const std::string& path);
-
-// Replaces the shape with that of a file whose bytes, which must be good, are part of the program.
-void LoadBuiltInShape(std::string_view file);
 
 // Saves the shape to `path`, in place of any file but a track. If it fails, an existing file is unchanged.
 Outcome SaveTunnelShape(const std::string& path);

@@ -75,14 +75,10 @@ std::uint8_t* Store(std::uint8_t* at, Number value) {
 // Rounds to six decimal places, ties to even, and never to -0. From 16 on, neighbouring floats are more
 // than 1e-6 apart. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number
 // just as nearbyint does, without a call of the C library for each coordinate.
-float RoundPlaces(float value) {
-    constexpr double kWholeNumbers = 6755399441055744.0;
+float RoundToSixPlaces(float value) {
+    constexpr double kRoundingShift = 6755399441055744.0;
     if (!(std::fabs(value) < 16)) return value;  // or NaN
-    return static_cast<float>(((value * 1e6 + kWholeNumbers) - kWholeNumbers) / 1e6);
-}
-
-void PutLength(ChunkId id, std::int64_t length, OutputFile& file) {
-    PutChunkHeader(id, static_cast<std::int32_t>(length), file);
+    return static_cast<float>(((value * 1e6 + kRoundingShift) - kRoundingShift) / 1e6);
 }
 
 void PutFloat(float value, OutputFile& file) { Store(file.Claim(4), value); }
@@ -98,8 +94,8 @@ void PutNestedPercent(ChunkId id, std::int16_t value, OutputFile& file) {
 }
 
 void PutMaterial(const Material3DS& material, OutputFile& file) {
-    PutLength(MAT_ENTRY, MaterialLength(material), file);
-    PutLength(MAT_NAME, MaterialNameLength(material), file);
+    PutChunkHeader(MAT_ENTRY, MaterialLength(material), file);
+    PutChunkHeader(MAT_NAME, MaterialNameLength(material), file);
     PutZString(material.Name, file);
     PutNestedColor(MAT_AMBIENT, material.Ambient, file);
     PutNestedColor(MAT_DIFFUSE, material.Diffuse, file);
@@ -119,14 +115,14 @@ void PutMaterial(const Material3DS& material, OutputFile& file) {
 // The file's axes are x to the right, y forward and z up: the track's axes rotated, so the winding of the
 // faces stays the same.
 void PutPoints(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
-    PutLength(POINT_ARRAY, length, file);
+    PutChunkHeader(POINT_ARRAY, length, file);
     PutWord(static_cast<std::uint16_t>(mesh.PointCount()), file);
     for (const Vector3D& point : mesh.Points)
-        PutPoint3(RoundPlaces(point.x), RoundPlaces(-point.z), RoundPlaces(point.y), file);
+        PutPoint3(RoundToSixPlaces(point.x), RoundToSixPlaces(-point.z), RoundToSixPlaces(point.y), file);
 }
 
 void PutTexCoords(const Mesh3DS& mesh, std::int64_t length, OutputFile& file) {
-    PutLength(TEX_VERTS, length, file);
+    PutChunkHeader(TEX_VERTS, length, file);
     PutWord(static_cast<std::uint16_t>(mesh.TexCoordCount()), file);
     for (const TexCoord& coord : mesh.TexCoords) {
         PutFloat(coord.u, file);
@@ -145,20 +141,20 @@ void PutMatrix(OutputFile& file) {
 
 void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file) {
     const auto count = static_cast<std::uint16_t>(mesh.FaceCount());
-    PutLength(FACE_ARRAY, lengths.faces, file);
+    PutChunkHeader(FACE_ARRAY, lengths.faces, file);
     PutWord(count, file);
     for (const MeshFace& face : mesh.Faces) {
         std::uint8_t* const bytes = file.Claim(8);
         Store(Store(Store(Store(bytes, face.a), face.b), face.c), kAllEdgesVisible);
     }
 
-    PutLength(MSH_MAT_GROUP, lengths.materialGroup, file);
+    PutChunkHeader(MSH_MAT_GROUP, lengths.materialGroup, file);
     PutZString(MaterialOf(mesh).Name, file);
     PutWord(count, file);
     for (std::size_t i = 0; i < mesh.Faces.size(); ++i)
         PutWord(static_cast<std::uint16_t>(i), file);
 
-    PutLength(SMOOTH_GROUP, lengths.smoothGroups, file);
+    PutChunkHeader(SMOOTH_GROUP, lengths.smoothGroups, file);
     for (const std::int32_t group : mesh.SmoothGroups)
         PutDword(static_cast<std::uint32_t>(group), file);
     if (mesh.SmoothGroups.empty()) file.Write(std::vector<std::uint8_t>(4 * mesh.Faces.size()));
@@ -166,9 +162,9 @@ void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file)
 
 void PutMesh(const Mesh3DS& mesh, OutputFile& file) {
     const MeshLengths lengths(mesh);
-    PutLength(NAMED_OBJECT, lengths.object, file);
+    PutChunkHeader(NAMED_OBJECT, lengths.object, file);
     PutZString(mesh.Name, file);
-    PutLength(N_TRI_OBJECT, lengths.triObject, file);
+    PutChunkHeader(N_TRI_OBJECT, lengths.triObject, file);
     PutPoints(mesh, lengths.points, file);
     if (mesh.HasTexCoords) PutTexCoords(mesh, lengths.texCoords, file);
     PutMatrix(file);
@@ -182,8 +178,8 @@ void PutVersion(ChunkId id, OutputFile& file) {
 
 }  // namespace
 
-void PutChunkHeader(std::uint16_t id, std::int32_t length, OutputFile& file) {
-    Store(Store(file.Claim(6), id), length);
+void PutChunkHeader(std::uint16_t id, std::int64_t length, OutputFile& file) {
+    Store(Store(file.Claim(kHeaderLength), id), static_cast<std::int32_t>(length));
 }
 
 void PutWord(std::uint16_t value, OutputFile& file) { Store(file.Claim(2), value); }
@@ -220,7 +216,7 @@ Outcome Write3DSFile(OutputFile& file) {
     if (length < 0) return Failure{.reason = "It would be too large."};
     PutChunkHeader(MAIN3DS, length, file);
     PutVersion(M3D_VERSION, file);
-    PutLength(MDATA, MeshDataLength(), file);
+    PutChunkHeader(MDATA, MeshDataLength(), file);
     PutVersion(MESH_VERSION, file);
     for (const Material3DS& material : Model3DS.Materials)
         PutMaterial(material, file);

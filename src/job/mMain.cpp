@@ -170,25 +170,6 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
     return IsTooLarge(settings) ? kTooLarge : Outcome();
 }
 
-// The steps of a job that depend on no file. Without a tunnel the model has only the materials.
-Outcome Build(const TunnelJobSettings& settings) {
-    BuildTunnels(settings);
-    return Compute3DSLength() < 0 ? kTooLarge : Outcome();
-}
-
-// Calls `work` if there is a track with a tunnel.
-template <class Work>
-Outcome WithTunnels(const TunnelJobSettings& settings, const Work& work) {
-    if (!TrackLoaded) return Failure{};
-    if (CountTunnels() == 0) {
-        BuildTunnels(settings);
-        return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
-    }
-    const Outcome done = WithinMemory(work, kNoMemory);
-    if (!done) ResetModel();  // frees its memory
-    return done;
-}
-
 // Both files are complete on the disk before either is put in its place, and the object is in its place for
 // good before the track names it.
 Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
@@ -202,7 +183,10 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
         CheckJob(settings)
             .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
             .Then([&] { return trackStep([&] { return track.Open(TrackFilePath); }, kNothing); })
-            .Then([&] { return Build(settings); });
+            .Then([&] {
+                BuildTunnels(settings);
+                return Compute3DSLength() < 0 ? kTooLarge : Outcome();
+            });
     if (!built || limits.writesNothing) return built;
     const auto writeTrack = [&] {
         ModifyTrack(settings);
@@ -242,7 +226,14 @@ Outcome OpenTrack(const std::string& path) {
 }
 
 Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits) {
-    return WithTunnels(settings, [&] { return MakeFiles(settings, limits); });
+    if (!TrackLoaded) return Failure{};
+    if (CountTunnels() == 0) {
+        BuildTunnels(settings);  // the model then has only the materials
+        return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
+    }
+    const Outcome done = WithinMemory([&] { return MakeFiles(settings, limits); }, kNoMemory);
+    if (!done) ResetModel();  // frees its memory
+    return done;
 }
 
 }  // namespace boreforge

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
@@ -11,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+#include "base/FileTags.h"
+#include "base/Values.h"
 #include "dialogs/DroppedFiles.h"
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/frmTunnelSettings.h"
@@ -57,19 +58,14 @@ RowButton* MakeCheckButton(QWidget* parent, const ToolButton& tool, TabOrder& or
     return check;
 }
 
-enum class FileType { Shape, Track, Other };
-
-FileType TypeOf(const QString& path) {
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == "zrbf") return FileType::Shape;
-    return extension == "zrtrack" ? FileType::Track : FileType::Other;
-}
+bool IsTrack(const QString& path) { return HasExtension(path.toStdString(), kTrackExtension); }
+bool IsShape(const QString& path) { return HasExtension(path.toStdString(), kShapeExtension); }
 
 // The path of the dragged file; empty unless exactly one file is dragged and it is a shape or a track.
 QString DraggedFile(const QMimeData& dragged) {
     const QStringList files = FilesOf(dragged);
-    const bool isOne = dragged.urls().size() == 1 && files.size() == 1;
-    return isOne && TypeOf(files.first()) != FileType::Other ? files.first() : QString();
+    if (dragged.urls().size() != 1 || files.size() != 1) return {};
+    return IsTrack(files.first()) || IsShape(files.first()) ? files.first() : QString();
 }
 
 FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
@@ -97,7 +93,6 @@ frmMain::frmMain() {
 
     TrackFilePath.clear();
     TrackLoaded = false;
-    ResetTunnelShape();
     MakePresetShape(kPresetBox);
     ShapeHistory = {};
     EndShapeStep();
@@ -139,20 +134,20 @@ void frmMain::MakeToolRow() {
 }
 
 void frmMain::MakeReadOuts() {
-    const auto placed = [](QLabel* label, const ControlGeometry& geometry) {
+    const auto positioned = [](QLabel* label, const ControlGeometry& geometry) {
         SetGeometry(label, geometry);
         return label;
     };
-    placed(new QLabel(this), kReadOutFrame)->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    positioned(new QLabel(this), kReadOutFrame)->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     for (QLabel* const label :
-         {placed(new QLabel("X=", this), kXLabel), placed(new QLabel("Y=", this), kYLabel)}) {
+         {positioned(new QLabel("X=", this), kXLabel), positioned(new QLabel("Y=", this), kYLabel)}) {
         QFont bold = label->font();
         bold.setBold(true);
         label->setFont(bold);
         FitTexts({{label, label->text(), label->size()}});
     }
     for (std::size_t i = 0; i < 2; ++i) {
-        lblMousePos_[i] = placed(new QLabel("00.00", this), kMousePos[i]);
+        lblMousePos_[i] = positioned(new QLabel("00.00", this), kMousePos[i]);
         lblMousePos_[i]->setAccessibleName(i == 0 ? "Mouse position X" : "Mouse position Y");
     }
 }
@@ -256,9 +251,8 @@ void frmMain::dropEvent(QDropEvent* event) {
 
 void frmMain::OpenDropped(const QString& path) {
     EndShapeStep();  // a drop ends a series of arrow keys
-    const FileType type = TypeOf(path);
-    if (type == FileType::Shape) OpenShapeAt(path);
-    if (type == FileType::Track) MakeObjectForTrackAt(path);
+    if (IsShape(path)) OpenShapeAt(path);
+    if (IsTrack(path)) MakeObjectForTrackAt(path);
 }
 
 void frmMain::RunTool(ShapeTool tool) {
@@ -289,12 +283,12 @@ void frmMain::SaveShape() {
     if (!ShowSaveFileDialog(arguments)) return;
     const std::string path = arguments.FileName.toStdString();
     if (const Outcome saved = SaveTunnelShape(path); !saved) {
-        const bool isElsewhere = saved.Why().problem == Problem::NoAccess;
+        const bool noAccess = saved.Why().problem == Problem::NoAccess;
         ShowFailure(saved
                         .With({.headline = "Error - The Tunnel Shape Can't Be Saved!",
                                .path = path,
                                .consequence = "The shape is still open.",
-                               .advice = isElsewhere ? "Save it in a folder of your own." : ""})
+                               .advice = noAccess ? "Save it in a folder of your own." : ""})
                         .Why());
     }
     RedrawAndFocus();

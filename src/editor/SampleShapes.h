@@ -15,4 +15,7 @@ struct SampleShape {
 // In alphabetical order. Written by cmake/SampleShapes.cmake.
 extern const std::vector<SampleShape> kSampleShapes;
 
+// Replaces the shape with a sample shape, or empties it if there is none of this name.
+void LoadSampleShape(std::string_view name);
+
 }  // namespace boreforge
