@@ -33,7 +33,7 @@ int main(int count, char** arguments) {
     boreforge::PrepareDesktop();
     boreforge::ExplainMissingDisplay("boreforge", "without one, use boreforge-batch");
     QApplication application(count, arguments);  // removes Qt's own options from the arguments
-    qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(nullptr);             // ends ExplainMissingDisplay
     if (count > 1) std::fputs("boreforge: arguments are ignored; files are opened in the window\n", stderr);
     QApplication::setApplicationName("boreforge");
     QApplication::setApplicationDisplayName("");

@@ -10,7 +10,6 @@
 #include "dialogs/StartMessages.h"
 #include "editor/window/Icons.h"
 #include "platform/Paths.h"
-#include "platform/Signals.h"
 #include "version.h"
 #include "view/Options.h"
 #include "view/PictureFile.h"
@@ -65,7 +64,6 @@ int Run(const ViewOptions& options, char* program) {
         std::ignore = Fail(kProgram, Failure{.reason = "--save needs an object."});
         return kWrongUsage;
     }
-    RemoveUnfinishedOnSignals();
     // OpenGL on every system, so that a saved picture and the window are drawn alike.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
     QSurfaceFormat format;

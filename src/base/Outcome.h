@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-// What callers distinguish. Everything else is only in the words.
+// The failures that callers tell apart; all others differ only in their words.
 enum class Problem {
     Other,
     Changed,   // another program changed the file since it was read, or made one in its place
@@ -55,7 +55,7 @@ class [[nodiscard]] Outcome {
     std::optional<Failure> failure_;
 };
 
-// The reason of a failed system call, from the number in errno.
+// The reason for a failed system call, from the number in errno.
 Failure SystemFailure(int error);
 
 // What `action` returns, or `failure` if memory runs out in it. The failure is moved, so no memory is needed

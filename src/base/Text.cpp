@@ -12,10 +12,10 @@ namespace {
 
 // The characters of the bytes 0x80 to 0x9F, from Unicode's mapping table CP1252.TXT. The five bytes without a
 // character there stay control characters.
-constexpr char32_t kUpperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                         0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                         0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                         0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr char32_t kWindows1252From80[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                             0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                             0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 }  // namespace
 
@@ -45,9 +45,9 @@ std::optional<std::string> ToWindows1252(std::string_view text) {
     while (!text.empty()) {
         char32_t character = TakeCharacter(text);
         if (character >= 0x80 && (character < 0xA0 || character > 0xFF)) {
-            const auto found = std::ranges::find(kUpperControls, character);
-            if (found == std::end(kUpperControls)) return std::nullopt;
-            character = static_cast<char32_t>(0x80 + (found - std::begin(kUpperControls)));
+            const auto found = std::ranges::find(kWindows1252From80, character);
+            if (found == std::end(kWindows1252From80)) return std::nullopt;
+            character = static_cast<char32_t>(0x80 + (found - std::begin(kWindows1252From80)));
         }
         bytes += static_cast<char>(character);
     }

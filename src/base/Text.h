@@ -1,4 +1,4 @@
-// Text encodings: UTF-8, and Windows-1252 for track files. Texts of others, made fit to be shown.
+// Text encodings: UTF-8, and Windows-1252 for track files. Also makes text from files safe to display.
 #pragma once
 
 #include <optional>

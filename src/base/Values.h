@@ -1,5 +1,5 @@
-// The value encodings that modules share: truth values, packed colours, the one rounding rule, and text
-// case without a locale.
+// The value encodings that modules share: truth values, packed colours, the one rounding rule, and text case
+// without a locale.
 #pragma once
 
 #include <cmath>

@@ -1,4 +1,5 @@
-// What Windows does differently from other desktops: their dialogs, and what Qt must know before it starts.
+// What differs between Windows and other desktops: the dialogs, and the settings that Qt needs before it
+// starts.
 #pragma once
 
 #include <QFileDialog>
@@ -18,7 +19,7 @@ void PrepareDesktop();
 std::unique_ptr<QFileDialog> NewFileDialog(QWidget* owner, const QString& title);
 
 // Whether the user may make files in a folder.
-bool TakesFiles(const QString& folder);
+bool IsWritableFolder(const QString& folder);
 
 // Runs the colour dialog, like ChooseColor.
 std::int32_t DesktopColorDialog(ColorDialogArguments& record);

@@ -109,7 +109,7 @@ void PrepareDesktop() {
         QSettings::setPath(format, QSettings::UserScope, "/dev/null/none");
 }
 
-bool TakesFiles(const QString& folder) { return QFileInfo(folder).isWritable(); }
+bool IsWritableFolder(const QString& folder) { return QFileInfo(folder).isWritable(); }
 
 // Qt's own dialog, since those of some desktops don't offer the custom colours.
 std::int32_t DesktopColorDialog(ColorDialogArguments& record) {

@@ -24,7 +24,7 @@ std::unique_ptr<QFileDialog> NewFileDialog(QWidget* owner, const QString& title)
 }
 
 // Asks the system, since Qt knows only the read-only attribute.
-bool TakesFiles(const QString& folder) {
+bool IsWritableFolder(const QString& folder) {
     constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const std::wstring path = QDir::toNativeSeparators(folder).toStdWString();
     const HANDLE handle = ::CreateFileW(path.c_str(), FILE_ADD_FILE, kShareAll, nullptr, OPEN_EXISTING,

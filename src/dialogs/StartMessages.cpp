@@ -21,8 +21,7 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QSt
     }
     if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))
         std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
-    else if (displayFailure.isEmpty() ||
-             !text.startsWith("Could not load"))  // this line only follows from the first
+    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // that only repeats it
         displayFailure = text;
 }
 

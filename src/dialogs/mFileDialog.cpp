@@ -36,13 +36,14 @@ QStringList QtFilters(const QString& converted) {
 
 // The folder of the named file, or else the initial one. A dialog that saves doesn't start where the user may
 // not write, as in an installed program's folders.
-void SetStart(QFileDialog& dialog, const FileDialogArguments& record) {
+void SetStartFolder(QFileDialog& dialog, const FileDialogArguments& record) {
     const QFileInfo named(record.FileName);
     const QString& folder = record.InitialFolder;
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (named.isAbsolute() && named.dir().exists())
         dialog.setDirectory(named.dir());
-    else if (QDir(folder).exists() && (dialog.acceptMode() == QFileDialog::AcceptOpen || TakesFiles(folder)))
+    else if (QDir(folder).exists() &&
+             (dialog.acceptMode() == QFileDialog::AcceptOpen || IsWritableFolder(folder)))
         dialog.setDirectory(folder);
     else if (QDir(folder).exists())
         dialog.setDirectory(QDir(documents).exists() ? documents : QDir::homePath());
@@ -62,7 +63,7 @@ std::int32_t RunDialog(FileDialogArguments& record, QFileDialog::AcceptMode acce
     dialog.setNameFilters(filters);
     dialog.selectNameFilter(filters.value(record.FilterIndex - 1));
     dialog.setDefaultSuffix(record.DefaultExtension);
-    SetStart(dialog, record);
+    SetStartFolder(dialog, record);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return 0;
     record.FileName = dialog.selectedFiles().first();
     record.FileTitle = QFileInfo(record.FileName).fileName();

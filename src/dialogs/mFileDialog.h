@@ -54,7 +54,7 @@ FileDialogCalls DesktopFileDialogs();
 extern FileDialogCalls fileDialogCalls;
 
 // What a name means that was typed into a dialog that saves: a folder to enter, a file with the dialog's
-// extension, or nothing, for a reason that the user is told.
+// extension, or a refusal, with its reason.
 struct TypedName {
     QString folder{}, file{};
     std::string refusal{};

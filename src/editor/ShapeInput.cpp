@@ -69,7 +69,7 @@ Vector3D& SelectedPoint(bool outside) {
     return (outside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes)[TunnelShape.SelectedNode];
 }
 
-float SnapTo(float value, double interval) {
+float RoundToInterval(float value, double interval) {
     const float raised = static_cast<float>(value + interval / 2);
     return static_cast<float>(std::floor(raised / interval) * interval);
 }
@@ -215,7 +215,7 @@ std::optional<ShapeTool> ToolOfShortcut(const KeyPress& key) {
 Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
     const float interval = ActiveInterval(controls);
     if (interval == 0) return position;
-    return {SnapTo(position.x, interval), SnapTo(position.y, interval), position.z};
+    return {RoundToInterval(position.x, interval), RoundToInterval(position.y, interval), position.z};
 }
 
 std::string FormatPosition(float value) {

@@ -87,7 +87,7 @@ bool TurnWheel(int eighths, const EditorControls& controls);
 void UsePreset(PresetShape preset, const EditorControls& controls);
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
-// The platform-independent codes of the keys that the editor uses.
+// The codes of the keys that the editor uses, on every system those of Windows.
 enum class KeyCode {
     Other = 0,
     Escape = 27,
@@ -126,8 +126,8 @@ std::optional<ShapeTool> ToolOfKey(const KeyPress& key);
 // step, which any other key ends, wherever the focus is. No key acts while a mouse button is down.
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls);
 
-// Whether the snap box, which shows `text`, accepts a typed character. It takes up to four characters: digits
-// and points, of which the second must be a point.
+// Whether the snap box, which shows `text`, accepts a typed character. It takes up to four characters, digits
+// or points; the second character must be a point.
 bool SnapCharacterPasses(std::string_view text, char32_t character);
 
 }  // namespace boreforge

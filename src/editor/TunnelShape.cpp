@@ -15,7 +15,7 @@ namespace {
 
 float AwayFromAxis(float value) { return value < 0 ? value - 0.5f : value + 0.5f; }
 
-Vector3D OutsideSeed(const Vector3D& node) { return {AwayFromAxis(node.x), AwayFromAxis(node.y), node.z}; }
+Vector3D DefaultPartner(const Vector3D& node) { return {AwayFromAxis(node.x), AwayFromAxis(node.y), node.z}; }
 
 bool IsNode(std::int32_t index) { return index >= 0 && index < TunnelShape.NodeCount(); }
 
@@ -44,8 +44,8 @@ double TwiceAreaOf(const std::vector<Vector3D>& contour) {
     return area;
 }
 
-// The unit vector from a node to the nearest one in steps of `step` around the contour that lies elsewhere.
-// There must be such a node.
+// The unit vector from a node to the next one at another position; `step` is 1 forward and the number of
+// nodes less 1 backward. There must be such a node.
 Direction DirectionFrom(const std::vector<Vector3D>& contour, std::size_t node, std::size_t step) {
     double x = 0, y = 0;
     for (std::size_t next = node; x == 0 && y == 0;) {
@@ -90,7 +90,7 @@ void ResetTunnelShape() {
 void AddShapeNode(Vector3D node) {
     MakeRoomForNode();
     TunnelShape.InsideNodes.push_back(node);
-    TunnelShape.OutsideNodes.push_back(OutsideSeed(node));
+    TunnelShape.OutsideNodes.push_back(DefaultPartner(node));
 }
 
 void DeleteShapeNode(std::int32_t index) {
@@ -103,7 +103,7 @@ void InsertShapeNode(std::int32_t index, Vector3D node) {
     if (!IsNode(index)) return;
     MakeRoomForNode();
     TunnelShape.InsideNodes.insert(TunnelShape.InsideNodes.begin() + index + 1, node);
-    TunnelShape.OutsideNodes.insert(TunnelShape.OutsideNodes.begin() + index + 1, OutsideSeed(node));
+    TunnelShape.OutsideNodes.insert(TunnelShape.OutsideNodes.begin() + index + 1, DefaultPartner(node));
 }
 
 void MirrorTunnelShape() {

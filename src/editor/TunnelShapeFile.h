@@ -13,7 +13,7 @@ namespace boreforge {
 // shape; bytes after the last node are ignored, and coordinates aren't tested.
 Outcome LoadTunnelShape(const std::string& path);
 
-// Saves the shape to `path`, in place of any file but a track. If it fails, an existing file is unchanged.
+// Saves the shape to `path`, replacing any file except a track. If it fails, an existing file is unchanged.
 Outcome SaveTunnelShape(const std::string& path);
 
 }  // namespace boreforge

@@ -19,7 +19,7 @@ void ClearFileBuffer();
 // or the file can't be read.
 Outcome ReadFileToBuffer(const std::string& path);
 
-// Writes FileBuffer to `path`, in place of any file but a track.
+// Writes FileBuffer to `path`, replacing any file except a track.
 Outcome WriteBufferToFile(const std::string& path);
 
 // Each reads 4 bytes at `position` and advances it by 4. Past the end of the buffer it returns 0 or an empty

@@ -72,9 +72,9 @@ std::uint8_t* Store(std::uint8_t* at, Number value) {
     return at + sizeof value;
 }
 
-// Rounds to six decimal places, ties to even, and never to -0. From 16 on, neighbouring floats are more
-// than 1e-6 apart. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number
-// just as nearbyint does, without a call of the C library for each coordinate.
+// Rounds to six decimal places, ties to even, and never to -0. From 16 on, neighbouring floats are more than
+// 1e-6 apart. Below that, adding and subtracting 1.5 * 2^52 rounds the 64-bit product to a whole number just
+// as nearbyint does, without a call of the C library for each coordinate.
 float RoundToSixPlaces(float value) {
     constexpr double kRoundingShift = 6755399441055744.0;
     if (!(std::fabs(value) < 16)) return value;  // or NaN

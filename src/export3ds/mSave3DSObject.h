@@ -1,4 +1,4 @@
-// The scene that a tunnel job builds in memory, and the buffer that gathers the triangles of one object,
+// The model that a tunnel job builds in memory, and the buffer that gathers the triangles of one object,
 // shares equal vertices and makes a mesh of every 10,000 faces. Positions are in track space and its axes.
 #pragma once
 
@@ -75,7 +75,7 @@ struct ObjectBufferState {
 extern Model3DSState Model3DS;
 extern ObjectBufferState ObjectBuffer;
 
-// The number in the name of the next mesh. It counts on through all objects of a job.
+// The number in the name of the next mesh. It isn't reset between the objects of a job.
 extern std::int32_t ObjectPartNumber;
 
 // A mesh takes at most this many faces, so that each of its vertices has a 16-bit index.
@@ -107,9 +107,8 @@ void FlushObject();
 // FlushObject makes. The buffer must be empty.
 void AddFinishedMesh(std::vector<Vector3D> points, std::vector<MeshFace> faces);
 
-// Build a mesh step by step, where FlushObject builds one from whole arrays. Each call returns the index of
-// what it appended; meshIndex must come from AddMesh, and
-// materialIndex from AddMaterial.
+// Build a mesh one element at a time; FlushObject builds one from whole arrays. Each call returns the index
+// of what it appended. meshIndex must come from AddMesh, and materialIndex from AddMaterial.
 std::int32_t AddMesh(const std::string& name, std::int16_t materialIndex);
 std::int16_t AddMeshPoint(const Vector3D& point, std::int32_t meshIndex);
 std::int16_t AddMeshTexCoord(const TexCoord& coord, std::int32_t meshIndex);

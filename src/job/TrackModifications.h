@@ -18,8 +18,8 @@ void ClearTunnelFlags();
 std::optional<std::string> ObjectNameInTrack(const std::string& outputPath);
 
 // Appends the object to the track's scenery with the identity matrix, since its vertices are in track space.
-// The class is "dummy", the file ObjectNameInTrack, which must have a value. Keeps an earlier
-// entry of the same name.
+// The class is "dummy", the file ObjectNameInTrack, or the name in UTF-8 if that has no value. Keeps an
+// earlier entry of the same name.
 void PlaceObjectInTrack(const std::string& outputPath);
 
 }  // namespace boreforge

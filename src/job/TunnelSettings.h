@@ -43,7 +43,7 @@ struct TunnelJobSettings {
     bool DoubleSided = false;
 };
 
-// The job's settings for these choices. Percentages must be 0 to 100, DetailItem an index into kDetails.
+// The job's settings for these choices. Percentages must be 0 to 100, detailItem an index into kDetails.
 TunnelJobSettings DeriveJobSettings(const TunnelChoices& choices, const std::string& outputPath);
 
 }  // namespace boreforge

@@ -30,7 +30,7 @@ bool IsTunnel(std::int32_t index) { return TrackFile.Segments[index].IsTunnel !=
 
 // Calls `sweep` with the index of each tunnel segment in ascending order.
 template <class Sweep>
-void ForEachTunnel(Sweep sweep) {
+void ForEachTunnelSegment(Sweep sweep) {
     for (std::int32_t i = 0; i < TrackFile.SegmentCount(); ++i)
         if (IsTunnel(i)) sweep(i);
 }
@@ -40,7 +40,7 @@ void ForEachTunnel(Sweep sweep) {
 bool IsTooLarge(const TunnelJobSettings& settings) {
     constexpr std::int64_t kMaxBytes = std::numeric_limits<std::int32_t>::max();
     std::int64_t bytes = 0, meshes = 0;
-    ForEachTunnel([&](std::int32_t i) {
+    ForEachTunnelSegment([&](std::int32_t i) {
         if (bytes > kMaxBytes) return;
         for (const auto* contour : {&TunnelShape.OutsideNodes, &TunnelShape.InsideNodes}) {
             const WallSize size = SizeOfWall(*contour, i, settings.DetailStep, settings.DoubleSided);
@@ -77,11 +77,11 @@ void BuildTunnels(const TunnelJobSettings& settings) {
     ObjectPartNumber = 0;
     ResetModel();
     const std::int16_t outside = AddTunnelMaterial(settings, 1);
-    ForEachTunnel(
+    ForEachTunnelSegment(
         [&](std::int32_t i) { SweepOutsideWall(i, outside, settings.DetailStep, settings.DoubleSided); });
     CapTunnels(outside, settings.DoubleSided);
     const std::int16_t inside = AddTunnelMaterial(settings, 0.5);
-    ForEachTunnel(
+    ForEachTunnelSegment(
         [&](std::int32_t i) { SweepInsideWall(i, inside, settings.DetailStep, settings.DoubleSided); });
 }
 
@@ -91,16 +91,17 @@ void ModifyTrack(const TunnelJobSettings& settings) {
     if (settings.PlaceObject) PlaceObjectInTrack(settings.OutputPath);
 }
 
-constexpr char kNothing[] = "Nothing was written.";
+constexpr char kNothingWritten[] = "Nothing was written.";
 // When the user reads a message, the settings dialog has closed, so the advice says how to get back there.
 constexpr char kOtherName[] = "Open the track again and choose another name.";
 constexpr char kLessDetail[] =
     "Open the track again and choose less detail, or use a shape with fewer nodes.";
 
-const Failure kNoMemory = {
-    .headline = "Error - Not Enough Memory for This Tunnel!", .consequence = kNothing, .advice = kLessDetail};
+const Failure kNoMemory = {.headline = "Error - Not Enough Memory for This Tunnel!",
+                           .consequence = kNothingWritten,
+                           .advice = kLessDetail};
 const Failure kTooLarge = {.headline = "Error - The Tunnel Is Too Large for a 3DS File!",
-                           .consequence = kNothing,
+                           .consequence = kNothingWritten,
                            .advice = kLessDetail};
 const Failure kNoPath = {
     .headline = "Error - The Track's Path Can't Be Followed!",
@@ -145,9 +146,9 @@ Outcome ExplainTrack(const Outcome& outcome, const std::string& state) {
 SaveRules ObjectRules() {
     SaveRules rules;
     rules.mayReplace = [](std::string_view beginning) {
-        return MayReplace(beginning, "").With({.consequence = kNothing, .advice = kOtherName});
+        return MayReplace(beginning, "").With({.consequence = kNothingWritten, .advice = kOtherName});
     };
-    if (!TrackOnDisk.path.empty()) rules.like = &TrackOnDisk.state;
+    if (!TrackOnDisk.path.empty()) rules.permissionsOf = &TrackOnDisk.state;
     return rules;
 }
 
@@ -157,7 +158,7 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
     if (!TrackTraced) return kNoPath;
     if (SameFile(path, TrackSavePath(TrackFilePath)))
         return Failure{.headline = "Error - The 3DS Object Would Replace the Track!",
-                       .consequence = kNothing,
+                       .consequence = kNothingWritten,
                        .advice = kOtherName};
     if (settings.PlaceObject && !ObjectNameInTrack(path))
         return Failure{.headline = "Error - The Object's Name Can't Be Put into the Track!",
@@ -165,7 +166,7 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
                        .consequence =
                            "The texts in a track can hold only Western European characters "
                            "(Windows-1252). " +
-                           std::string(kNothing),
+                           std::string(kNothingWritten),
                        .advice = kOtherName};
     return IsTooLarge(settings) ? kTooLarge : Outcome();
 }
@@ -182,7 +183,7 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
     const Outcome built =
         CheckJob(settings)
             .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
-            .Then([&] { return trackStep([&] { return track.Open(TrackFilePath); }, kNothing); })
+            .Then([&] { return trackStep([&] { return track.Open(TrackFilePath); }, kNothingWritten); })
             .Then([&] {
                 BuildTunnels(settings);
                 return Compute3DSLength() < 0 ? kTooLarge : Outcome();
@@ -193,7 +194,7 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
         return track.Write();
     };
     return ExplainObject(Write3DSFile(object).Then([&] { return object.Complete(); }), path)
-        .Then([&] { return trackStep(writeTrack, kNothing); })
+        .Then([&] { return trackStep(writeTrack, kNothingWritten); })
         .Then([&] { return ExplainObject(object.PutInPlace(), path); })
         .Then([&] { return ExplainObject(object.FlushFolder(), path); })
         .Then([&] {

@@ -21,24 +21,23 @@ Outcome OpenTrack(const std::string& path);
 // The number of tunnel segments of the open track.
 std::int32_t CountTunnels();
 
-// What a job leaves out. Without limits it does everything.
+// Which steps a job skips; by default none.
 struct JobLimits {
     bool leavesTrack = false;    // the track is neither saved nor changed in memory
     bool writesNothing = false;  // the model is built and both files could be written, but neither is
 };
 
-// Builds the tunnel of the open track in the model store, changes the track in memory as the settings say,
-// writes the object to OutputPath and the track to TrackFilePath. It fails, before the first write,
+// Builds the tunnel of the open track in the model, changes the track in memory as the settings say, writes
+// the object to OutputPath and the track to TrackFilePath. It fails, before the first write,
 // - without words, when no track is open,
 // - with a notice when the track has no tunnel,
 // - when the track isn't traced, or was changed on the disk since it was read or saved,
-// - when OutputPath is the track, another track, a shape, or a name that can't be put into the track but
-// should,
+// - when OutputPath is the track, another track, a shape, or, if the object is to be placed, has a name
+// that can't be stored in a track,
 // - when the tunnel is too large for a .3ds file or for the memory,
 // - when either file can't be replaced where it is.
-// If writing fails later, the track is unchanged, but the object may already have been replaced. The track
-// in memory may then be changed, so it has to be opened again.
-// Steps that the limits leave out refuse nothing.
+// If writing fails later, the track is unchanged, but the object may already have been replaced. The track in
+// memory may then be changed, so it has to be opened again. A skipped step can't make the job fail.
 Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits = {});
 
 }  // namespace boreforge

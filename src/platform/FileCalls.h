@@ -54,7 +54,7 @@ struct FileCalls {
     int (*setOwner)(int file, unsigned owner, unsigned group);
     int (*setMode)(int file, unsigned mode);
     // The permissions that the user's new files get.
-    unsigned (*usualMode)();
+    unsigned (*defaultMode)();
     // The access list beyond the permission bits, in the system's own encoding; the first returns its length
     // in bytes, 0 if the file has none. A length of 0 removes it.
     std::int64_t (*getAccessList)(int file, void* list, std::size_t size);

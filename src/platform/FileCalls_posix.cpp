@@ -71,12 +71,13 @@ int FlushFolder(int folder) {
     return result;
 }
 
-// A file system that can't refuse to replace a file may still refuse a second name for it.
+// Without RENAME_NOREPLACE, a second name and the removal of the first one: a second name, too, is refused if
+// it is taken.
 int RenameIn(int folder, const char* from, const char* to) {
     if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return 0;
     if (errno != EINVAL && errno != ENOSYS) return -1;
     if (::linkat(folder, from, folder, to, 0) != 0) return -1;
-    (void)::unlinkat(folder, from, 0);  // the file is in its place, whatever happens to its first name
+    (void)::unlinkat(folder, from, 0);  // the file is in place even if its old name stays
     return 0;
 }
 
@@ -110,7 +111,7 @@ FileCalls SystemFileCalls() {
     calls.setMode = [](int file, unsigned mode) {
         return Uninterrupted([&] { return ::fchmod(file, mode); });
     };
-    calls.usualMode = [] {
+    calls.defaultMode = [] {
         const mode_t mask = ::umask(077);  // it can only be read by setting it
         ::umask(mask);
         return 0666u & ~mask;

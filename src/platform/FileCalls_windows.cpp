@@ -19,7 +19,7 @@ namespace {
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kMaxTransfer = std::size_t{1} << 30;  // the C library counts in 31 bits
 constexpr std::size_t kMaxPath = std::size_t{1} << 15;      // characters
-constexpr DWORD kMaxWait = 1000, kWait = 20;                // milliseconds
+constexpr DWORD kMaxWait = 1000, kRetryInterval = 20;       // milliseconds
 constexpr std::int64_t kTick = 100;                         // nanoseconds
 constexpr std::int64_t kTicksFrom1601To1970 = 116'444'736'000'000'000;
 
@@ -34,7 +34,7 @@ int ErrorNumber(DWORD error) {
         case ERROR_IO_PENDING:
             return EWOULDBLOCK;
         case ERROR_INVALID_NAME:
-            return EINVAL;  // to the library, it is a name without a file
+            return EINVAL;  // the C++ library would make it ENOENT
         default:
             break;
     }
@@ -52,12 +52,12 @@ int Result(BOOL good) { return good ? 0 : FailWith(::GetLastError()); }
 // Repeats a call for up to a second while another program holds the file: virus scanners and indexers open
 // what has just been written.
 template <class Call>
-int Patiently(const Call& call, bool deniedMayPass = false) {
-    for (DWORD waited = 0;; waited += kWait) {
+int RetryWhileInUse(const Call& call, bool retriesDenied = false) {
+    for (DWORD waited = 0;; waited += kRetryInterval) {
         const int result = call();
-        const bool held = result < 0 && (errno == ETXTBSY || (deniedMayPass && errno == EACCES));
+        const bool held = result < 0 && (errno == ETXTBSY || (retriesDenied && errno == EACCES));
         if (!held || waited >= kMaxWait) return result;
-        ::Sleep(kWait);
+        ::Sleep(kRetryInterval);
     }
 }
 
@@ -73,7 +73,7 @@ int OpenPath(const std::wstring& path, DWORD access, DWORD creation, DWORD flags
     return file;
 }
 
-// The paths by which the files were opened that are open now.
+// The path that each open file was opened with.
 std::map<int, std::wstring>& OpenPaths() {
     static std::map<int, std::wstring> paths;
     return paths;
@@ -84,7 +84,7 @@ int Open(const char* path, OpenFor purpose) {
                          : purpose == OpenFor::ReadingAndWriting ? GENERIC_READ | GENERIC_WRITE
                                                                  : FILE_READ_ATTRIBUTES;
     const std::wstring systemPath = ToSystemPath(path);
-    const int file = Patiently([&] { return OpenPath(systemPath, access, OPEN_EXISTING); });
+    const int file = RetryWhileInUse([&] { return OpenPath(systemPath, access, OPEN_EXISTING); });
     if (file >= 0) OpenPaths()[file] = systemPath;
     return file;
 }
@@ -130,12 +130,12 @@ int Lock(int file) {
 }
 
 int Rename(const std::wstring& from, const std::wstring& to) {
-    return Patiently([&] { return Result(::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH)); },
-                     true);
+    return RetryWhileInUse(
+        [&] { return Result(::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH)); }, true);
 }
 
 int Remove(const std::wstring& path) {
-    return Patiently([&] { return Result(::DeleteFileW(path.c_str())); });
+    return RetryWhileInUse([&] { return Result(::DeleteFileW(path.c_str())); });
 }
 
 // The system renames the old file to a backup, then the new file to the old one.
@@ -147,7 +147,7 @@ int ReplaceIn(int folder, const char* from, const char* to) {
         error = good ? 0 : ::GetLastError();
         return good ? 0 : FailWith(error);
     };
-    const int result = Patiently(replace, true);
+    const int result = RetryWhileInUse(replace, true);
     if (result < 0 && error != ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) return result;
     if (result < 0) {  // the first rename succeeded, the second failed
         if (Rename(backup, path) == 0) return FailWith(ERROR_SHARING_VIOLATION);
@@ -190,7 +190,7 @@ FileCalls SystemFileCalls() {
     calls.rewind = [](int file) { return ::_lseeki64(file, 0, SEEK_SET) == 0 ? 0 : -1; };
     calls.setOwner = [](int, unsigned, unsigned) { return 0; };
     calls.setMode = [](int, unsigned) { return 0; };
-    calls.usualMode = [] { return 0666u; };
+    calls.defaultMode = [] { return 0666u; };
     calls.getAccessList = [](int, void*, std::size_t) { return std::int64_t{0}; };
     calls.setAccessList = [](int, const void*, std::size_t) { return 0; };
     calls.lock = Lock;

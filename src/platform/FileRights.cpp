@@ -57,15 +57,16 @@ Outcome CopyRights(int newFile, int oldFile) {
     return Failure{.reason = "Its owner and permissions can't be kept.", .problem = Problem::NoAccess};
 }
 
-Outcome LimitRights(int newFile, const FileInfo& like, bool likeHasList) {
+Outcome LimitRights(int newFile, const FileState& source) {
     FileInfo now;
     if (fileCalls.inspect(newFile, &now) != 0) return SystemFailure(errno);
     if (HasAccessList(newFile) && fileCalls.setAccessList(newFile, nullptr, 0) != 0)
         return SystemFailure(errno);
-    unsigned mode = fileCalls.usualMode() & like.mode;
+    unsigned mode = fileCalls.defaultMode() & source.info.mode;
     // Members of the other file's group are "others" of this one, and the other way round.
-    if (now.group != like.group) mode &= 0700 | BothClasses(GroupBits(like.mode) & OtherBits(like.mode));
-    if (likeHasList) mode &= 0700;  // the list may keep anyone out
+    if (now.group != source.info.group)
+        mode &= 0700 | BothClasses(GroupBits(source.info.mode) & OtherBits(source.info.mode));
+    if (source.hasAccessList) mode &= 0700;  // the list may keep anyone out
     if (fileCalls.setMode(newFile, mode | kOwnerReadWrite) != 0) return SystemFailure(errno);
     return {};
 }

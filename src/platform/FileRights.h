@@ -3,6 +3,7 @@
 
 #include "base/Outcome.h"
 #include "platform/FileCalls.h"
+#include "platform/Files.h"
 
 namespace boreforge {
 
@@ -10,12 +11,11 @@ namespace boreforge {
 // them can't be the same.
 Outcome CopyRights(int newFile, int oldFile);
 
-// Gives a new file, which is private so far, the usual permissions except those that the file `like` doesn't
-// have. Its owner can always read and write it. `likeHasList`: the other file has an access list, so
-// nobody else can.
-Outcome LimitRights(int newFile, const FileInfo& like, bool likeHasList);
+// Gives a new file, which is private so far, the usual permissions except those that the file `source`
+// doesn't have. Its owner can always read and write it. If `source` has an access list, nobody else can.
+Outcome LimitRights(int newFile, const FileState& source);
 
-// True when the file has an access list beyond its permission bits, or if that can't be found out.
+// True when the file has an access list beyond its permission bits, or if that can't be determined.
 bool HasAccessList(int file);
 
 }  // namespace boreforge

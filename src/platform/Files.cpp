@@ -15,15 +15,15 @@ namespace {
 
 constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are signed 32-bit numbers
 
-constexpr std::size_t kPiece = std::size_t{1} << 16;  // of a file that is hashed
+constexpr std::size_t kPieceLength = std::size_t{1} << 16;  // of a file that is hashed
 
-// The hash of a content that goes on with this piece; the factor is odd, so that no piece is lost.
+// Adds a piece to a hash. The factor is odd, so that the product keeps every bit of it.
 std::size_t WithPiece(std::size_t hash, std::span<const std::uint8_t> piece) {
     const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
     return hash * 31 + std::hash<std::string_view>()(text);
 }
 
-Failure ReadFailure() {
+Failure OpenFailure() {
     if (errno == ENOENT) return {.reason = "There is no such file."};
     return SystemFailure(errno);
 }
@@ -54,16 +54,16 @@ Outcome WriteFully(int file, std::span<const std::uint8_t> bytes) {
 
 std::size_t HashOf(std::span<const std::uint8_t> content) {
     std::size_t hash = 0;
-    for (; !content.empty(); content = content.subspan(std::min(content.size(), kPiece)))
-        hash = WithPiece(hash, content.first(std::min(content.size(), kPiece)));
+    for (; !content.empty(); content = content.subspan(std::min(content.size(), kPieceLength)))
+        hash = WithPiece(hash, content.first(std::min(content.size(), kPieceLength)));
     return hash;
 }
 
 Outcome HashOpenFile(int file, std::size_t& hash) {
-    std::uint8_t piece[kPiece];
+    std::uint8_t piece[kPieceLength];
     hash = 0;
     while (true) {
-        const std::int64_t got = ReadFully(file, piece, kPiece);
+        const std::int64_t got = ReadFully(file, piece, kPieceLength);
         if (got < 0) return SystemFailure(errno);
         if (got == 0) return {};
         hash = WithPiece(hash, std::span(piece).first(static_cast<std::size_t>(got)));
@@ -94,7 +94,7 @@ Outcome ReadOpenFile(int file, Bytes& content) {
 Outcome ReadWholeFile(const std::string& path, Bytes& content, FileState* state) {
     content.clear();
     const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
-    if (!file) return ReadFailure();
+    if (!file) return OpenFailure();
     const Outcome read = ReadOpenFile(file.Get(), content);
     if (!read) {
         content.clear();

@@ -22,8 +22,8 @@ struct SaveRules {
     // The old file must be there and still have the content that it had when it was read, and no other of our
     // programs may be saving it. It is locked against them until the save is over.
     const FileState* asRead = nullptr;
-    // A new file gives nobody a permission that this one doesn't.
-    const FileState* like = nullptr;
+    // If there is no old file, the new one gets only permissions that this file has.
+    const FileState* permissionsOf = nullptr;
 };
 
 // A new file that replaces the old one all at once.
@@ -33,7 +33,7 @@ struct SaveRules {
 // replaced. A file that another program changed or made since Open is never replaced.
 //
 // A failure leaves the old file as it was and removes the new one. The steps below come in this order; after
-// a failure the later ones must not be called, except Open.
+// a failure only Open may be called.
 class OutputFile {
   public:
     OutputFile() = default;
@@ -42,15 +42,15 @@ class OutputFile {
     // Removes an unfinished file.
     ~OutputFile();
 
-    // Finds out all that can refuse the save, and starts the new file. Fails if what is at `path` isn't a
-    // regular file, can't be opened for reading and writing, or breaks the rules; if a link leads nowhere; if
-    // the folder takes no new file; and if the old file's rights can't be kept.
+    // Checks everything that could prevent the save, and creates the new file. Fails if what is at `path`
+    // isn't a regular file, can't be opened for reading and writing, or breaks the rules; if a link leads
+    // nowhere; if the folder takes no new file; and if the old file's rights can't be kept.
     Outcome Open(const std::string& path, const SaveRules& rules = {});
 
     // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
     // written.
     std::uint8_t* Claim(std::size_t count) {
-        if (kBufferSize - used_ < count) EmptyBuffer();
+        if (kBufferSize - used_ < count) FlushBuffer();
         std::uint8_t* const start = buffer_.get() + used_;
         used_ += count;
         return start;
@@ -76,16 +76,16 @@ class OutputFile {
     Outcome CheckTargetAgain() const;
     Outcome OpenTemporary();
     Outcome SetRights() const;
-    void EmptyBuffer();
+    void FlushBuffer();
     void Close();
 
     SaveRules rules_;
     OpenFile folder_;
-    std::string name_;       // in that folder
-    OpenFile target_;        // the old file, if there is one
-    FileInfo targetInfo_;    // of the old file when it was opened
-    OpenFile file_;          // the new one
-    std::string temporary_;  // its name; empty if there is none
+    std::string name_;     // in that folder
+    OpenFile oldFile_;     // the old file, if there is one
+    FileInfo oldInfo_;     // of the old file when it was opened
+    OpenFile newFile_;     // the new one
+    std::string newName_;  // its name; empty if there is none
     std::unique_ptr<std::uint8_t[]> buffer_;
     std::size_t used_ = 0;
     Outcome written_;  // the first failed write

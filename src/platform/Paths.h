@@ -18,9 +18,9 @@ SplitPath Split(const std::string& path);
 // is none.
 std::string RealPath(const std::string& path);
 
-// Which file a path leads to, also through links. Two paths without a file are the same if their names in the
-// same folder differ at most in the case of letters: some disks ignore it. Letters
-// are those from A to Z; on Windows, all.
+// Which file a path leads to, also through links. Paths to files that don't exist yet lead to the same one if
+// they are in the same folder and differ at most in case, since some disks ignore it. Only the letters from A
+// to Z have case; on Windows, all do.
 struct FileIdentity {
     std::uint64_t device = 0, number = 0;  // of the file, or of its folder if there is no file, or 0
     std::string newName;  // in lower case: empty if there is a file, the whole path if there is no folder

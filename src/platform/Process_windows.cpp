@@ -16,8 +16,8 @@ namespace {
 
 UINT codePage = 0;  // the console's own; 0 if there is no console or it was left alone
 
-// The files that a pattern with "*" or "?" in its last part stands for, as a shell on other systems passes
-// them; the pattern itself if there are none.
+// Adds the files that match a pattern, as the shell does on other systems, or the pattern itself if there are
+// none. Only the last part of a path may contain "*" or "?".
 void AddExpanded(const std::wstring& argument, std::vector<std::string>& arguments) {
     const std::size_t name = argument.find_last_of(L"/\\:") + 1;  // 0 if there is none
     WIN32_FIND_DATAW found;

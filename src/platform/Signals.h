@@ -6,8 +6,8 @@
 
 namespace boreforge {
 
-// Call this from the main thread, the one that writes files. From now on every signal that would end the
-// program and can be caught removes the files being written first. Signals that are ignored or handled
+// Call this once, from the main thread, the one that writes files. From now on every signal that would end
+// the program and can be caught removes the files being written first. Signals that are ignored or handled
 // already are left alone. On Windows these are Ctrl+C, Ctrl+Break, and the closing of the console.
 void RemoveUnfinishedOnSignals();
 

@@ -23,10 +23,10 @@ sigset_t caught;  // the signals with our handler
 sigset_t before;  // those blocked before the outermost BlockedSignals
 int blocks = 0;   // BlockedSignals that exist
 
-// All others end the program by default; SIGKILL and SIGSTOP can't be caught anyway.
+// SIGKILL and SIGSTOP can't be caught anyway.
 bool EndsProgram(int signal) {
-    constexpr int kOthers[] = {SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTSTP, SIGTTIN, SIGTTOU};
-    return std::find(std::begin(kOthers), std::end(kOthers), signal) == std::end(kOthers);
+    constexpr int kHarmless[] = {SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTSTP, SIGTTIN, SIGTTOU};
+    return std::find(std::begin(kHarmless), std::end(kHarmless), signal) == std::end(kHarmless);
 }
 
 // Calls only what POSIX allows in a signal handler.

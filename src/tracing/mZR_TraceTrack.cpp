@@ -85,7 +85,7 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
 float BankOf(const Matrix3D& frame) { return static_cast<float>(Atan2(frame[4], frame[5])); }
 
 // The roll that the node at the end of a piece asks for, relative to the frame.
-float RollOver(const TrackBezierNode& node, const Matrix3D& lastFrame) {
+float RelativeRoll(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     if (node.RollFlag) return node.Roll;
     const float bank = BankOf(lastFrame);
     const float direct = static_cast<float>(double(node.Roll) - bank);
@@ -99,7 +99,7 @@ bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     const std::int32_t count = traced.SampleCount();
     if (count < 2) return true;  // the only sample is the first, so no roll is read
     if (!std::isfinite(node.Roll)) return false;
-    const float delta = RollOver(node, traced.Samples.back().Orientation);
+    const float delta = RelativeRoll(node, traced.Samples.back().Orientation);
     if (!node.RollFlag && delta == 0) return true;
     for (std::int32_t j = 0; j < count; ++j) {
         TraceSample& sample = traced.Samples[j];

@@ -36,8 +36,8 @@ extern bool TrackTraced;
 
 // Traces the open track. False if it has fewer than two segments or fewer nodes than segments: TracedSegments
 // is then left as it was. False also if a coordinate or roll that the walk uses isn't finite or the path is
-// longer than kMaxPathLength: TracedSegments is then empty. The same if memory runs out, which throws
-// std::bad_alloc.
+// longer than kMaxPathLength: TracedSegments is then empty. Throws std::bad_alloc if memory runs out;
+// TracedSegments is then empty, too.
 [[nodiscard]] bool TraceTrack();
 
 // Traces the piece of one segment and replaces its samples. TracedSegments must have an element for each of
@@ -48,8 +48,8 @@ void TraceSegment(std::int32_t index);
 // The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1);
 
-// The longest path of a track, in units: a thousand times a real one. If a piece is far longer, its parameter
-// step is too small to change a 32-bit parameter, and the walk would never end.
+// The longest path that is traced, in units: a thousand times that of a real track. If a piece is far longer,
+// its parameter step is too small to change a 32-bit parameter, and the walk would never end.
 inline constexpr double kMaxPathLength = 1'000'000;
 
 }  // namespace boreforge

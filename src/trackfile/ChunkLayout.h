@@ -19,7 +19,7 @@ struct ChunkTag {
     consteval ChunkTag(const char (&tag)[5]) { std::copy_n(tag, 4, text); }
 };
 
-// The base of a layout, which adds its Fields.
+// The base of every layout. The layout itself adds the function Fields.
 template <ChunkTag tag, auto size, auto children>
 struct ChunkLayout {
     static constexpr std::string_view Tag{tag.text, sizeof tag.text};

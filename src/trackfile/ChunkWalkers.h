@@ -1,5 +1,6 @@
-// The three ways to walk a layout. A layout is a function that lists the fields in file order: a FieldReader
-// fills them, a FieldWriter writes them and a FieldCounter counts their bytes, so the three can't disagree.
+// The three ways to walk a list of fields. A function named Fields lists the fields of a record or a chunk in
+// file order: a FieldReader fills them, a FieldWriter writes them and a FieldCounter counts their bytes, so
+// the three can't disagree.
 #pragma once
 
 #include <algorithm>
@@ -174,7 +175,7 @@ void Records(Walk& walk, List& list) {
         Fields(walk, record);
 }
 
-// Record&, const if the walk only looks.
+// The record for a walk that fills it, a const record for the other two.
 template <class Walk, class Record>
 using In = typename Walk::template Access<Record>;
 

@@ -94,8 +94,8 @@ Failure ChunkFailure(const std::string& tag, std::ptrdiff_t start, const ReadCur
     return {.reason = "It is damaged at byte " + std::to_string(at.position - start) + ofChunk};
 }
 
-// Reads the chunks of a file from its first byte. Nesting only determines how many chunks are still to come:
-// each chunk adds its children.
+// Reads the chunks of a file from its first byte. The nesting isn't checked: each chunk only adds its child
+// count to the number of chunks still to read.
 Outcome ReadChunks(ReadCursor& at) {
     if (ReadTag(at) != ZphrLayout::Tag) return Failure{.reason = "It is not a track."};
     ReadZphrChunk(at, TrackFile);
@@ -160,7 +160,7 @@ Outcome TrackSave::Open(const std::string& path) {
     SaveRules rules;
     rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, kTrackTag); };
     rules.asRead = replacesReadFile_ ? &TrackOnDisk.state : nullptr;
-    rules.like = wasRead ? &TrackOnDisk.state : nullptr;
+    rules.permissionsOf = wasRead ? &TrackOnDisk.state : nullptr;
     return file_.Open(savePath, rules);
 }
 

@@ -20,7 +20,7 @@ Outcome ReadTrackFile(const std::string& path);
 struct TrackFileOnDisk {
     std::string path;  // empty if no track is open
     FileState state;
-    // What it held that isn't in TrackFile, so that a save drops it.
+    // What the file has but TrackFile can't hold; a save drops it.
     std::int64_t foreignChunks = 0;  // with unknown tags
     std::int64_t bytesAfterEnd = 0;  // after the last chunk
 };

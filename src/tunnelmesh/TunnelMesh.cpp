@@ -19,8 +19,8 @@ namespace {
 constexpr char kObjectPrefix[] = "SEGT";
 
 // Transforms a contour from shape space to track space and appends it to `points`.
-void CarryContour(const std::vector<Vector3D>& contour, const Matrix3D& world,
-                  std::vector<Vector3D>& points) {
+void AppendTransformed(const std::vector<Vector3D>& contour, const Matrix3D& world,
+                       std::vector<Vector3D>& points) {
     const Matrix3D frame = world;  // a copy: the compiler can't know that `points` doesn't overlap `world`
     const std::size_t before = points.size();
     points.resize(before + contour.size());
@@ -135,23 +135,24 @@ std::vector<Vector3D> PointsOf(const std::vector<Vector3D>& contour, std::int32_
     std::vector<Vector3D> points;
     points.reserve(contour.size() * (BandCount(segmentIndex, detailStep) + 1));
     for (std::size_t s = 0; s < samples.size(); s += static_cast<std::size_t>(detailStep))
-        CarryContour(contour, samples[s].WorldMatrix, points);
+        AppendTransformed(contour, samples[s].WorldMatrix, points);
     // The bridge: the next segment's wall starts with the very same ring, so the two meet without a gap.
     const std::int32_t following = segmentIndex + 1 < TrackFile.SegmentCount() ? segmentIndex + 1 : 0;
-    CarryContour(contour, TracedSegments[following].Samples.front().WorldMatrix, points);
+    AppendTransformed(contour, TracedSegments[following].Samples.front().WorldMatrix, points);
     return points;
 }
 
-void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool alongTravel, bool againstTravel) {
+void CapTunnel(std::int32_t segmentIndex, std::int16_t materialIndex, bool facesAlongTravel,
+               bool facesAgainstTravel) {
     const Matrix3D& world = TracedSegments[segmentIndex].Samples.front().WorldMatrix;
     BeginObject(kObjectPrefix, materialIndex, false, true);
     std::vector<Vector3D> inner, outer;
-    CarryContour(TunnelShape.InsideNodes, world, inner);
-    CarryContour(TunnelShape.OutsideNodes, world, outer);
+    AppendTransformed(TunnelShape.InsideNodes, world, inner);
+    AppendTransformed(TunnelShape.OutsideNodes, world, outer);
     for (std::size_t k = 0; k < inner.size(); ++k) {
         const std::size_t k2 = k + 1 < inner.size() ? k + 1 : 0;
-        if (alongTravel) AddQuad(inner[k], inner[k2], outer[k2], outer[k]);
-        if (againstTravel) AddQuad(inner[k], outer[k], outer[k2], inner[k2]);
+        if (facesAlongTravel) AddQuad(inner[k], inner[k2], outer[k2], outer[k]);
+        if (facesAgainstTravel) AddQuad(inner[k], outer[k], outer[k2], inner[k2]);
     }
     FlushObject();
 }
@@ -183,7 +184,7 @@ WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIn
     const auto sides = static_cast<std::int64_t>(BandCount(segmentIndex, detailStep)) * (doubleSided ? 2 : 1);
     const auto nodes = std::ssize(contour),
                finite = std::ranges::count_if(contour, [](const Vector3D&v) { return IsFinite(v); });
-    // In a band, each node is a corner of two quads, and of three triangle corners in each.
+    // In each band a node belongs to two quads, and in each of these to three corners of triangles.
     return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }
 

@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-// Adds the wall of one segment to the model store, as an object of its own: a ring of the contour at every
+// Adds the wall of one segment to the model, as an object of its own: a ring of the contour at every
 // detailStep-th sample, from the first on, and one at the first sample of the following segment, with a band
 // of triangles between each ring and the next. The outside wall faces away from the tunnel's axis and the
 // inside wall towards it; if doubleSided, each faces both ways. The trace must be that of the open track, and
@@ -26,10 +26,10 @@ struct WallSize {
 WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIndex, std::int32_t detailStep,
                     bool doubleSided);
 
-// Adds the cap at the first sample of a segment to the model store, as an object of its own: a flat ring of
-// triangles that closes the gap between the two walls; the opening stays. The entry cap
-// belongs to the first segment of a run and faces against the direction of travel; the exit cap belongs to
-// the first segment after the run and faces along it. If doubleSided, each faces both ways.
+// Adds the cap at the first sample of a segment to the model, as an object of its own: a flat ring of
+// triangles that closes the gap between the two walls; the opening stays. The entry cap belongs to the first
+// segment of a run and faces against the direction of travel; the exit cap belongs to the first segment after
+// the run and faces along it. If doubleSided, each faces both ways.
 void CapTunnelEntry(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided);
 void CapTunnelExit(std::int32_t segmentIndex, std::int16_t materialIndex, bool doubleSided);
 

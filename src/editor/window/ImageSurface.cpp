@@ -40,7 +40,7 @@ void ImageSurface::Clear() {
         painter_.fillRect(0, 0, painter_.device()->width(), painter_.device()->height(), Qt::black);
 }
 
-QPointF ImageSurface::OnRaster(CanvasPoint position) const {
+QPointF ImageSurface::ToDevicePixel(CanvasPoint position) const {
     return {std::round(position.x * density_), std::round(position.y * density_)};
 }
 
@@ -48,8 +48,8 @@ int ImageSurface::LineThickness(int penWidth) const {
     return std::max(1, static_cast<int>(std::lround(penWidth * density_)));
 }
 
-QPointF ImageSurface::LineEnd(CanvasPoint position) const {
-    return density_ == 1 ? QPointF(position.x, position.y) : OnRaster(position);
+QPointF ImageSurface::LineEndOnDevice(CanvasPoint position) const {
+    return density_ == 1 ? QPointF(position.x, position.y) : ToDevicePixel(position);
 }
 
 void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
@@ -62,14 +62,14 @@ void ImageSurface::Dot(CanvasPoint center, const ColorRGB& color) {
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(ToQColor(color));
-    painter_.drawEllipse(OnRaster(center) + QPointF(middle, middle), radius, radius);
+    painter_.drawEllipse(ToDevicePixel(center) + QPointF(middle, middle), radius, radius);
     painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color) {
     if (!painter_.isActive()) return;
-    const QPointF start = LineEnd(from);
-    const QPointF delta = LineEnd(to) - start;
+    const QPointF start = LineEndOnDevice(from);
+    const QPointF delta = LineEndOnDevice(to) - start;
     if (!std::isfinite(delta.x()) || !std::isfinite(delta.y())) return;
     // Clip to the canvas and a margin: QPainter's own arithmetic can't cope with ends far outside.
     constexpr double kMargin = 2;
@@ -80,8 +80,8 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
     DrawStrands(start + t0 * delta, start + t1 * delta, color);
 }
 
-// A thick line as thin ones side by side: QPainter's own would vary in thickness along a slope. A thin line
-// can't, so at one device pixel per logical one nothing changes.
+// A thick line as thin ones side by side: QPainter's own would vary in thickness along a slope. At a density
+// of 1 a line is one pixel wide and is drawn as it is.
 void ImageSurface::DrawStrands(QPointF from, QPointF to, const ColorRGB& color) {
     const int thickness = LineThickness(penWidth_);
     painter_.setPen(QPen(ToQColor(color), density_ == 1 ? thickness : 1, Qt::SolidLine, Qt::SquareCap));

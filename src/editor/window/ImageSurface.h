@@ -33,9 +33,9 @@ class ImageSurface {
   private:
     void DrawStrands(QPointF from, QPointF to, const ColorRGB& color);
 
-    QPointF OnRaster(CanvasPoint position) const;
+    QPointF ToDevicePixel(CanvasPoint position) const;
     // The end of a line, in device pixels.
-    QPointF LineEnd(CanvasPoint position) const;
+    QPointF LineEndOnDevice(CanvasPoint position) const;
     // A pen's width in device pixels, at least 1.
     int LineThickness(int penWidth) const;
 

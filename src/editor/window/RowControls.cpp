@@ -29,7 +29,7 @@ SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
     // Its menu would offer an undo under the key that undoes the shape.
     setContextMenuPolicy(Qt::PreventContextMenu);
-    // An input method would bypass it, too.
+    // An input method would bypass keyPressEvent, too.
     setAttribute(Qt::WA_InputMethodEnabled, false);
 }
 

@@ -6,8 +6,8 @@
 
 namespace boreforge {
 
-// A button of the tool row. On a dark desktop it is lighter while pressed or checked: styles only darken it a
-// little, which nobody could see there.
+// A button of the tool row. On a dark desktop it is lighter while pressed or checked: styles darken it so
+// little that nobody could see it there.
 class RowButton : public QToolButton {
   public:
     using QToolButton::QToolButton;

@@ -14,10 +14,10 @@ class ShapeCanvas : public QWidget {
   public:
     explicit ShapeCanvas(QWidget* parent);
 
-    // Draws the shape anew. The picture stays until the next call.
+    // Draws the picture of the shape, which stays until the next call.
     void Redraw(ShownNodes shown);
 
-    // Tells screen readers what the shape is now; a redraw does, too.
+    // Updates the description for screen readers, as Redraw does.
     void Describe();
 
     // `x` and `y` are canvas positions in logical pixels; `another` tells whether another button is down,

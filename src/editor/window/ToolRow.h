@@ -37,7 +37,7 @@ inline constexpr PresetButton kPreShapes[] = {
     {kPresetBox, {{"btnPreShapes(0)", 2820, 0, 435, 435, 14}, "Pre-Shape - Box", "preset-box"}},
     {kPresetRounded, {{"btnPreShapes(1)", 3240, 0, 435, 435, 13}, "Pre-Shape - Rounded", "preset-rounded"}},
 };
-inline constexpr ToolButton kToolBar{
+inline constexpr ToolButton kMakeObject{
     {"btnToolBar(0)", 1320, 0, 435, 435, 20}, "Make 3DS Object for Track...", "make-object"};
 inline constexpr ToolButton kShowNodes[] = {
     {{"chkShowNodes(0)", 1860, 0, 435, 435, 21}, "Show Inside Nodes", "show-inside-nodes"},

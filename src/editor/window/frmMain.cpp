@@ -119,7 +119,7 @@ void frmMain::MakeToolRow() {
             UsePreset(preset, Controls());
             RedrawAndFocus();
         });
-    onClick(MakeButton(this, kToolBar, tabOrder_), [this] { MakeObjectForTrack(); });
+    onClick(MakeButton(this, kMakeObject, tabOrder_), [this] { MakeObjectForTrack(); });
     for (std::size_t i = 0; i < 2; ++i) {
         chkShowNodes_[i] = MakeCheckButton(this, kShowNodes[i], tabOrder_);
         onClick(chkShowNodes_[i], [this] { RedrawAndFocus(); });

@@ -50,7 +50,7 @@ class frmMain : public QWidget {
     QLineEdit* txtSnap_ = nullptr;
     std::array<QLabel*, 2> lblMousePos_{};
     TabOrder tabOrder_;
-    QString dragged_;  // the file that hovers over the window
+    QString dragged_;  // the file that is being dragged over the window
 };
 
 }  // namespace boreforge
