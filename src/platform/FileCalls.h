@@ -1,5 +1,5 @@
-// Every call that reads or changes a file goes through this one table, so that a test can make any of them
-// fail.
+// Every call that reads or changes the content, the name or the rights of a file goes through this one table,
+// so that a test can make any of them fail. Only the signal handler can't use it.
 #pragma once
 
 #include <cstddef>
