@@ -7,12 +7,12 @@
 
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"
-#include "editor/window/WindowKeys.h"
+#include "editor/window/WindowInput.h"
 
 using namespace boreforge;
 
 // On X11 the row of digits has the scan codes 10 ("1") to 19 ("0").
-TEST(WindowKeys, AToolHasItsKeyOnEveryKeyboard) {
+TEST(WindowInput, AToolHasItsKeyOnEveryKeyboard) {
     constexpr int kNone = Qt::NoModifier, kShift = Qt::ShiftModifier, kPad = Qt::KeypadModifier;
     const std::optional<ShapeTool> noTool;
     const struct {

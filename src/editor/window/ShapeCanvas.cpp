@@ -1,27 +1,13 @@
 #include "editor/window/ShapeCanvas.h"
 
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
 
+#include "editor/ShapeInput.h"
 #include "editor/window/ImageSurface.h"
 
 namespace boreforge {
 
 namespace {
-
-MouseButton ButtonOf(const QMouseEvent& event) {
-    if (event.button() == Qt::LeftButton) return MouseButton::Left;
-    return event.button() == Qt::RightButton ? MouseButton::Right : MouseButton::Other;
-}
-
-MouseState StateOf(const QMouseEvent& event) {
-    if (event.buttons() == Qt::NoButton) return MouseState::None;
-    if (event.buttons() == Qt::LeftButton) return MouseState::Left;
-    return event.buttons() == Qt::RightButton ? MouseState::Right : MouseState::Other;
-}
-
-bool AnotherIsDown(const QMouseEvent& event) { return event.buttons() & ~event.button(); }
 
 // The shape, for screen readers: "4 nodes, nothing selected" or "inside point 3 of 8, x 2.0, y 3.5".
 QString DescribeSelection() {
@@ -62,22 +48,6 @@ void ShapeCanvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);
     painter.drawImage(QPointF(0, 0), picture_);
-}
-
-void ShapeCanvas::mousePressEvent(QMouseEvent* event) {
-    Pressed(ButtonOf(*event), static_cast<float>(event->position().x()),
-            static_cast<float>(event->position().y()), AnotherIsDown(*event));
-}
-
-void ShapeCanvas::mouseMoveEvent(QMouseEvent* event) {
-    Moved(StateOf(*event), static_cast<float>(event->position().x()),
-          static_cast<float>(event->position().y()));
-}
-
-void ShapeCanvas::mouseReleaseEvent(QMouseEvent* event) { Released(ButtonOf(*event), AnotherIsDown(*event)); }
-
-void ShapeCanvas::wheelEvent(QWheelEvent* event) {
-    if (const int eighths = event->angleDelta().y()) Turned(eighths, event->buttons() != Qt::NoButton);
 }
 
 }  // namespace boreforge

@@ -24,7 +24,7 @@
 #include "editor/window/RowControls.h"
 #include "editor/window/ToolRow.h"
 #include "editor/window/WindowAccess.h"
-#include "editor/window/WindowKeys.h"
+#include "editor/window/WindowInput.h"
 #include "job/mMain.h"
 #include "version.h"
 
@@ -99,7 +99,10 @@ frmMain::frmMain() {
 
     MakeToolRow();
     MakeReadOuts();
-    MakeCanvas();
+    pbShape_ = new ShapeCanvas(this);
+    SetGeometry(pbShape_, kCanvas);
+    pbShape_->installEventFilter(this);
+    tabOrder_.emplace_back(kCanvas.tabIndex, pbShape_);
     ApplyTabOrder(tabOrder_);
     pbShape_->setFocus();
 
@@ -152,33 +155,6 @@ void frmMain::MakeReadOuts() {
     }
 }
 
-void frmMain::MakeCanvas() {
-    pbShape_ = new ShapeCanvas(this);
-    SetGeometry(pbShape_, kCanvas);
-    tabOrder_.emplace_back(kCanvas.tabIndex, pbShape_);
-    pbShape_->Pressed = [this](MouseButton button, float x, float y, bool another) {
-        Guarded([&] {
-            if (PressMouse(button, x, y, Controls(another))) Redraw();
-        });
-    };
-    pbShape_->Moved = [this](MouseState state, float x, float y) {
-        Guarded([&] {
-            if (MoveMouse(state, x, y, Controls())) Redraw();
-            ShowMousePosition(x, y);
-        });
-    };
-    pbShape_->Released = [this](MouseButton button, bool another) {
-        Guarded([&] {
-            if (ReleaseMouse(button, Controls(another))) Redraw();
-        });
-    };
-    pbShape_->Turned = [this](int eighths, bool buttonDown) {
-        Guarded([&] {
-            if (TurnWheel(eighths, Controls(buttonDown))) RedrawAndFocus();
-        });
-    };
-}
-
 EditorControls frmMain::Controls() const { return Controls(QApplication::mouseButtons() != Qt::NoButton); }
 
 EditorControls frmMain::Controls(bool buttonDown) const {
@@ -206,7 +182,36 @@ void frmMain::ShowMousePosition(float x, float y) {
     }
 }
 
+bool frmMain::UseMouse(const QMouseEvent& event) {
+    const auto x = static_cast<float>(event.position().x()), y = static_cast<float>(event.position().y());
+    const bool anotherIsDown = event.buttons() & ~event.button();
+    switch (event.type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            return PressMouse(ButtonOf(event), x, y, Controls(anotherIsDown));
+        case QEvent::MouseButtonRelease:
+            return ReleaseMouse(ButtonOf(event), Controls(anotherIsDown));
+        default:
+            const bool isChanged = MoveMouse(StateOf(event), x, y, Controls());
+            ShowMousePosition(x, y);
+            return isChanged;
+    }
+}
+
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == pbShape_) {
+        if (const auto* const mouse = dynamic_cast<QMouseEvent*>(event))
+            Guarded([&] {
+                if (UseMouse(*mouse)) Redraw();
+            });
+        const auto* const wheel = dynamic_cast<QWheelEvent*>(event);
+        const int eighths = wheel ? wheel->angleDelta().y() : 0;
+        if (eighths != 0)
+            Guarded([&] {
+                if (TurnWheel(eighths, Controls(wheel->buttons() != Qt::NoButton))) RedrawAndFocus();
+            });
+        return false;
+    }
     if (event->type() == QEvent::MouseButtonPress) {
         const auto& press = static_cast<const QMouseEvent&>(*event);
         const bool another = press.buttons() & ~press.button();

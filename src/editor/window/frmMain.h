@@ -28,13 +28,14 @@ class frmMain : public QWidget {
   private:
     void MakeToolRow();
     void MakeReadOuts();
-    void MakeCanvas();
 
     EditorControls Controls() const;
     EditorControls Controls(bool buttonDown) const;
     void Redraw();
     void RedrawAndFocus();
     void ShowMousePosition(float x, float y);
+    // Passes a mouse event of the canvas on to the editor. True if the canvas must be drawn again.
+    bool UseMouse(const QMouseEvent& event);
 
     void RunTool(ShapeTool tool);
     void OpenShape();

@@ -1,4 +1,4 @@
-#include "editor/window/WindowKeys.h"
+#include "editor/window/WindowInput.h"
 
 #include <QGuiApplication>
 
@@ -71,6 +71,17 @@ KeyPress KeyPressOf(const QKeyEvent& event) {
     return {native ? KeyCode(native) : KeyCodeOf(event), held.testFlag(Qt::ShiftModifier),
             held.testFlag(Qt::ControlModifier), held.testFlag(Qt::AltModifier),
             held.testFlag(Qt::MetaModifier)};
+}
+
+MouseButton ButtonOf(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton) return MouseButton::Left;
+    return event.button() == Qt::RightButton ? MouseButton::Right : MouseButton::Other;
+}
+
+MouseState StateOf(const QMouseEvent& event) {
+    if (event.buttons() == Qt::NoButton) return MouseState::None;
+    if (event.buttons() == Qt::LeftButton) return MouseState::Left;
+    return event.buttons() == Qt::RightButton ? MouseState::Right : MouseState::Other;
 }
 
 }  // namespace boreforge
