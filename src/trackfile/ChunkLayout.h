@@ -31,7 +31,7 @@ struct ChunkLayout {
 template <ChunkTag tag, auto size, auto children, auto records>
 struct ListLayout : ChunkLayout<tag, size, children> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Reserved(16);
         walk.Count(track.*records);
         Records(walk, track.*records);
@@ -60,15 +60,15 @@ void WriteChunk(WriteCursor& at, const TrackDocument& track) {
 
 // The bytes of the chunk's own fields and its child count.
 template <class Layout>
-std::int64_t CountChunk(const TrackDocument& track) {
-    FieldCounter counter;
-    Layout::Fields(counter, track);
-    counter.I32(track.*Layout::Children);
-    return counter.count;
+std::int64_t MeasureChunk(const TrackDocument& track) {
+    FieldMeasurer measurer;
+    Layout::Fields(measurer, track);
+    measurer.I32(track.*Layout::Children);
+    return measurer.length;
 }
 
 template <class Walk>
-void PointFields(Walk& walk, In<Walk, Vector3D>& point) {
+void PointFields(Walk& walk, RecordFor<Walk, Vector3D>& point) {
     walk.F32(point.x);
     walk.F32(point.y);
     walk.F32(point.z);

@@ -1,5 +1,5 @@
 // The three ways to walk a list of fields. A function named Fields lists the fields of a record or a chunk in
-// file order: a FieldReader fills them, a FieldWriter writes them and a FieldCounter counts their bytes, so
+// file order: a FieldReader fills them, a FieldWriter writes them and a FieldMeasurer counts their bytes, so
 // the three can't disagree.
 #pragma once
 
@@ -26,30 +26,29 @@ Record SmallestRecord() {
     return {};
 }
 
-class FieldCounter {
+class FieldMeasurer {
   public:
     template <class Record>
     using Access = const Record;
 
-    std::int64_t count = 0;
+    std::int64_t length = 0;
 
-    void U8(std::uint8_t) { count += 1; }
-    void Flag(Truth) { count += 1; }
-    void I32(std::int32_t) { count += 4; }
-    void F32(float) { count += 4; }
-    void Color(PackedColor) { count += 4; }
-    void Text(const std::string& text) { count += 4 + std::ssize(text); }
+    void U8(std::uint8_t) { length += 1; }
+    void Flag(Truth) { length += 1; }
+    void I32(std::int32_t) { length += 4; }
+    void F32(float) { length += 4; }
+    void Color(PackedColor) { length += 4; }
+    void Text(const std::string& text) { length += 4 + std::ssize(text); }
     void StrictText(const std::string& text) { Text(text); }
-    void Reserved(std::int32_t bytes) { count += std::max(bytes, 0); }
-    void Version(const std::array<std::uint8_t, 4>&) { count += 4; }
-    void Presence(Truth) {}
-    void Extent(std::int32_t) { count += 4; }
-    void Count(const auto&) { count += 4; }
+    void Reserved(std::int32_t bytes) { length += std::max(bytes, 0); }
+    void Version(const std::array<std::uint8_t, 4>&) { length += 4; }
+    void Extent(std::int32_t) { length += 4; }
+    void Count(const auto&) { length += 4; }
     void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
-        count += 4 * std::ssize(values);
+        length += 4 * std::ssize(values);
     }
     void Block(const auto& content) {
-        count += 4;
+        length += 4;
         content(*this);
     }
 };
@@ -77,9 +76,6 @@ class FieldReader {
         for (std::uint8_t& byte : bytes)
             byte = ReadU8(at_);
     }
-    // Takes no bytes of the file; records that the chunk exists.
-    void Presence(Truth& present) { present = kTrue; }
-
     // The width or depth of a grid. A negative one fails.
     void Extent(std::int32_t& value) {
         value = ReadI32(at_);
@@ -90,10 +86,10 @@ class FieldReader {
     // fails before any memory is allocated.
     template <class List>
     void Count(List& list) {
-        FieldCounter smallest;
+        FieldMeasurer smallest;
         Fields(smallest, SmallestRecord<typename List::value_type>());
         const std::int64_t count = ReadI32(at_);
-        if (count < 0 || count * smallest.count > at_.Remaining()) at_.Fail();
+        if (count < 0 || count * smallest.length > at_.Remaining()) at_.Fail();
         list.clear();
         if (!at_.failed) list.resize(count);
     }
@@ -146,7 +142,6 @@ class FieldWriter {
         for (const std::uint8_t byte : kWrittenVersion)
             WriteU8(at_, byte);
     }
-    void Presence(Truth) {}
     void Extent(std::int32_t value) { WriteI32(at_, value); }
     void Count(const auto& list) { WriteI32(at_, CountOf(list)); }
     void Grid(const std::vector<float>& values, std::int32_t, std::int32_t) {
@@ -158,9 +153,9 @@ class FieldWriter {
         }
     }
     void Block(const auto& content) {
-        FieldCounter counter;
-        content(counter);
-        WriteI32(at_, static_cast<std::int32_t>(counter.count));
+        FieldMeasurer measurer;
+        content(measurer);
+        WriteI32(at_, static_cast<std::int32_t>(measurer.length));
         content(*this);
     }
 
@@ -177,6 +172,6 @@ void Records(Walk& walk, List& list) {
 
 // The record for a walk that fills it, a const record for the other two.
 template <class Walk, class Record>
-using In = typename Walk::template Access<Record>;
+using RecordFor = typename Walk::template Access<Record>;
 
 }  // namespace boreforge

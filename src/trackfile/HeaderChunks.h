@@ -6,7 +6,7 @@
 namespace boreforge {
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackColorSet>& set) {
+void Fields(Walk& walk, RecordFor<Walk, TrackColorSet>& set) {
     walk.Flag(set.SetFlag);
     walk.Reserved(7);
     walk.Text(set.SetName);
@@ -18,7 +18,7 @@ void Fields(Walk& walk, In<Walk, TrackColorSet>& set) {
 
 struct ZphrLayout : ChunkLayout<"ZPHR", &TrackDocument::ZphrSize, &TrackDocument::ZphrChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Version(track.FormatVersion);
         walk.Reserved(16);
     }
@@ -28,7 +28,7 @@ inline constexpr auto WriteZphrChunk = WriteChunk<ZphrLayout>;
 
 struct TrckLayout : ChunkLayout<"TRCK", &TrackDocument::TrckSize, &TrackDocument::TrckChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.I32(track.TrackValueA);
         walk.Count(track.ColorSets);
         walk.I32(track.TrackValueB);
@@ -49,7 +49,7 @@ inline constexpr auto WriteTrckChunk = WriteChunk<TrckLayout>;
 
 struct InfoLayout : ChunkLayout<"INFO", &TrackDocument::InfoSize, &TrackDocument::InfoChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Reserved(16);
         walk.Text(track.InfoText);
     }

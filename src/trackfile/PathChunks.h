@@ -6,7 +6,7 @@
 namespace boreforge {
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackBezierNode>& node) {
+void Fields(Walk& walk, RecordFor<Walk, TrackBezierNode>& node) {
     PointFields(walk, node.Position);
     PointFields(walk, node.ControlIn);
     PointFields(walk, node.ControlOut);
@@ -18,7 +18,7 @@ void Fields(Walk& walk, In<Walk, TrackBezierNode>& node) {
 }
 
 template <class Walk>
-void Kind1Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
+void Kind1Fields(Walk& walk, RecordFor<Walk, TrackSegment>& segment) {
     walk.F32(segment.K1Float1);
     walk.F32(segment.K1Float2);
     walk.F32(segment.K1Float3);
@@ -43,7 +43,7 @@ void Kind1Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
 }
 
 template <class Walk>
-void Kind2Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
+void Kind2Fields(Walk& walk, RecordFor<Walk, TrackSegment>& segment) {
     walk.Reserved(3);
     walk.U8(segment.K2Byte1);
     walk.F32(segment.K2Float1);
@@ -56,7 +56,7 @@ void Kind2Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
 }
 
 template <class Walk>
-void Kind3Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
+void Kind3Fields(Walk& walk, RecordFor<Walk, TrackSegment>& segment) {
     walk.F32(segment.K3Float1);
     walk.F32(segment.K3Float2);
     walk.F32(segment.K3Float3);
@@ -68,7 +68,7 @@ void Kind3Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
 }
 
 template <class Walk>
-void Kind4Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
+void Kind4Fields(Walk& walk, RecordFor<Walk, TrackSegment>& segment) {
     walk.F32(segment.K4Float1);
     walk.F32(segment.K4Float2);
     walk.F32(segment.K4Float3);
@@ -87,7 +87,7 @@ void Kind4Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
 
 // An unknown kind has no block, not even a length.
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackSegment>& segment) {
+void Fields(Walk& walk, RecordFor<Walk, TrackSegment>& segment) {
     walk.I32(segment.SegmentKind);
     walk.Flag(segment.UseOwnColors);
     walk.Color(segment.Color1);
@@ -130,7 +130,7 @@ inline constexpr auto WriteBezrChunk = WriteChunk<BezrLayout>;
 
 struct SegmLayout : ChunkLayout<"SEGM", &TrackDocument::SegmSize, &TrackDocument::SegmChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Count(track.Segments);  // before the reserved bytes, unlike in other lists
         walk.Flag(track.SegmentListFlag);
         walk.Reserved(16);

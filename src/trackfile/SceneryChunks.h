@@ -6,7 +6,7 @@
 namespace boreforge {
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackSceneryPoint>& point) {
+void Fields(Walk& walk, RecordFor<Walk, TrackSceneryPoint>& point) {
     walk.F32(point.ScenFloat1);
     walk.F32(point.ScenFloat2);
     walk.F32(point.ScenFloat3);
@@ -17,7 +17,7 @@ void Fields(Walk& walk, In<Walk, TrackSceneryPoint>& point) {
 
 // In the file the class comes first, and the matrix is stored row by row.
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackScenery>& object) {
+void Fields(Walk& walk, RecordFor<Walk, TrackScenery>& object) {
     walk.StrictText(object.ObjectClass);
     walk.StrictText(object.ObjectFile);
     for (std::size_t row = 0; row < 3; ++row) {
@@ -42,7 +42,7 @@ inline constexpr auto WriteScobChunk = WriteChunk<ScobLayout>;
 
 struct TeraLayout : ChunkLayout<"TERA", &TrackDocument::TeraSize, &TrackDocument::TeraChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Extent(track.TerrainWidth);
         walk.Extent(track.TerrainDepth);
         walk.F32(track.TerrainFloat1);
@@ -59,7 +59,6 @@ struct TeraLayout : ChunkLayout<"TERA", &TrackDocument::TeraSize, &TrackDocument
         walk.Reserved(15);
         walk.Grid(track.TerrainGrid, track.TerrainWidth, track.TerrainDepth);
         walk.Reserved(16);
-        walk.Presence(track.HasTerrain);
     }
 };
 inline constexpr auto ReadTeraChunk = ReadChunk<TeraLayout>;
@@ -67,7 +66,7 @@ inline constexpr auto WriteTeraChunk = WriteChunk<TeraLayout>;
 
 struct EnvcLayout : ChunkLayout<"ENVC", &TrackDocument::EnvcSize, &TrackDocument::EnvcChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>& track) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>& track) {
         walk.Reserved(16);
         walk.Text(track.EnvironmentText1);
         walk.Text(track.EnvironmentText2);

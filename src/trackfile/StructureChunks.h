@@ -6,7 +6,7 @@
 namespace boreforge {
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackFundRecord>& fund) {
+void Fields(Walk& walk, RecordFor<Walk, TrackFundRecord>& fund) {
     walk.Flag(fund.FundFlag1);
     walk.F32(fund.FundFloat1);
     walk.Flag(fund.FundFlag2);
@@ -17,27 +17,27 @@ void Fields(Walk& walk, In<Walk, TrackFundRecord>& fund) {
 }
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackRascEntry>& entry) {
+void Fields(Walk& walk, RecordFor<Walk, TrackRascEntry>& entry) {
     walk.I32(entry.EntryValue);
     walk.F32(entry.EntryFloat);
     walk.Reserved(16);
 }
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackRascRecord>& rasc) {
+void Fields(Walk& walk, RecordFor<Walk, TrackRascRecord>& rasc) {
     walk.Count(rasc.Entries);
     Records(walk, rasc.Entries);
 }
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackFrenRecord>& fren) {
+void Fields(Walk& walk, RecordFor<Walk, TrackFrenRecord>& fren) {
     PointFields(walk, fren.FrenPoint);
     walk.Reserved(16);
 }
 
 // Values 2 and 3, and 5 and 6, are in the opposite order in the file.
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackTubeRecord>& tube) {
+void Fields(Walk& walk, RecordFor<Walk, TrackTubeRecord>& tube) {
     walk.I32(tube.TubeValue1);
     walk.I32(tube.TubeValue3);
     walk.I32(tube.TubeValue2);
@@ -53,7 +53,7 @@ void Fields(Walk& walk, In<Walk, TrackTubeRecord>& tube) {
 }
 
 template <class Walk>
-void Fields(Walk& walk, In<Walk, TrackCatwRecord>& catw) {
+void Fields(Walk& walk, RecordFor<Walk, TrackCatwRecord>& catw) {
     walk.I32(catw.CatwValue1);
     walk.I32(catw.CatwValue2);
     walk.I32(catw.CatwValue3);
@@ -66,7 +66,7 @@ void Fields(Walk& walk, In<Walk, TrackCatwRecord>& catw) {
 
 struct SuppLayout : ChunkLayout<"SUPP", &TrackDocument::SuppSize, &TrackDocument::SuppChildren> {
     template <class Walk>
-    static void Fields(Walk& walk, In<Walk, TrackDocument>&) {
+    static void Fields(Walk& walk, RecordFor<Walk, TrackDocument>&) {
         walk.Reserved(32);
     }
 };

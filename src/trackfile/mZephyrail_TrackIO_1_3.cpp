@@ -32,7 +32,7 @@ struct ChunkKind {
     std::int32_t TrackDocument::*children;
     void (*read)(ReadCursor&, TrackDocument&);
     void (*write)(WriteCursor&, const TrackDocument&);
-    std::int64_t (*count)(const TrackDocument&);
+    std::int64_t (*measure)(const TrackDocument&);
 };
 
 template <class Layout>
@@ -43,7 +43,7 @@ constexpr ChunkKind AtDepth(int depth) {
             Layout::Children,
             ReadChunk<Layout>,
             WriteChunk<Layout>,
-            CountChunk<Layout>};
+            MeasureChunk<Layout>};
 }
 
 // Every chunk, in the order and the nesting of a saved file.
@@ -113,6 +113,7 @@ Outcome ReadChunks(ReadCursor& at) {
         if (at.failed || children < 0) return ChunkFailure(tag, start, at);
         remaining += children;
         TrackOnDisk.foreignChunks += kind ? 0 : 1;
+        if (tag == TeraLayout::Tag) TrackFile.HasTerrain = kTrue;
     }
     TrackOnDisk.bytesAfterEnd = at.Remaining();
     return {};
@@ -203,7 +204,7 @@ bool ComputeChunkSizes() {
     for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
         if (!IsWritten(*kind)) continue;
         const Chunks children = std::exchange(counted[kind->depth + 1], {});
-        const std::int64_t size = kind->count(TrackFile) + children.bytes;
+        const std::int64_t size = kind->measure(TrackFile) + children.bytes;
         TrackFile.*kind->size = static_cast<std::int32_t>(size);
         TrackFile.*kind->children = children.count;
         counted[kind->depth].bytes += kTagAndSizeBytes + size;
