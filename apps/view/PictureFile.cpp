@@ -5,15 +5,11 @@
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFramebufferObject>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickGraphicsDevice>
 #include <QQuickItem>
 #include <QQuickRenderControl>
 #include <QQuickRenderTarget>
-#include <QQuickWindow>
-
-#include <memory>
+#include <QQuickView>
 
 #include "base/FileTags.h"
 #include "platform/OutputFile.h"
@@ -31,33 +27,21 @@ QImage DrawPicture(ViewScene& scene, int width, int height) {
     QOpenGLFramebufferObject frame(size, QOpenGLFramebufferObject::CombinedDepthStencil);
 
     QQuickRenderControl control;
-    QQuickWindow window(&control);
-    window.setGraphicsDevice(QQuickGraphicsDevice::fromOpenGLContext(&context));
-    QQmlEngine engine;
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/view/Viewer.qml")));
-    const std::unique_ptr<QObject> made(component.createWithInitialProperties(
-        {{"scene", QVariant::fromValue<QObject*>(&scene.properties)}, {"picture", true}}));
-    auto* const item = qobject_cast<QQuickItem*>(made.get());
-    if (!item || !control.initialize()) {
-        qWarning("%s", qUtf8Printable(component.errorString()));
-        return {};
-    }
-    window.setRenderTarget(QQuickRenderTarget::fromOpenGLTexture(frame.texture(), size));
-    window.contentItem()->setSize(size);
-    item->setParentItem(window.contentItem());
-    item->setSize(size);
-    for (int pass = 0; pass < 2; ++pass) {  // shadows are complete in the second one
-        control.polishItems();
-        control.beginFrame();
-        control.sync();
-        control.render();
-        control.endFrame();
-    }
+    QQuickView view(QUrl(), &control);
+    view.setGraphicsDevice(QQuickGraphicsDevice::fromOpenGLContext(&context));
+    view.setInitialProperties(
+        {{"scene", QVariant::fromValue<QObject*>(&scene.properties)}, {"picture", true}});
+    view.setSource(QUrl(QStringLiteral("qrc:/view/Viewer.qml")));  // reports errors itself
+    if (!view.rootObject() || !control.initialize()) return {};
+    view.rootObject()->setSize(size);
+    view.setRenderTarget(QQuickRenderTarget::fromOpenGLTexture(frame.texture(), size));
+    control.polishItems();
+    control.beginFrame();
+    control.sync();
+    control.render();
+    control.endFrame();
     context.makeCurrent(&surface);
-    QImage image = frame.toImage(true);
-    item->setParentItem(nullptr);
-    control.invalidate();
-    return image;
+    return frame.toImage(true);
 }
 
 Outcome SavePicture(const std::string& path, QImage image) {
