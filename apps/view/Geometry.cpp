@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
-
-#include "shared/ObjectSurfaces.h"
+#include <vector>
 
 namespace boreforge {
 
 namespace {
+
+using Attribute = QQuick3DGeometry::Attribute;
 
 struct WallVertex {
     QVector3D position, normal;
@@ -25,22 +25,48 @@ struct RibbonVertex {
     QVector4D color;
 };
 
-constexpr QVector3D kRailColor{0.93f, 0.30f, 0.10f}, kTieColor{0.34f, 0.29f, 0.27f};
-
 QVector4D ColorOf(const ObjectMaterial& material) {
     return {float(material.color.red) / 255, float(material.color.green) / 255,
             float(material.color.blue) / 255, 1 - float(material.transparency) / 100};
 }
 
+void AddFloats(QQuick3DGeometry& geometry, Attribute::Semantic meaning, std::size_t offset) {
+    geometry.addAttribute(meaning, static_cast<int>(offset), Attribute::F32Type);
+}
+
+// Replaces the vertices and the attributes that all have.
 template <class Vertex>
-QByteArray ToBytes(const std::vector<Vertex>& vertices) {
-    return {reinterpret_cast<const char*>(vertices.data()),
-            static_cast<qsizetype>(vertices.size() * sizeof(Vertex))};
+void SetVertices(const std::vector<Vertex>& vertices, QQuick3DGeometry& geometry) {
+    QVector3D low, high;
+    for (const Vertex& vertex : vertices) {
+        if (&vertex == vertices.data()) low = high = vertex.position;
+        for (int axis = 0; axis < 3; ++axis) {
+            low[axis] = std::min(low[axis], vertex.position[axis]);
+            high[axis] = std::max(high[axis], vertex.position[axis]);
+        }
+    }
+    geometry.clear();
+    geometry.setStride(sizeof(Vertex));
+    geometry.setVertexData({reinterpret_cast<const char*>(vertices.data()),
+                            static_cast<qsizetype>(vertices.size() * sizeof(Vertex))});
+    geometry.setBounds(low, high);
+    AddFloats(geometry, Attribute::PositionSemantic, offsetof(Vertex, position));
+    AddFloats(geometry, Attribute::ColorSemantic, offsetof(Vertex, color));
+}
+
+// Adds a flat band along a straight line; `aside` is half of its width.
+void AddRibbon(std::vector<RibbonVertex>& vertices, const Vec& from, const Vec& to, const Vec& aside,
+               const QVector4D& color) {
+    const QVector3D start = ToQt(from), end = ToQt(to), side = ToQt(aside);
+    const RibbonVertex corners[] = {
+        {start, side, color}, {start, -side, color}, {end, side, color}, {end, -side, color}};
+    for (const std::size_t i : {0u, 1u, 2u, 2u, 1u, 3u})
+        vertices.push_back(corners[i]);
 }
 
 }  // namespace
 
-QByteArray WallVertices(const Object3DS& object) {
+void ShowWalls(const Object3DS& object, QQuick3DGeometry& geometry) {
     std::vector<QVector4D> colors;
     for (const ObjectMaterial& material : object.materials)
         colors.push_back(ColorOf(material));
@@ -63,76 +89,36 @@ QByteArray WallVertices(const Object3DS& object) {
                  colors[face.material],
                  {i == (longest + 1) % 3 ? 1.0f : 0.0f, i == (longest + 2) % 3 ? 1.0f : 0.0f}});
     }
-    return ToBytes(vertices);
+    SetVertices(vertices, geometry);
+    AddFloats(geometry, Attribute::NormalSemantic, offsetof(WallVertex, normal));
+    AddFloats(geometry, Attribute::TexCoord0Semantic, offsetof(WallVertex, edges));
+    geometry.update();
 }
 
-std::vector<Ribbon> RailsOf(const TrackPath& path) {
+void ShowRails(const TrackPath& path, QQuick3DGeometry& geometry) {
     // Half widths and heights; kTieDepth is the depth of a tie's centre below the path.
     constexpr double kGauge = 0.5, kRailWidth = 0.06, kRailHeight = 0.06;
     constexpr double kTie = 0.75, kTieWidth = 0.13, kTieDepth = 2 * kRailHeight;
     constexpr std::size_t kPointsOfTie = 3;
-    std::vector<Ribbon> ribbons;
+    constexpr QVector4D kRailColor{0.93f, 0.30f, 0.10f, 1}, kTieColor{0.34f, 0.29f, 0.27f, 1};
+    std::vector<RibbonVertex> vertices;
     for (std::size_t i = 0; i < path.size(); ++i) {
         const PathPoint& here = path[i];
         const PathPoint& next = path[i + 1 < path.size() ? i + 1 : 0];
         for (const double side : {-kGauge, kGauge}) {
             const Vec from = here.position + here.right * side, to = next.position + next.right * side;
-            ribbons.push_back({from, to, here.right * kRailWidth, kRailColor});
-            ribbons.push_back({from - here.up * kRailHeight, to - next.up * kRailHeight,
-                               here.up * kRailHeight, kRailColor});
+            AddRibbon(vertices, from, to, here.right * kRailWidth, kRailColor);
+            AddRibbon(vertices, from - here.up * kRailHeight, to - next.up * kRailHeight,
+                      here.up * kRailHeight, kRailColor);
         }
         if (i % kPointsOfTie != 0) continue;
         const Vec middle = here.position - here.up * kTieDepth;
-        ribbons.push_back(
-            {middle - here.right * kTie, middle + here.right * kTie, here.forward * kTieWidth, kTieColor});
+        AddRibbon(vertices, middle - here.right * kTie, middle + here.right * kTie, here.forward * kTieWidth,
+                  kTieColor);
     }
-    return ribbons;
-}
-
-WallGeometry::WallGeometry() {
-    setStride(sizeof(WallVertex));
-    addAttribute(Attribute::PositionSemantic, offsetof(WallVertex, position), Attribute::F32Type);
-    addAttribute(Attribute::NormalSemantic, offsetof(WallVertex, normal), Attribute::F32Type);
-    addAttribute(Attribute::ColorSemantic, offsetof(WallVertex, color), Attribute::F32Type);
-    addAttribute(Attribute::TexCoord0Semantic, offsetof(WallVertex, edges), Attribute::F32Type);
-}
-
-void WallGeometry::Show(const Object3DS& object) {
-    setVertexData(WallVertices(object));
-    if (!object.points.empty()) {
-        const ObjectBounds bounds = BoundsOf(object);
-        setBounds(ToQt(ToVec(bounds.low)), ToQt(ToVec(bounds.high)));
-    }
-    update();
-}
-
-RibbonGeometry::RibbonGeometry() {
-    setStride(sizeof(RibbonVertex));
-    addAttribute(Attribute::PositionSemantic, offsetof(RibbonVertex, position), Attribute::F32Type);
-    addAttribute(Attribute::NormalSemantic, offsetof(RibbonVertex, aside), Attribute::F32Type);
-    addAttribute(Attribute::ColorSemantic, offsetof(RibbonVertex, color), Attribute::F32Type);
-}
-
-void RibbonGeometry::Show(const std::vector<Ribbon>& ribbons) {
-    std::vector<RibbonVertex> vertices;
-    vertices.reserve(6 * ribbons.size());
-    QVector3D low, high;
-    for (const Ribbon& ribbon : ribbons) {
-        const QVector3D from = ToQt(ribbon.from), to = ToQt(ribbon.to), aside = ToQt(ribbon.aside);
-        const QVector4D color(ribbon.color, 1);
-        const RibbonVertex corners[] = {
-            {from, aside, color}, {from, -aside, color}, {to, aside, color}, {to, -aside, color}};
-        for (const std::size_t i : {0u, 1u, 2u, 2u, 1u, 3u})
-            vertices.push_back(corners[i]);
-        if (vertices.size() == 6) low = high = from;
-        for (int axis = 0; axis < 3; ++axis) {
-            low[axis] = std::min({low[axis], from[axis], to[axis]});
-            high[axis] = std::max({high[axis], from[axis], to[axis]});
-        }
-    }
-    setVertexData(ToBytes(vertices));
-    setBounds(low, high);
-    update();
+    SetVertices(vertices, geometry);
+    AddFloats(geometry, Attribute::NormalSemantic, offsetof(RibbonVertex, aside));
+    geometry.update();
 }
 
 }  // namespace boreforge

@@ -109,8 +109,8 @@ void ViewScene::ShowGeometry() {
     const Object3DS& object = shown_.object;
     if (object.faces.empty()) return;
     FindCover(track_, object);
-    walls_.Show(object);
-    rails_.Show(RailsOf(track_));
+    ShowWalls(object, walls_);
+    ShowRails(track_, rails_);
     const Surroundings around = SurroundingsOf(object, track_);
     properties.insert("center", ToQt(around.center));
     properties.insert("radius", around.radius);

@@ -65,8 +65,7 @@ class ViewScene {
     TrackPath track_;
     bool isElsewhere_ = false;  // the track doesn't run through the object
     QString objectProblem_, trackProblem_;
-    WallGeometry walls_;
-    RibbonGeometry rails_;
+    QQuick3DGeometry walls_, rails_;
     CameraControl camera_;
     QTimer rideTimer_;
     QElapsedTimer rideClock_;
