@@ -36,7 +36,7 @@ tsort "$work/included" >"$work/order" || { echo "The modules above include each 
 echo "$(wc -l <"$work/drawn") arrows, as drawn."
 
 # The viewer's keys and what they do: in its help, in the manual page, in the guide.
-sed -n 's/^    {"\(.*\)", "\(.*\)"},$/\1: \2/p' apps/view/Keys.h >"$work/help"
+sed -n 's/^        \["\(.*\)", "\(.*\)"\],$/\1: \2/p' apps/view/qml/Help.qml >"$work/help"
 [ -s "$work/help" ] || { echo "The viewer's keys are missing."; exit 1; }
 sed -n '/^\.SH KEYS/,/^\.SH ENV/{s/^\.B \(.*\)/\1: /;/^\./d;s/\.$//;s/\\//g;p}' docs/boreforge-view.1 |
     sed 'N;s/\n//' >"$work/manual"

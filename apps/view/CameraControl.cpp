@@ -73,6 +73,7 @@ bool CameraControl::LookAtTunnel(int step, const TrackPath& path) {
 
 void CameraControl::StartOrStopRide(const TrackPath& path) {
     constexpr double kSeconds = 4, kPointsPerUnit = 2;
+    if (path.empty()) return;
     if (!CurrentRide()) {
         Ride ride;
         const std::vector<CoveredStretch> tunnels = CoveredStretches(path);

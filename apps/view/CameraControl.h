@@ -34,7 +34,8 @@ class CameraControl {
     // if no tunnel of the track runs through the object.
     bool LookAtTunnel(int step, const TrackPath& path);
 
-    // Starts a ride a few seconds before the first tunnel, stops it or goes on with it.
+    // Starts a ride a few seconds before the first tunnel, stops it or goes on with it. Does nothing without
+    // a track.
     void StartOrStopRide(const TrackPath& path);
     void LeaveRide();
     void Advance(double seconds, const TrackPath& path);

@@ -1,11 +1,11 @@
 #include "view/ViewScene.h"
 
+#include <QFileInfo>
 #include <QQuaternion>
 
 #include <algorithm>
 #include <tuple>
-
-#include "view/Keys.h"
+#include <utility>
 
 namespace boreforge {
 
@@ -23,20 +23,24 @@ QQuaternion SunFor(const CameraPose& pose) {
     return RotationOf(LookAlong({}, level * 0.75 + right * 0.25 - kUp, level));
 }
 
-// One column of kKeyHelp, a line for each row.
-QString HelpColumn(const char* KeyHelp::*column) {
-    QStringList lines;
-    for (const KeyHelp& row : kKeyHelp)
-        lines += row.*column;
-    return lines.join('\n');
+QString RideText(const Ride* ride, const Object3DS& object, const TrackPath& track) {
+    if (ride)
+        return QStringLiteral("%1 units a second%2")
+            .arg(ride->speed, 0, 'f', ride->speed < 10 ? 1 : 0)
+            .arg(ride->isMoving ? QString() : QStringLiteral(" (stopped: Space)"));
+    if (object.faces.empty()) return {};
+    if (track.empty()) return QStringLiteral("no track to ride along");
+    return CoveredStretches(track).empty() ? QStringLiteral("the track doesn't run through this object")
+                                           : QString();
 }
 
-QString RideText(const Ride* ride, bool hasTrack, bool isElsewhere) {
-    if (!ride && isElsewhere) return QStringLiteral("the track doesn't run through this object");
-    if (!ride) return hasTrack ? QString() : QStringLiteral("no track to ride along");
-    return QStringLiteral("%1 units a second%2")
-        .arg(ride->speed, 0, 'f', ride->speed < 10 ? 1 : 0)
-        .arg(ride->isMoving ? QString() : QStringLiteral(" (stopped: Space)"));
+QString TextOf(const Outcome& outcome) {
+    return outcome ? QString() : QString::fromStdString(outcome.Why().Text());
+}
+
+FileStamp StampOf(const std::string& path) {
+    const QFileInfo file(QString::fromStdString(path));
+    return {file.lastModified(), file.size()};
 }
 
 }  // namespace
@@ -51,26 +55,25 @@ ViewScene::ViewScene() {
     properties.insert("transparent", false);
     properties.insert("hasTrack", false);
     properties.insert("summary", QString());
-    properties.insert("problem", QString());
+    properties.insert("objectProblem", QString());
+    properties.insert("trackProblem", QString());
     Say({});
-    properties.insert("helpKeys", HelpColumn(&KeyHelp::keys));
-    properties.insert("helpEffects", HelpColumn(&KeyHelp::effect));
     Switch("backFaces", true);
     Switch("help", false);
     Switch("fine", true);
     ShowCamera();
     rideTimer_.setInterval(kFrame);
-    QObject::connect(&rideTimer_, &QTimer::timeout, &rideTimer_, [this] {
-        camera_.Advance(double(rideClock_.restart()) / 1000, track_);
+    rideTimer_.callOnTimeout([this] {
+        camera.Advance(double(rideClock_.restart()) / 1000, track_);
         ShowCamera();
     });
 }
 
 Outcome ViewScene::OpenObject(const std::string& path) {
     path_ = path;
+    read_ = StampOf(path);
     const Outcome read = ReadObject(path, shown_);
-    objectProblem_ = read ? QString() : QString::fromStdString(read.Why().Text());
-    ShowProblem();
+    properties.insert("objectProblem", TextOf(read));
     if (!read) return read;
     properties.insert("summary", QString::fromStdString(Summary(shown_)));
     ShowGeometry();
@@ -80,29 +83,34 @@ Outcome ViewScene::OpenObject(const std::string& path) {
         // away.
         Switch("backFaces",
                !IsOn("transparent") && std::ranges::none_of(shown_.surfaces, &ObjectSurface::IsDoubleSided));
-        Fit();
+        camera.Fit(shown_.object);
     }
     ShowCamera();
     return {};
 }
 
-void ViewScene::Reload() {
-    if (!path_.empty()) std::ignore = OpenObject(path_);
-}
-
 Outcome ViewScene::OpenTrackFile(const std::string& path) {
     const Outcome read = ReadPath(path, track_);
-    trackProblem_ = read ? QString() : QString::fromStdString(read.Why().Text());
-    ShowProblem();
+    properties.insert("trackProblem", TextOf(read));
     if (!read) return read;
-    LeaveRide();
+    camera.LeaveRide();
     ShowGeometry();
     ShowCamera();
     return {};
 }
 
-void ViewScene::ShowProblem() {
-    properties.insert("problem", objectProblem_.isEmpty() ? trackProblem_ : objectProblem_);
+// The file is looked at again and again: that also finds a file that was replaced or comes back, in a folder
+// that may be new.
+void ViewScene::FollowFile() {
+    constexpr int kSettled = 200;  // milliseconds for which a file stays unchanged before it is read
+    fileTimer_.callOnTimeout([this] { ReadIfChanged(); });
+    fileTimer_.start(kSettled);
+}
+
+void ViewScene::ReadIfChanged() {
+    if (path_.empty()) return;
+    const FileStamp stamp = StampOf(path_), before = std::exchange(seen_, stamp);
+    if (stamp == before && stamp != read_) std::ignore = OpenObject(path_);
 }
 
 void ViewScene::ShowGeometry() {
@@ -116,79 +124,34 @@ void ViewScene::ShowGeometry() {
     properties.insert("radius", around.radius);
     properties.insert("groundHeight", around.ground);
     properties.insert("hasTrack", !track_.empty());
-    isElsewhere_ = !track_.empty() && CoveredStretches(track_).empty();
     Switch("transparent", std::ranges::any_of(object.materials, [](const auto& material) {
                return material.transparency > 0;
            }));
 }
 
-Outcome ViewScene::LookFrom(ViewFrom view) {
-    const Outcome found = camera_.LookFrom(view, shown_.object, track_).With({.path = path_});
-    if (found) ShowCamera();
-    return found;
-}
-
-void ViewScene::SetSize(int width, int height) {
-    camera_.Resize(width, height, shown_.object);
-    ShowCamera();
-}
-
-void ViewScene::Fit() {
-    rideTimer_.stop();
-    camera_.Fit(shown_.object);
-    ShowCamera();
-}
-
-void ViewScene::Drag(double right, double down, bool pan) {
-    camera_.Drag(right, down, pan);
-    ShowCamera();
-}
-
-void ViewScene::Scroll(double steps, double right, double down) {
-    camera_.Scroll(steps, right, down, shown_.object);
-    ShowCamera();
-}
-
-void ViewScene::LookAtTunnel(int step) {
-    rideTimer_.stop();
-    if (!camera_.LookAtTunnel(step, track_)) Say("there is no tunnel to go to");
-    ShowCamera();
-}
-
-void ViewScene::StartOrStopRide() {
-    if (track_.empty()) return;
-    camera_.StartOrStopRide(track_);
-    rideClock_.restart();
-    if (camera_.CurrentRide()->isMoving)
-        rideTimer_.start();
-    else
-        rideTimer_.stop();
-    ShowCamera();
-}
-
-void ViewScene::LeaveRide() {
-    rideTimer_.stop();
-    camera_.LeaveRide();
-    ShowCamera();
-}
-
 void ViewScene::ShowCamera() {
     const CameraPose pose = Pose();
-    const std::optional<ScaleBar> scale = camera_.Scale();
+    const std::optional<ScaleBar> scale = camera.Scale();
     properties.insert("eye", ToQt(pose.eye));
     properties.insert("turn", RotationOf(pose));
-    properties.insert("sun", SunFor(camera_.AimedPose()));
-    properties.insert("fieldOfView", camera_.Lens().VerticalDegrees());
+    properties.insert("sun", SunFor(camera.AimedPose()));
+    properties.insert("fieldOfView", camera.Lens().VerticalDegrees());
     // As large as possible: otherwise distant surfaces get equal depths, and backs show through the walls.
     properties.insert("clipNear", std::max(0.05, DistanceToNearest(pose.eye, shown_.object, track_) / 3));
-    properties.insert("lamp", camera_.IsInTunnel(track_));
+    properties.insert("lamp", camera.IsInTunnel(track_));
     properties.insert("scaleBarPixels", scale ? scale->pixels : 0);
     if (scale)
         properties.insert(
             "scaleBarText",
             QStringLiteral("%1 %2").arg(scale->units).arg(scale->units == 1 ? "unit" : "units"));
-    properties.insert("rideText", RideText(camera_.CurrentRide(),
-                                           !track_.empty() || shown_.object.faces.empty(), isElsewhere_));
+    const Ride* const ride = camera.CurrentRide();
+    properties.insert("rideText", RideText(ride, shown_.object, track_));
+    if (!ride || !ride->isMoving) {
+        rideTimer_.stop();
+    } else if (!rideTimer_.isActive()) {
+        rideClock_.start();
+        rideTimer_.start();
+    }
     Moved();
 }
 

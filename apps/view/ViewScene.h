@@ -1,6 +1,7 @@
 // What the window shows, as properties for its QML: the geometry, the camera, and the lines of text.
 #pragma once
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QQmlPropertyMap>
 #include <QString>
@@ -8,12 +9,16 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "view/CameraControl.h"
 #include "view/Geometry.h"
 #include "view/ObjectFile.h"
 
 namespace boreforge {
+
+// When a file was last written, and its size. Invalid, with 0, if there is no file.
+using FileStamp = std::pair<QDateTime, qint64>;
 
 class ViewScene {
   public:
@@ -23,24 +28,19 @@ class ViewScene {
     // before stays, with the reason in the top line.
     Outcome OpenObject(const std::string& path);
     Outcome OpenTrackFile(const std::string& path);
-    // Reads the object again.
-    void Reload();
+    // From now on, reads the object again whenever its file has changed and has then stayed as it is.
+    void FollowFile();
+
     const std::string& ObjectPath() const { return path_; }
+    const Object3DS& Object() const { return shown_.object; }
+    const TrackPath& Track() const { return track_; }
 
-    // Sets the view for a picture. Fails if there is no such view.
-    Outcome LookFrom(ViewFrom view);
-
-    // The user's operations of CameraControl.
-    void SetSize(int width, int height);
-    void Fit();
-    void Drag(double right, double down, bool pan);
-    // `right` and `down`: of the picture's middle, in pixels.
-    void Scroll(double steps, double right = 0, double down = 0);
-    void LookAtTunnel(int step);
-    void StartOrStopRide();  // does nothing without a track
-    void LeaveRide();
-    bool IsRiding() const { return camera_.CurrentRide() != nullptr; }
-    CameraPose Pose() const { return camera_.Pose(track_); }
+    // Call ShowCamera after changing the camera.
+    CameraControl camera;
+    void ShowCamera();
+    // Called by ShowCamera.
+    std::function<void()> Moved = [] {};
+    CameraPose Pose() const { return camera.Pose(track_); }
 
     // Shows a word about what a key did, until the next one.
     void Say(const QString& text) { properties.insert("notice", text); }
@@ -52,22 +52,17 @@ class ViewScene {
 
     // All that Viewer.qml reads.
     QQmlPropertyMap properties;
-    // Called after each change of the camera.
-    std::function<void()> Moved = [] {};
 
   private:
     void ShowGeometry();
-    void ShowCamera();
-    void ShowProblem();
+    void ReadIfChanged();
 
     std::string path_, shownPath_;  // shownPath_: of the object that was read last
+    FileStamp read_, seen_;         // of the object's file: when it was read, and when it was last looked at
     ShownObject shown_;
     TrackPath track_;
-    bool isElsewhere_ = false;  // the track doesn't run through the object
-    QString objectProblem_, trackProblem_;
     QQuick3DGeometry walls_, rails_;
-    CameraControl camera_;
-    QTimer rideTimer_;
+    QTimer fileTimer_, rideTimer_;
     QElapsedTimer rideClock_;
 };
 

@@ -1,6 +1,5 @@
 #include "view/ViewWindow.h"
 
-#include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -23,31 +22,18 @@ namespace boreforge {
 
 namespace {
 
-// Milliseconds: how long a file stays unchanged before it is read, and how often a missing one is looked for.
-constexpr int kSettled = 200, kAgain = 1000;
-
 constexpr double kStep = 20;  // pixels that an arrow key turns or moves by
-
-FileStamp StampOf(const std::string& path) {
-    const QFileInfo file(QString::fromStdString(path));
-    return {file.lastModified(), file.size()};
-}
 
 }  // namespace
 
 ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
-    settled_.setSingleShot(true);
-    const auto onChange = [this] { settled_.start(kSettled); };
-    connect(&settled_, &QTimer::timeout, this, &ViewWindow::Reload);
-    connect(&watcher_, &QFileSystemWatcher::fileChanged, this, onChange);
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, onChange);
     DrawPlainlyWhileMoving();
     setResizeMode(SizeRootObjectToView);
     setMinimumSize({320, 240});
     setInitialProperties({{"scene", QVariant::fromValue<QObject*>(&scene.properties)}});
     setSource(QUrl(QStringLiteral("qrc:/view/Viewer.qml")));
     ShowTitle();
-    Watch();
+    scene.FollowFile();
 }
 
 // Hiding waits for the render thread. Otherwise QQuickView deletes the materials while that thread may still
@@ -63,10 +49,8 @@ void ViewWindow::Open(const QString& path) {
         std::ignore = scene_.OpenTrackFile(path.toStdString());
         return;
     }
-    stamp_ = StampOf(path.toStdString());
     std::ignore = scene_.OpenObject(path.toStdString());
     ShowTitle();
-    Watch();
 }
 
 void ViewWindow::AskForFile() {
@@ -126,27 +110,6 @@ void ViewWindow::DrawPlainlyWhileMoving() {
     connect(this, &QQuickWindow::frameSwapped, this, onFrame, Qt::DirectConnection);
 }
 
-// An export replaces the file by a new one, so the folder is watched, too. If the folder itself is gone, only
-// the timer looks for the file.
-void ViewWindow::Watch() {
-    const QFileInfo object(QString::fromStdString(scene_.ObjectPath()));
-    const QStringList before = watcher_.files() + watcher_.directories();
-    if (!before.empty()) watcher_.removePaths(before);
-    if (scene_.ObjectPath().empty()) return;
-    if (QFileInfo::exists(object.absolutePath())) watcher_.addPath(object.absolutePath());
-    if (object.exists())
-        watcher_.addPath(object.absoluteFilePath());
-    else
-        settled_.start(kAgain);
-}
-
-void ViewWindow::Reload() {
-    const FileStamp stamp = StampOf(scene_.ObjectPath());
-    if (stamp != stamp_) scene_.Reload();
-    stamp_ = stamp;
-    Watch();
-}
-
 void ViewWindow::ShowTitle() {
     const QString name = QFileInfo(QString::fromStdString(OneLine(scene_.ObjectPath()))).fileName();
     setTitle(name.isEmpty() ? tr("Boreforge View") : tr("%1 - Boreforge View").arg(name));
@@ -160,104 +123,104 @@ void ViewWindow::mouseMoveEvent(QMouseEvent* event) {
     const QPoint offset = here - last_;
     last_ = here;
     const bool pans = event->buttons() & Qt::RightButton || event->modifiers() & Qt::ShiftModifier;
-    scene_.Drag(offset.x(), offset.y(), pans);
+    scene_.camera.Drag(offset.x(), offset.y(), pans);
+    scene_.ShowCamera();
 }
 
 void ViewWindow::wheelEvent(QWheelEvent* event) {
     constexpr double kNotch = 120;
     const QPointF fromMiddle = event->position() - QPointF(width() / 2.0, height() / 2.0);
-    scene_.Scroll(event->angleDelta().y() / kNotch, fromMiddle.x(), fromMiddle.y());
-}
-
-void ViewWindow::UpOrDown(int up, bool pans) {
-    if (scene_.IsRiding())
-        scene_.Scroll(up);
-    else
-        scene_.Drag(0, -kStep * up, pans);
+    scene_.camera.Scroll(event->angleDelta().y() / kNotch, fromMiddle.x(), fromMiddle.y(), scene_.Object());
+    scene_.ShowCamera();
 }
 
 void ViewWindow::keyPressEvent(QKeyEvent* event) {
-    scene_.Say({});
+    CameraControl& camera = scene_.camera;
+    const Object3DS& object = scene_.Object();
+    const TrackPath& track = scene_.Track();
     const bool pans = event->modifiers() & Qt::ShiftModifier;
+    const auto goToTunnel = [&](int step) {
+        if (!camera.LookAtTunnel(step, track)) scene_.Say("there is no tunnel to go to");
+    };
+    const auto moveUp = [&](int up) {
+        if (camera.CurrentRide())
+            camera.Scroll(up, 0, 0, object);
+        else
+            camera.Drag(0, -kStep * up, pans);
+    };
+    scene_.Say({});
     switch (event->key()) {
         case Qt::Key_F:
         case Qt::Key_Home:
-            scene_.Fit();
+            camera.Fit(object);
             break;
         case Qt::Key_B:
             scene_.Switch("backFaces", !scene_.IsOn("backFaces"));
-            scene_.Say(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
-            break;
+            return scene_.Say(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
         case Qt::Key_N:
-            scene_.LookAtTunnel(1);
+            goToTunnel(1);
             break;
         case Qt::Key_P:
-            scene_.LookAtTunnel(-1);
+            goToTunnel(-1);
             break;
         case Qt::Key_S:
-            AskForPicture();
-            break;
+            return AskForPicture();
         case Qt::Key_Space:
-            scene_.StartOrStopRide();
+            camera.StartOrStopRide(track);
             break;
         case Qt::Key_Escape:
-            if (scene_.IsOn("help"))
-                scene_.Switch("help", false);
-            else
-                scene_.LeaveRide();
+            if (scene_.IsOn("help")) return scene_.Switch("help", false);
+            camera.LeaveRide();
             break;
         case Qt::Key_F1:
-            scene_.Switch("help", !scene_.IsOn("help"));
-            break;
+            return scene_.Switch("help", !scene_.IsOn("help"));
         case Qt::Key_O:
-            AskForFile();
-            break;
+            return AskForFile();
         case Qt::Key_Left:
-            scene_.Drag(-kStep, 0, pans);
+            camera.Drag(-kStep, 0, pans);
             break;
         case Qt::Key_Right:
-            scene_.Drag(kStep, 0, pans);
+            camera.Drag(kStep, 0, pans);
             break;
         case Qt::Key_Up:
-            UpOrDown(1, pans);
+            moveUp(1);
             break;
         case Qt::Key_Down:
-            UpOrDown(-1, pans);
+            moveUp(-1);
             break;
         case Qt::Key_Plus:
         case Qt::Key_Equal:
-            scene_.Scroll(1);
+            camera.Scroll(1, 0, 0, object);
             break;
         case Qt::Key_Minus:
-            scene_.Scroll(-1);
+            camera.Scroll(-1, 0, 0, object);
             break;
         case Qt::Key_Q:
             if (event->modifiers() & Qt::ControlModifier) close();
-            break;
+            return;
         default:
-            QQuickView::keyPressEvent(event);
+            return QQuickView::keyPressEvent(event);
     }
+    scene_.ShowCamera();
 }
 
 void ViewWindow::resizeEvent(QResizeEvent* event) {
     QQuickView::resizeEvent(event);
-    scene_.SetSize(event->size().width(), event->size().height());
+    scene_.camera.Resize(event->size().width(), event->size().height(), scene_.Object());
+    scene_.ShowCamera();
 }
 
 bool ViewWindow::event(QEvent* event) {
-    if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
-        auto* const drag = static_cast<QDragMoveEvent*>(event);
-        AcceptAsCopy(*drag, !FilesOf(*drag->mimeData()).empty());
-        return true;
-    }
-    if (event->type() == QEvent::Drop) {
-        auto* const drop = static_cast<QDropEvent*>(event);
-        AcceptAsCopy(*drop, true);
-        for (const QString& file : FilesOf(*drop->mimeData()))
+    const bool isDrop = event->type() == QEvent::Drop;
+    if (!isDrop && event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove)
+        return QQuickView::event(event);
+    auto* const drag = static_cast<QDropEvent*>(event);
+    const QStringList files = FilesOf(*drag->mimeData());
+    AcceptAsCopy(*drag, !files.empty());
+    if (isDrop)
+        for (const QString& file : files)
             Open(file);
-        return true;
-    }
-    return QQuickView::event(event);
+    return true;
 }
 
 }  // namespace boreforge

@@ -38,12 +38,17 @@ Outcome OpenFiles(const ViewOptions& options, ViewScene& scene) {
 int MakePicture(const ViewOptions& options) {
     const Failure nothingToDraw = {.headline = "Error - There Is Nothing to Draw!"};
     ViewScene scene;
-    scene.SetSize(options.width, options.height);
+    scene.camera.Resize(options.width, options.height, scene.Object());
     const Outcome made =
         CheckPicturePath(options)
             .Then([&] { return OpenFiles(options, scene).With(nothingToDraw); })
-            .Then([&] { return scene.LookFrom(options.from).With(nothingToDraw); })
             .Then([&] {
+                return scene.camera.LookFrom(options.from, scene.Object(), scene.Track())
+                    .With({.path = options.object})
+                    .With(nothingToDraw);
+            })
+            .Then([&] {
+                scene.ShowCamera();
                 return SavePicture(options.picture, DrawPicture(scene, options.width, options.height));
             });
     return made ? kDone : Fail(kProgram, made);

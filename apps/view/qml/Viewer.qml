@@ -145,36 +145,12 @@ Item {
     }
     Bar {
         anchors { left: parent.left; right: parent.right; top: parent.top }
-        visible: root.scene.problem !== ""
-        text: root.scene.problem
+        visible: text !== ""
+        text: root.scene.objectProblem || root.scene.trackProblem
         isWarning: true
     }
-    Rectangle {  // the keys
+    Help {
         anchors.centerIn: parent
-        width: help.width + 32
-        height: help.height + 24
-        scale: Math.min(1, root.width / width, root.height / height)
         visible: root.scene.help
-        color: palette.window
-        opacity: 0.95
-        radius: 6
-
-        SystemPalette { id: palette }
-        Row {
-            id: help
-            anchors.centerIn: parent
-            spacing: 24
-            Text {
-                text: root.scene.helpKeys
-                color: palette.windowText
-                font.bold: true
-                lineHeight: 1.3
-            }
-            Text {
-                text: root.scene.helpEffects
-                color: palette.windowText
-                lineHeight: 1.3
-            }
-        }
     }
 }

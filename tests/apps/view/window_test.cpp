@@ -166,7 +166,7 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
     EXPECT_GT(ShareOf(window->grabWindow(), IsRail), 0.01) << "the tunnel is far away, the rails are near";
     EXPECT_GT(scene.properties.value("clipNear").toFloat(), 0.3) << "or depths far away fall together";
     QTest::keyClick(window.get(), Qt::Key_Escape);
-    EXPECT_FALSE(scene.IsRiding());
+    EXPECT_FALSE(scene.camera.CurrentRide());
 }
 
 TEST_F(ViewWindowTest, APictureAtRestIsFine) {
@@ -185,7 +185,7 @@ TEST_F(ViewWindowTest, KeysSwitchTheHelpAndTheBacksOfFaces) {
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
-    scene.Drag(50, 20, false);
+    scene.camera.Drag(50, 20, false);
     const CameraPose before = scene.Pose();
     const QString summary = TextOf(scene, "summary");
     ASSERT_EQ(Run(kBatch + "o.3ds --detail extreme --track-out t.zrtrack"), 0);
@@ -196,10 +196,10 @@ TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
 TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
     const QString summary = TextOf(scene, "summary");
     std::filesystem::rename(In("o.3ds"), In("away.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !TextOf(scene, "problem").isEmpty(); }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !TextOf(scene, "objectProblem").isEmpty(); }, kPatience));
     EXPECT_EQ(TextOf(scene, "summary"), summary);
     std::filesystem::rename(In("away.3ds"), In("o.3ds"));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return TextOf(scene, "problem").isEmpty(); }, kPatience));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return TextOf(scene, "objectProblem").isEmpty(); }, kPatience));
 }
 
 }  // namespace boreforge
