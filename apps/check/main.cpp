@@ -1,13 +1,16 @@
 // boreforge-check: says whether objects are sound. Needs no display.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "check/Report.h"
+#include "base/Text.h"
 #include "platform/Files.h"
 #include "shared/CommandLine.h"
 #include "shared/Json.h"
+#include "shared/ObjectSurfaces.h"
 
 using namespace boreforge;
 
@@ -15,17 +18,179 @@ namespace {
 
 constexpr char kProgram[] = "boreforge-check";
 
+enum class Verdict { Sound, FacingWrongly, Empty, Damaged, Unreadable };
+
+struct ObjectReport {
+    std::string path;
+    Object3DS object;
+    ObjectDamage damage;
+    std::vector<ObjectSurface> surfaces;
+    Verdict result = Verdict::Damaged;
+};
+
+// A box in the file's axes: its y is -z of the track, its z is y of the track.
+struct FileBounds {
+    float low[3], high[3];
+};
+FileBounds InFileAxes(const ObjectBounds& bounds) {
+    return {{bounds.low.x, -bounds.high.z, bounds.low.y}, {bounds.high.x, -bounds.low.z, bounds.high.y}};
+}
+
+std::string BoundsText(const ObjectBounds& bounds) {
+    const FileBounds box = InFileAxes(bounds);
+    std::string text;
+    for (int axis = 0; axis < 3; ++axis)
+        text += std::string(axis > 0 ? ", " : "") + "xyz"[axis] + " " + Number(box.low[axis]) + " to " +
+                Number(box.high[axis]);
+    return text;
+}
+
+bool HasVolume(const ObjectSurface& surface) {
+    return surface.facing == Facing::Outwards || surface.facing == Facing::Inwards;
+}
+
+std::string FacingText(const ObjectSurface& surface) {
+    if (surface.facing == Facing::NotJudged) return "facing not judged";
+    if (surface.facing == Facing::Mixed)
+        return "FACING BOTH WAYS: " + Count(surface.opposedEdges, "edge") + " between opposite faces";
+    return std::string(surface.facing == Facing::Outwards ? "facing outwards" : "FACING INWARDS") +
+           ", volume " + Number(std::round(surface.volume * 1000) / 1000);
+}
+
+std::string StateText(const ObjectSurface& surface) {
+    std::string text = surface.edgeCount == 0 ? "without area"
+                       : surface.IsClosed()   ? "closed"
+                                              : Count(surface.openEdges, "open edge");
+    if (surface.IsDoubleSided())
+        text += ", double-sided";
+    else if (surface.crowdedEdges > 0)
+        text += ", " + Count(surface.crowdedEdges, "edge") + " of more than two faces";
+    text += ", " + FacingText(surface);
+    if (surface.innerCapFaces > 0)
+        text += "\n  " + Count(surface.innerCapFaces, "face") +
+                " of a cap inside the wall, as a tunnel over the start of the track has";
+    if (surface.facesWithoutArea > 0)
+        text += "\n  " + Count(surface.facesWithoutArea, "face") + " with two equal corners";
+    return text;
+}
+
+std::string MaterialNames(const ObjectReport& report, const ObjectSurface& surface) {
+    std::string names;
+    for (const std::uint32_t material : surface.materials)
+        names += (names.empty() ? "" : ", ") + OneLine(Shortened(report.object.materials[material].name));
+    return names;
+}
+
+bool HasNote(const ObjectSurface& surface) {
+    return !surface.IsClosed() || (surface.crowdedEdges > 0 && !surface.IsDoubleSided());
+}
+
+std::string VerdictText(const ObjectReport& report) {
+    const auto count = [&](auto property) {
+        return static_cast<std::size_t>(std::ranges::count_if(report.surfaces, property));
+    };
+    if (report.result == Verdict::Damaged) return "Damaged. " + DamageText(report.damage);
+    if (report.result == Verdict::Empty) return "Empty: there are no faces.";
+    if (report.result == Verdict::FacingWrongly)
+        return "Wrong: walls face the wrong way in " +
+               std::to_string(count([](const auto& s) { return s.FacesWrongly(); })) + " of " +
+               Count(report.surfaces.size(), "surface") + ".";
+    const std::size_t notes = count(HasNote);
+    const std::size_t notJudged = count([](const auto& s) { return s.facing == Facing::NotJudged; });
+    std::string text = "Sound.";
+    if (notes > 0)
+        text += " With open edges or edges of more than two faces: " + Count(notes, "surface") + ".";
+    if (notJudged > 0) text += " Facing not judged: " + Count(notJudged, "surface") + ".";
+    return text;
+}
+
+std::string BoundsJson(const ObjectBounds& bounds) {
+    const FileBounds box = InFileAxes(bounds);
+    const auto corner = [](const float(&p)[3]) {
+        return JsonList({Number(p[0]), Number(p[1]), Number(p[2])});
+    };
+    return JsonObject({Field("low", corner(box.low)), Field("high", corner(box.high))});
+}
+
+std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
+    constexpr const char* kFacings[] = {"not judged", "outwards", "inwards", "both ways"};
+    std::vector<std::string> materials;
+    for (const std::uint32_t material : surface.materials)
+        materials.push_back(Quoted(Shortened(report.object.materials[material].name)));
+    std::vector<std::string> fields = {Field("faces", surface.faceCount),
+                                       Field("facesWithoutArea", surface.facesWithoutArea),
+                                       Field("innerCapFaces", surface.innerCapFaces),
+                                       Field("edges", surface.edgeCount),
+                                       Field("openEdges", surface.openEdges),
+                                       Field("edgesOfMoreThanTwoFaces", surface.crowdedEdges),
+                                       Field("edgesBetweenOppositeFaces", surface.opposedEdges),
+                                       Field("closed", surface.IsClosed()),
+                                       Field("doubleSided", surface.IsDoubleSided()),
+                                       Field("facing", Quoted(kFacings[static_cast<int>(surface.facing)])),
+                                       Field("bounds", BoundsJson(surface.bounds)),
+                                       Field("materials", JsonList(materials))};
+    if (HasVolume(surface)) fields.push_back(Field("volume", Number(surface.volume)));
+    return JsonObject(fields);
+}
+
+// Coordinates are in the file's axes: z is up.
+std::string ReportText(const ObjectReport& report) {
+    const Object3DS& object = report.object;
+    std::string text = OneLine(report.path) + "\n";
+    if (report.result != Verdict::Damaged)
+        text += Count(object.meshCount, "object") + ", " + Count(object.materials.size(), "material") + ", " +
+                Count(object.points.size(), "point") + ", " + Count(object.faces.size(), "face") + "\n";
+    if (!object.points.empty()) text += BoundsText(BoundsOf(object)) + "\n";
+    std::size_t number = 0;
+    for (const ObjectSurface& surface : report.surfaces)
+        text += "\nSurface " + std::to_string(++number) + ": " + Count(surface.faceCount, "face") + " of " +
+                MaterialNames(report, surface) + "\n  " + BoundsText(surface.bounds) + "\n  " +
+                StateText(surface) + "\n";
+    return text + "\n" + VerdictText(report) + "\n";
+}
+
+std::string ReportJson(const ObjectReport& report) {
+    constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged", "unreadable"};
+    const Object3DS& object = report.object;
+    std::vector<std::string> fields = {Field("file", Quoted(report.path)),
+                                       Field("verdict", Quoted(kVerdicts[static_cast<int>(report.result)]))};
+    if (report.result == Verdict::Damaged) fields.push_back(Field("byte", report.damage.byte));
+    if (!report.damage.reason.empty()) {
+        fields.push_back(Field("reason", Quoted(report.damage.reason)));
+        return JsonObject(fields);
+    }
+    std::vector<std::string> materials, surfaces;
+    for (const ObjectMaterial& material : object.materials)
+        materials.push_back(Quoted(Shortened(material.name)));
+    for (const ObjectSurface& surface : report.surfaces)
+        surfaces.push_back("\n  " + SurfaceJson(report, surface));
+    fields.push_back(Field("objects", object.meshCount));
+    fields.push_back(Field("points", object.points.size()));
+    fields.push_back(Field("faces", object.faces.size()));
+    fields.push_back(Field("materials", JsonList(materials)));
+    if (!object.points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
+    fields.push_back(Field("surfaces", JsonList(surfaces)));
+    return JsonObject(fields);
+}
+
 // Says on standard error if the file can't be read.
-ObjectReport Check(const std::string& path) {
-    Bytes file;
-    const Outcome read = ReadWholeFile(path, file);
-    if (read) return Examine(path, file);
-    std::ignore =
-        Fail(kProgram, read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}));
+ObjectReport Examine(const std::string& path) {
     ObjectReport report;
     report.path = path;
-    report.damage.reason = read.Why().reason;
-    report.result = Verdict::Unreadable;
+    Bytes file;
+    if (const Outcome read = ReadWholeFile(path, file); !read) {
+        std::ignore =
+            Fail(kProgram, read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}));
+        report.damage.reason = read.Why().reason;
+        report.result = Verdict::Unreadable;
+        return report;
+    }
+    if (!Read3DSObject(file, report.object, report.damage)) return report;
+    report.surfaces = FindSurfaces(report.object);
+    const bool isWrong = std::ranges::any_of(report.surfaces, &ObjectSurface::FacesWrongly);
+    report.result = report.surfaces.empty() ? Verdict::Empty
+                    : isWrong               ? Verdict::FacingWrongly
+                                            : Verdict::Sound;
     return report;
 }
 
@@ -33,7 +198,7 @@ int CheckObjects(const std::vector<std::string>& paths, bool asJson) {
     std::vector<std::string> reports;
     int status = kDone;
     for (const std::string& path : paths) {
-        const ObjectReport report = Check(path);
+        const ObjectReport report = Examine(path);
         if (report.result != Verdict::Sound) status = kFailed;
         if (asJson)
             reports.push_back(ReportJson(report));

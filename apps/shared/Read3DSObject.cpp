@@ -18,6 +18,8 @@ namespace {
 constexpr std::size_t kHeaderLength = 6;  // of every chunk: id and length
 constexpr float kMaxCoordinate = 1e12f;   // units; larger numbers are too coarse to compute with
 constexpr std::uint32_t kNoMaterial = 0xFFFFFFFF;
+constexpr std::uint16_t kPercentages[] = {MAT_SHININESS, MAT_SHIN2PCT, MAT_XPFALL, MAT_REFBLUR,
+                                          MAT_SELF_ILPCT};
 
 struct Chunk;
 
@@ -149,37 +151,21 @@ class Reader {
     void ReadMaterial(Content entry) {
         ObjectMaterial material;
         std::optional<Content> name;
-        bool hasColor = false;
+        std::optional<ColorRGB> color;
         while (!entry.AtEnd()) {
             const Chunk chunk = entry.Next();
-            switch (chunk.id) {
-                case MAT_NAME:
-                    name = chunk.content;
-                    material.name = name->Text();
-                    break;
-                case MAT_DIFFUSE:
-                    material.color = ReadColor(chunk.content);
-                    hasColor = true;
-                    break;
-                case MAT_AMBIENT:
-                case MAT_SPECULAR:
-                    ReadColor(chunk.content);
-                    break;
-                case MAT_TRANSPARENCY:
-                    material.transparency = ReadPercentage(chunk.content);
-                    break;
-                case MAT_SHININESS:
-                case MAT_SHIN2PCT:
-                case MAT_XPFALL:
-                case MAT_REFBLUR:
-                case MAT_SELF_ILPCT:
-                    ReadPercentage(chunk.content);
-                    break;
-                default:
-                    break;
+            if (chunk.id == MAT_NAME) {
+                name = chunk.content;
+                material.name = name->Text();
             }
+            if (chunk.id == MAT_DIFFUSE) color = ReadColor(chunk.content);
+            if (chunk.id == MAT_AMBIENT || chunk.id == MAT_SPECULAR) ReadColor(chunk.content);
+            if (chunk.id == MAT_TRANSPARENCY) material.transparency = ReadPercentage(chunk.content);
+            if (std::ranges::find(kPercentages, chunk.id) != std::end(kPercentages))
+                ReadPercentage(chunk.content);
         }
-        if (material.name.empty() || !hasColor) entry.FailAsWhole("a material lacks its name or its colour");
+        if (material.name.empty() || !color) entry.FailAsWhole("a material lacks its name or its colour");
+        material.color = *color;
         const auto index = static_cast<std::uint32_t>(object_.materials.size());
         if (!materials_.emplace(material.name, index).second)
             name->Fail("two materials have the name '" + OneLine(Shortened(material.name)) + "'");
@@ -204,24 +190,15 @@ class Reader {
         std::optional<Content> faces;
         while (!mesh.AtEnd()) {
             Chunk chunk = mesh.Next();
-            switch (chunk.id) {
-                case POINT_ARRAY:
-                    if (object_.points.size() > firstPoint)
-                        chunk.content.Fail("a mesh has two lists of points");
-                    ReadPoints(chunk.content);
-                    break;
-                case TEX_VERTS:
-                    chunk.content.Finish(8 * std::size_t{chunk.content.Word()});
-                    break;
-                case MESH_MATRIX:
-                    ReadFinite(chunk.content, 12);
-                    break;
-                case FACE_ARRAY:
-                    if (faces) chunk.content.Fail("a mesh has two lists of faces");
-                    faces = chunk.content;
-                    break;
-                default:
-                    break;
+            if (chunk.id == POINT_ARRAY) {
+                if (object_.points.size() > firstPoint) chunk.content.Fail("a mesh has two lists of points");
+                ReadPoints(chunk.content);
+            }
+            if (chunk.id == TEX_VERTS) chunk.content.Finish(8 * std::size_t{chunk.content.Word()});
+            if (chunk.id == MESH_MATRIX) ReadFinite(chunk.content, 12);
+            if (chunk.id == FACE_ARRAY) {
+                if (faces) chunk.content.Fail("a mesh has two lists of faces");
+                faces = chunk.content;
             }
         }
         if (!faces) mesh.FailAsWhole("a mesh has no list of faces");
@@ -299,11 +276,12 @@ std::string DamageText(const ObjectDamage& damage) {
 }
 
 bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage) {
-    object = Object3DS();
+    object = {};
     try {
         Reader(object).ReadFile(file);
         return true;
     } catch (const ObjectDamage& found) {
+        object = {};
         damage = found;
         return false;
     }

@@ -69,7 +69,8 @@ Vec LongestExtent(const Object3DS& object) {
     return {std::cos(angle), 0, std::sin(angle)};
 }
 
-Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& lens, double descent) {
+Aim AimAtAll(const Object3DS& object, const TrackPath& path, CameraLens lens, double halfAngle,
+             double descent) {
     const Vec across = LongestExtent(object);
     // Nearly the whole extent lies across the picture; a little turn shows the depth.
     const Vec level = Normalized(Cross(kUp, across) + across * 0.6);
@@ -78,10 +79,9 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
         points.push_back(ToVec(point));
     for (const PathPoint& point : path)
         points.push_back(point.position);
+    lens.halfAngle = halfAngle;
     return Frame(LookAlong({}, level - kUp * descent, kUp), lens, points);
 }
-
-const PathPoint& PointOf(const TrackPath& path, std::size_t index) { return path[index % path.size()]; }
 
 // How much of a tunnel a picture shows at most, in points of the path for each unit of its height.
 constexpr double kMostShown = 24;
@@ -110,11 +110,8 @@ double BulgeOf(const TrackPath& path, std::size_t from, std::size_t to) {
 }
 
 // The point in the longest tunnel from which the exit is just visible around the bend.
-Aim AimThrough(const CameraLens& lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
-    const auto shorter = [](const CoveredStretch& one, const CoveredStretch& other) {
-        return one.count < other.count;
-    };
-    const CoveredStretch stretch = *std::max_element(stretches.begin(), stretches.end(), shorter);
+Aim AimThrough(CameraLens lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
+    const CoveredStretch stretch = *std::ranges::max_element(stretches, {}, &CoveredStretch::count);
     const std::size_t out = stretch.first + stretch.count;
     const double roof = stretch.roof;
     // Not farther than that below any roof: the search takes the square of it.
@@ -127,15 +124,15 @@ Aim AimThrough(const CameraLens& lens, const TrackPath& path, const std::vector<
     const double height = 0.36 * roof;
     const Vec eye = here.position + here.up * height;
     const Vec forward = there.position + there.up * height - eye;
+    lens.halfAngle = kInsideAngle;
     return {LookAlong(eye, forward, here.up), lens, Length(forward)};
 }
 
 }  // namespace
 
-Aim AimAtWhole(const Object3DS& object, CameraLens lens) {
+Aim AimAtWhole(const Object3DS& object, const CameraLens& lens) {
     constexpr double kDescent = 0.5;
-    lens.halfAngle = kSideAngle;
-    return AimAtAll(object, {}, lens, kDescent);
+    return AimAtAll(object, {}, lens, kSideAngle, kDescent);
 }
 
 Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, CameraLens lens) {
@@ -165,15 +162,12 @@ Outcome AimFrom(ViewFrom view, const Object3DS& object, const TrackPath& path, C
     if (view == ViewFrom::Inside && stretches.empty())
         return Failure{.reason = path.empty() ? "The view from inside needs the track (--track)."
                                               : "The track doesn't run through the object."};
-    lens.halfAngle = view == ViewFrom::Inside ? kInsideAngle
-                     : view == ViewFrom::Side ? kSideAngle
-                                              : kAboveAngle;
     if (view == ViewFrom::Inside)
         aim = AimThrough(lens, path, stretches);
     else if (view == ViewFrom::Above)
-        aim = AimAtAll(object, path, lens, kSteep);
+        aim = AimAtAll(object, path, lens, kAboveAngle, kSteep);
     else
-        aim = stretches.empty() ? AimAtAll(object, {}, lens, kShallow)
+        aim = stretches.empty() ? AimAtAll(object, {}, lens, kSideAngle, kShallow)
                                 : AimAtEntry(LowestOf(stretches, path), path, lens);
     return {};
 }

@@ -16,7 +16,7 @@ struct Aim {
 };
 
 // The view of the whole object, with which the window starts.
-Aim AimAtWhole(const Object3DS& object, CameraLens lens);
+Aim AimAtWhole(const Object3DS& object, const CameraLens& lens);
 
 // The entry of a tunnel, obliquely from outside, so that both the opening and the tunnel are visible.
 Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, CameraLens lens);

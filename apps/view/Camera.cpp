@@ -17,8 +17,6 @@ void TurnBy(double right, double down, double& yaw, double& pitch) {
     pitch = std::clamp(pitch - down * kRadiansPerPixel, -kSteepest, kSteepest);
 }
 
-const PathPoint& PointOf(const TrackPath& path, std::size_t index) { return path[index % path.size()]; }
-
 }  // namespace
 
 CameraPose LookAlong(const Vec& eye, const Vec& forward, const Vec& up) {

@@ -109,7 +109,7 @@ CameraLens CameraControl::Lens() const {
 
 bool CameraControl::IsInTunnel(const TrackPath& path) const {
     if (const Ride* const ride = CurrentRide())
-        return path[static_cast<std::size_t>(ride->position) % path.size()].isCovered;
+        return PointOf(path, static_cast<std::size_t>(ride->position)).isCovered;
     const Fixed* const fixed = std::get_if<Fixed>(&state_);
     return fixed && fixed->view == ViewFrom::Inside;
 }

@@ -104,7 +104,7 @@ void ShowRails(const TrackPath& path, QQuick3DGeometry& geometry) {
     std::vector<RibbonVertex> vertices;
     for (std::size_t i = 0; i < path.size(); ++i) {
         const PathPoint& here = path[i];
-        const PathPoint& next = path[i + 1 < path.size() ? i + 1 : 0];
+        const PathPoint& next = PointOf(path, i + 1);
         for (const double side : {-kGauge, kGauge}) {
             const Vec from = here.position + here.right * side, to = next.position + next.right * side;
             AddRibbon(vertices, from, to, here.right * kRailWidth, kRailColor);

@@ -1,5 +1,7 @@
 #include "view/ObjectFile.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -14,10 +16,8 @@ namespace {
 
 // "1,234 faces"
 std::string Count(std::size_t count, const std::string& noun) {
-    std::string digits = std::to_string(count);
-    for (std::size_t at = digits.size(); at > 3; at -= 3)
-        digits.insert(at - 3, 1, ',');
-    return digits + " " + noun + (count == 1 ? "" : "s");
+    const QString digits = QLocale(QLocale::English).toString(qulonglong{count});
+    return digits.toStdString() + " " + noun + (count == 1 ? "" : "s");
 }
 
 }  // namespace
@@ -74,17 +74,12 @@ Surroundings SurroundingsOf(const Object3DS& object, const TrackPath& path) {
 }
 
 double DistanceToNearest(const Vec& eye, const Object3DS& object, const TrackPath& path) {
-    constexpr double kNone = std::numeric_limits<double>::infinity();
-    double nearest = kNone;
-    const auto add = [&](const Vec& point) {
-        const Vec offset = point - eye;
-        nearest = std::min(nearest, Dot(offset, offset));
-    };
+    double nearest = std::numeric_limits<double>::infinity();
     for (const Vector3D& point : object.points)
-        add(ToVec(point));
+        nearest = std::min(nearest, Length(ToVec(point) - eye));
     for (const PathPoint& point : path)
-        add(point.position);
-    return nearest < kNone ? std::sqrt(nearest) : 1;
+        nearest = std::min(nearest, Length(point.position - eye));
+    return std::isfinite(nearest) ? nearest : 1;
 }
 
 }  // namespace boreforge

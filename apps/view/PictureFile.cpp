@@ -16,8 +16,7 @@
 
 namespace boreforge {
 
-QImage DrawPicture(ViewScene& scene, int width, int height) {
-    const QSize size(width, height);
+QImage DrawPicture(ViewScene& scene, const QSize& size) {
     QOpenGLContext context;
     context.setFormat(QSurfaceFormat::defaultFormat());
     QOffscreenSurface surface;

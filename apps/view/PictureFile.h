@@ -11,7 +11,7 @@
 namespace boreforge {
 
 // The scene in a picture of this size, in pixels; null if it can't be drawn.
-QImage DrawPicture(ViewScene& scene, int width, int height);
+QImage DrawPicture(ViewScene& scene, const QSize& size);
 
 // Writes a picture as PNG. Fails if it is null. A failure leaves an existing file unchanged.
 Outcome SavePicture(const std::string& path, QImage image);

@@ -26,29 +26,20 @@ class FaceGrid {
         const double extent =
             std::max(double(bounds_.high.x) - bounds_.low.x, double(bounds_.high.z) - bounds_.low.z);
         cell_ = std::max(extent / kCells, 1e-3);
-        while (FilledCells() > 1'000'000 + 16 * object.faces.size())
+        while (!Fill(1'000'000 + 16 * object.faces.size()))
             cell_ *= 2;
-        starts_.assign(kCells * kCells + 1, 0);
-        ForEachCell([this](std::size_t cell, std::uint32_t) { ++starts_[cell + 1]; });
-        for (std::size_t i = 1; i < starts_.size(); ++i)
-            starts_[i] += starts_[i - 1];
-        faces_.resize(starts_.back());
-        std::vector<std::size_t> next = starts_;
-        ForEachCell([&](std::size_t cell, std::uint32_t face) { faces_[next[cell]++] = face; });
     }
 
     // The lowest and the highest surface straight above or below a point; infinity and minus infinity if
-    // there is none. Looks at no more than kMost faces of a cell.
+    // there is none.
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
         if (point.x < bounds_.low.x || point.x > bounds_.high.x || point.z < bounds_.low.z ||
             point.z > bounds_.high.z)
             return {low, high};
-        const std::size_t cell = Along(point.z, bounds_.low.z) * kCells + Along(point.x, bounds_.low.x);
-        const std::size_t end = std::min(starts_[cell + 1], starts_[cell] + kMost);
-        for (std::size_t i = starts_[cell]; i < end; ++i) {
+        for (const std::uint32_t face : cells_[CellAt(point.x, point.z)]) {
             double height = 0;
-            if (!HeightOf(object_.faces[faces_[i]], point, height)) continue;
+            if (!HeightOf(object_.faces[face], point, height)) continue;
             low = std::min(low, height);
             high = std::max(high, height);
         }
@@ -57,39 +48,34 @@ class FaceGrid {
 
   private:
     static constexpr std::size_t kCells = 512;    // along each side
-    static constexpr std::size_t kMost = 10'000;  // of a cell's faces; tunnels have hundreds in each
+    static constexpr std::size_t kMost = 10'000;  // faces that a cell keeps; tunnels have hundreds in each
 
     std::size_t Along(double at, double from) const {
         return static_cast<std::size_t>(std::clamp((at - from) / cell_, 0.0, double(kCells - 1)));
     }
 
-    struct Cells {
-        std::size_t left, right, bottom, top;
-    };
-    Cells CellsOf(const ObjectFace& face) const {
-        const Vector3D &a = object_.points[face.a], &b = object_.points[face.b], &c = object_.points[face.c];
-        return {
-            Along(std::min({a.x, b.x, c.x}), bounds_.low.x), Along(std::max({a.x, b.x, c.x}), bounds_.low.x),
-            Along(std::min({a.z, b.z, c.z}), bounds_.low.z), Along(std::max({a.z, b.z, c.z}), bounds_.low.z)};
+    std::size_t CellAt(double x, double z) const {
+        return Along(z, bounds_.low.z) * kCells + Along(x, bounds_.low.x);
     }
 
-    std::size_t FilledCells() const {
-        std::size_t filled = 0;
-        for (const ObjectFace& face : object_.faces) {
-            const Cells cells = CellsOf(face);
-            filled += (cells.right - cells.left + 1) * (cells.top - cells.bottom + 1);
-        }
-        return filled;
-    }
-
-    template <class Work>
-    void ForEachCell(Work work) const {
+    // Sorts the faces into the cells. False if they fill more than `most` of them, each counted for each
+    // face.
+    bool Fill(std::size_t most) {
+        cells_.assign(kCells * kCells, {});
         for (std::uint32_t i = 0; i < object_.faces.size(); ++i) {
-            const Cells cells = CellsOf(object_.faces[i]);
-            for (std::size_t z = cells.bottom; z <= cells.top; ++z)
-                for (std::size_t x = cells.left; x <= cells.right; ++x)
-                    work(z * kCells + x, i);
+            const ObjectFace& face = object_.faces[i];
+            const Vector3D &a = object_.points[face.a], &b = object_.points[face.b],
+                           &c = object_.points[face.c];
+            const auto [left, right] = std::minmax({a.x, b.x, c.x});
+            const auto [back, front] = std::minmax({a.z, b.z, c.z});
+            const std::size_t width = CellAt(right, back) - CellAt(left, back);
+            for (std::size_t row = CellAt(left, back); row <= CellAt(left, front); row += kCells)
+                for (std::size_t cell = row; cell <= row + width; ++cell) {
+                    if (most-- == 0) return false;
+                    if (cells_[cell].size() < kMost) cells_[cell].push_back(i);
+                }
         }
+        return true;
     }
 
     bool HeightOf(const ObjectFace& face, const Vec& point, double& height) const {
@@ -108,15 +94,14 @@ class FaceGrid {
     const Object3DS& object_;
     ObjectBounds bounds_;
     double cell_ = 1;
-    std::vector<std::size_t> starts_;  // of each cell's faces, and the end of the last
-    std::vector<std::uint32_t> faces_;
+    std::vector<std::vector<std::uint32_t>> cells_;  // the faces in each
 };
 
 // The end of a gap that is long enough to count, so that no stretch goes beyond it; 0 if there is none.
 std::size_t EndOfGap(const TrackPath& path) {
     std::size_t gap = 0;
     for (std::size_t i = 0; i < 2 * path.size(); ++i) {
-        gap = path[i % path.size()].isCovered ? 0 : gap + 1;
+        gap = PointOf(path, i).isCovered ? 0 : gap + 1;
         if (gap == kShortest) return (i + 1) % path.size();
     }
     return 0;
@@ -150,7 +135,7 @@ std::vector<CoveredStretch> CoveredStretches(const TrackPath& path) {
     const std::size_t start = EndOfGap(path);
     std::size_t gap = kShortest;  // points since the last covered one
     for (std::size_t i = 0; i < path.size(); ++i) {
-        const PathPoint& point = path[(start + i) % path.size()];
+        const PathPoint& point = PointOf(path, start + i);
         if (!point.isCovered) {
             ++gap;
             continue;

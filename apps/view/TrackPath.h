@@ -18,6 +18,11 @@ struct PathPoint {
 // A closed chain of points about half a unit apart; empty without a track.
 using TrackPath = std::vector<PathPoint>;
 
+// A point, also one that is counted on after the last.
+inline const PathPoint& PointOf(const TrackPath& path, std::size_t index) {
+    return path[index % path.size()];
+}
+
 // A covered part of the path, along the direction of travel. The path is closed: points after the last one
 // are counted on from the first.
 struct CoveredStretch {

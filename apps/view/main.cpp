@@ -3,6 +3,8 @@
 #include <QScreen>
 #include <QSurfaceFormat>
 
+#include <optional>
+#include <string>
 #include <tuple>
 
 #include "base/Text.h"
@@ -10,8 +12,8 @@
 #include "dialogs/StartMessages.h"
 #include "editor/window/Icons.h"
 #include "platform/Paths.h"
+#include "shared/CommandLine.h"
 #include "version.h"
-#include "view/Options.h"
 #include "view/PictureFile.h"
 #include "view/ViewWindow.h"
 
@@ -21,7 +23,51 @@ namespace {
 
 constexpr char kProgram[] = "boreforge-view";
 
-Outcome CheckPicturePath(const ViewOptions& options) {
+struct Options {
+    std::string object, track, picture;
+    ViewFrom from = ViewFrom::Side;
+    QSize size{1280, 720};
+};
+
+std::optional<QSize> ParseSize(const std::string& text) {
+    constexpr int kMinSide = 16, kMaxSide = 8192;
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos) return std::nullopt;
+    const auto width = ParseNumber(text.substr(0, cross), kMinSide, kMaxSide);
+    const auto height = ParseNumber(text.substr(cross + 1), kMinSide, kMaxSide);
+    return width && height ? std::optional(QSize(*width, *height)) : std::nullopt;
+}
+
+std::optional<ViewFrom> ParseView(const std::string& text) {
+    if (text == "above") return ViewFrom::Above;
+    if (text == "side") return ViewFrom::Side;
+    return text == "inside" ? std::optional(ViewFrom::Inside) : std::nullopt;
+}
+
+void AddOptions(CLI::App& application, Options& options) {
+    application.description("Shows a finished object, or saves a picture of it.");
+    application.footer(
+        "The picture from the side shows the lowest portal of the object and the way into it; without a "
+        "track,\n"
+        "the whole object. The one from inside leads along the track through the longest tunnel.\n"
+        "\n"
+        "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
+        "After 1 or 2 an existing FILE.png is unchanged.");
+    AddPath(application, "OBJECT", options.object, "FILE.3ds",
+            "The object; without it, a dialog asks for one");
+    AddPath(application, "--track", options.track, "FILE.zrtrack", "Also show this track, and ride along it");
+    CLI::Option* const save =
+        AddPath(application, "--save", options.picture, "FILE.png", "Save a picture, and open no window")
+            ->check(EndsIn(".png"));
+    AddParsed(application, "--from", options.from, ParseView, "above|side|inside",
+              "Viewpoint (default: side); inside needs --track")
+        ->needs(save);
+    AddParsed(application, "--size", options.size, ParseSize, "WIDTHxHEIGHT",
+              "Pixels, 16 to 8192 each (default: 1280x720)")
+        ->needs(save);
+}
+
+Outcome CheckPicturePath(const Options& options) {
     for (const std::string& input : {options.object, options.track})
         if (!input.empty() && SameFile(options.picture, input))
             return Failure{.headline = "Error - The Picture Would Replace " + OneLine(input) + "!"};
@@ -29,42 +75,38 @@ Outcome CheckPicturePath(const ViewOptions& options) {
 }
 
 // Opens both, so that the window has the track when the object appears later. Returns the first failure.
-Outcome OpenFiles(const ViewOptions& options, ViewScene& scene) {
+Outcome OpenFiles(const Options& options, ViewScene& scene) {
     const Outcome object = options.object.empty() ? Outcome() : scene.OpenObject(options.object);
     const Outcome track = options.track.empty() ? Outcome() : scene.OpenTrackFile(options.track);
     return object.Then([&] { return track; });
 }
 
-int MakePicture(const ViewOptions& options) {
-    const Failure nothingToDraw = {.headline = "Error - There Is Nothing to Draw!"};
+int MakePicture(const Options& options) {
+    if (const Outcome checked = CheckPicturePath(options); !checked) return Fail(kProgram, checked);
     ViewScene scene;
-    scene.camera.Resize(options.width, options.height, scene.Object());
-    const Outcome made =
-        CheckPicturePath(options)
-            .Then([&] { return OpenFiles(options, scene).With(nothingToDraw); })
-            .Then([&] {
-                return scene.camera.LookFrom(options.from, scene.Object(), scene.Track())
-                    .With({.path = options.object})
-                    .With(nothingToDraw);
-            })
-            .Then([&] {
-                scene.ShowCamera();
-                return SavePicture(options.picture, DrawPicture(scene, options.width, options.height));
-            });
-    return made ? kDone : Fail(kProgram, made);
+    scene.camera.Resize(options.size.width(), options.size.height(), scene.Object());
+    const Outcome ready = OpenFiles(options, scene).Then([&] {
+        return scene.camera.LookFrom(options.from, scene.Object(), scene.Track());
+    });
+    if (!ready)
+        return Fail(kProgram,
+                    ready.With({.headline = "Error - There Is Nothing to Draw!", .path = options.object}));
+    scene.ShowCamera();
+    const Outcome saved = SavePicture(options.picture, DrawPicture(scene, options.size));
+    return saved ? kDone : Fail(kProgram, saved);
 }
 
-int ShowWindow(const ViewOptions& options) {
+int ShowWindow(const Options& options) {
     ViewScene scene;
     std::ignore = OpenFiles(options, scene);  // the window shows what failed
     ViewWindow window(scene);
-    window.resize(QSize(options.width, options.height).boundedTo(window.screen()->availableSize() * 0.9));
+    window.resize(options.size.boundedTo(window.screen()->availableSize() * 0.9));
     window.show();
     if (options.object.empty()) window.AskForFile();
     return QApplication::exec();
 }
 
-int Run(const ViewOptions& options, char* program) {
+int Run(const Options& options, char* program) {
     if (!options.picture.empty() && options.object.empty()) {
         std::ignore = Fail(kProgram, Failure{.reason = "--save needs an object."});
         return kWrongUsage;
@@ -93,8 +135,8 @@ int Run(const ViewOptions& options, char* program) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    ViewOptions options;
+    Options options;
     CLI::App application("", kProgram);
-    AddViewOptions(application, options);
+    AddOptions(application, options);
     return RunProgram(application, count, arguments, [&] { return Run(options, arguments[0]); });
 }
