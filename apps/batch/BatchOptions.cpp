@@ -100,71 +100,57 @@ std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
     return jobs;
 }
 
-void DeriveJobs(BatchOptions& options) {
-    options.jobs = options.outputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
-}
-
 void AddFileOptions(CLI::App& application, BatchOptions& options) {
     AddPath(application, "TRACK", options.track, "FILE.zrtrack", "The track")->required();
     application
         .add_option("OUTPUT", options.otherFiles, "The object to write; with --output-folder: further tracks")
         ->type_name("FILE.3ds");
+    application.option_defaults()->group("Files");
     AddPath(application, "--output-folder", options.outputFolder, "FOLDER",
-            "Write each track's object and the changed track there; the folder is made if needed")
-        ->group("Files");
-    application.add_flag("--strict", options.strict, "Fail where there would be a warning")->group("Files");
-    application
-        .add_flag("--dry-run", options.dryRun,
-                  "Say what would be made or why it would fail, but write nothing")
-        ->group("Files");
-    application.add_flag("--json", options.json, "Report as JSON, for programs")->group("Files");
+            "Write each track's object and the changed track there; the folder is made if needed");
+    application.add_flag("--strict", options.strict, "Fail where there would be a warning");
+    application.add_flag("--dry-run", options.dryRun,
+                         "Say what would be made or why it would fail, but write nothing");
+    application.add_flag("--json", options.json, "Report as JSON, for programs");
 }
 
 void AddShapeOptions(CLI::App& application, BatchOptions& options) {
+    application.option_defaults()->group("Shape");
     CLI::Option* const shape =
-        AddPath(application, "--shape", options.shape, "FILE.zrbf", "Use the cross-section in this file")
-            ->group("Shape");
+        AddPath(application, "--shape", options.shape, "FILE.zrbf", "Use the cross-section in this file");
     AddParsed(application, "--preset", options.preset, ParsePreset, PresetNames(),
               "Use a sample cross-section (default: box)")
-        ->excludes(shape)
-        ->group("Shape");
+        ->excludes(shape);
 }
 
 void AddLookOptions(CLI::App& application, TunnelChoices& choices) {
+    application.option_defaults()->group("Look");
     AddParsed(application, "--color", choices.color, ParseColor, "R,G,B|#rrggbb",
-              "Tunnel colour, 0 to 255 each (default: 192,192,192)")
-        ->group("Look");
+              "Tunnel colour, 0 to 255 each (default: 192,192,192)");
     AddParsed(application, "--transparency", choices.transparency, ParsePercent, "0..100",
-              "Percent (default: 0)")
-        ->group("Look");
+              "Percent (default: 0)");
     AddParsed(application, "--detail", choices.detailItem, ParseDetail, "extreme|high|normal|low|poor",
-              "How closely the tunnel follows the curve (default: normal)")
-        ->group("Look");
-    application.add_flag("--double-sided", choices.doubleSided, "Make every face visible from both sides")
-        ->group("Look");
+              "How closely the tunnel follows the curve (default: normal)");
+    application.add_flag("--double-sided", choices.doubleSided, "Make every face visible from both sides");
 }
 
 void AddTrackOptions(CLI::App& application, BatchOptions& options) {
+    application.option_defaults()->group("Track");
     const auto addSwitch = [&](const char* name, bool& choice, const char* description) {
-        return application
-            .add_flag_callback(
-                name, [&choice] { choice = false; }, description)
-            ->group("Track");
+        return application.add_flag_callback(
+            name, [&choice] { choice = false; }, description);
     };
     TunnelChoices& choices = options.choices;
     CLI::Option* const dim = AddParsed(application, "--dim", choices.dimPercent, ParsePercent, "0..100",
                                        "Brightness left to tunneled segments' colours (default: 50), but 0 "
-                                       "changes nothing and 100 is black")
-                                 ->group("Track");
+                                       "changes nothing and 100 is black");
     addSwitch("--no-dim", choices.dimColors, "Don't change the colours of segments")->excludes(dim);
     CLI::Option* const trackOut = AddPath(application, "--track-out", options.trackOut, "FILE.zrtrack",
                                           "Save the changed track there and leave TRACK unchanged")
                                       ->check(EndsIn(kTrackExtension))
-                                      ->excludes(application.get_option("--output-folder"))
-                                      ->group("Track");
+                                      ->excludes(application.get_option("--output-folder"));
     application.add_flag("--no-track", options.noTrack, "Write only the object, no track")
-        ->excludes(trackOut)
-        ->group("Track");
+        ->excludes(trackOut);
     addSwitch("--keep-tunnel-flags", choices.removeTunnels, "Don't clear the tunnel flags");
     addSwitch("--no-place", choices.placeObject, "Don't add the object to the track's scenery");
 }
@@ -184,7 +170,10 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     AddShapeOptions(application, options);
     AddLookOptions(application, options.choices);
     AddTrackOptions(application, options);
-    application.callback([&options] { DeriveJobs(options); });
+    application.option_defaults()->group("Options");
+    application.callback([&options] {
+        options.jobs = options.outputFolder.empty() ? std::vector{SingleJob(options)} : FolderJobs(options);
+    });
 }
 
 }  // namespace boreforge
