@@ -53,7 +53,7 @@ done
 
 # The keys of the programs' JSON and those of the manual pages' section.
 for program in batch check; do
-    grep -rhoE 'Field\("[a-zA-Z]+"' apps/$program | cut -d'"' -f2 | sort -u >"$work/keys"
+    grep -hoE '\{"[a-zA-Z]+", [^"]|json\["[a-zA-Z]+"' apps/$program/main.cpp | cut -d'"' -f2 | sort -u >"$work/keys"
     [ -s "$work/keys" ] || { echo "boreforge-$program has no keys."; exit 1; }
     sed -n '/^\.SH JSON/,/^\.SH FILES/{s/^\.BR\{0,1\} //;T;s/" *, *"/ /g;s/" and "/ /;p}' docs/boreforge-$program.1 |
         tr -d '",' | tr ' ' '\n' | grep -v -e '^$' -e '^[\]' | sort -u >"$work/manual-keys"
@@ -66,7 +66,7 @@ sed -n 's/^| `\([a-z-]*\)` | \([0-9.]*\) | \([0-9.]*\) | \([0-9.]*\) |.*/\1 \2 \
 for shape in elements/*.zrbf; do
     name=$(basename "$shape" .zrbf)
     "$programs/boreforge-batch" tracks/small-circuit.zrtrack "$work/o.3ds" --dry-run --json --preset "$name" |
-        sed -n "s/.*\"clearWidth\": \(.*\), \"clearHeight\": \(.*\), \"clearAroundPath\": \(.*\), \"tracks.*/$name \1 \2 \3/p"
+        sed -n "s/.*\"clearWidth\":\(.*\),\"clearHeight\":\(.*\),\"clearAroundPath\":\(.*\),\"tracks.*/$name \1 \2 \3/p"
 done >"$work/measured"
 diff "$work/table" "$work/measured" || { echo "<: the guide's table of shapes, >: measured"; exit 1; }
 

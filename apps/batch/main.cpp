@@ -21,7 +21,7 @@
 #include "export3ds/mSave3DSObject.h"
 #include "job/mMain.h"
 #include "platform/Paths.h"
-#include "shared/Json.h"
+#include "shared/Report.h"
 #include "trackfile/TrackDocument.h"
 #include "trackfile/mZephyrail_TrackIO_1_3.h"
 
@@ -133,47 +133,37 @@ TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
     return report;
 }
 
-std::string QuotedList(const std::vector<std::string>& texts) {
-    std::vector<std::string> quoted;
-    for (const std::string& text : texts)
-        quoted.push_back(Quoted(text));
-    return JsonList(quoted);
-}
-
-std::string JsonOf(const BatchOptions& options, const TrackReport& report) {
+Json JsonOf(const BatchOptions& options, const TrackReport& report) {
     const BatchJob& job = report.job;
     const bool isMade = report.messages.errors.empty();
-    const std::string success = options.dryRun ? "would be made" : "made";
-    std::vector<std::string> fields = {Field("track", Quoted(job.track)),
-                                       Field("outcome", Quoted(isMade ? success : "failed")),
-                                       Field("warnings", QuotedList(report.messages.warnings)),
-                                       Field("errors", QuotedList(report.messages.errors))};
-    if (!isMade) return JsonObject(fields);
-    fields.push_back(Field("segments", report.segments));
-    fields.push_back(Field("tunnels", report.tunnels));
-    fields.push_back(Field("objects", report.objects));
-    fields.push_back(Field("faces", report.faces));
-    fields.push_back(Field("bytes", report.bytes));
-    fields.push_back(Field("object", Quoted(job.object)));
-    if (!options.noTrack)
-        fields.push_back(Field("savedTrack", Quoted(job.trackOut.empty() ? job.track : job.trackOut)));
-    return JsonObject(fields);
+    const char* const success = options.dryRun ? "would be made" : "made";
+    Json json = {{"track", job.track},
+                 {"outcome", isMade ? success : "failed"},
+                 {"warnings", report.messages.warnings},
+                 {"errors", report.messages.errors}};
+    if (!isMade) return json;
+    json["segments"] = report.segments;
+    json["tunnels"] = report.tunnels;
+    json["objects"] = report.objects;
+    json["faces"] = report.faces;
+    json["bytes"] = report.bytes;
+    json["object"] = job.object;
+    if (!options.noTrack) json["savedTrack"] = job.trackOut.empty() ? job.track : job.trackOut;
+    return json;
 }
 
-void PrintJson(const BatchOptions& options, const Messages& messages, const std::optional<ClearRoom>& room,
-               const std::vector<TrackReport>& reports) {
-    std::vector<std::string> fields = {Field("version", 1), Field("warnings", QuotedList(messages.warnings)),
-                                       Field("errors", QuotedList(messages.errors))};
+void PrintReport(const BatchOptions& options, const Messages& messages, const std::optional<ClearRoom>& room,
+                 const std::vector<TrackReport>& reports) {
+    Json json = {{"version", 1}, {"warnings", messages.warnings}, {"errors", messages.errors}};
     if (room) {
-        fields.push_back(Field("clearWidth", Number(room->width)));
-        fields.push_back(Field("clearHeight", Number(room->height)));
-        fields.push_back(Field("clearAroundPath", Number(room->aroundPath)));
+        json["clearWidth"] = ToJson(room->width);
+        json["clearHeight"] = ToJson(room->height);
+        json["clearAroundPath"] = ToJson(room->aroundPath);
     }
-    std::vector<std::string> tracks;
+    json["tracks"] = Json::array();
     for (const TrackReport& report : reports)
-        tracks.push_back("\n  " + JsonOf(options, report));
-    fields.push_back(Field("tracks", JsonList(tracks)));
-    std::puts(JsonObject(fields).c_str());
+        json["tracks"].push_back(JsonOf(options, report));
+    PrintJson(json);
 }
 
 std::filesystem::path FolderOf(const BatchOptions& options) {
@@ -216,7 +206,7 @@ int RunBatch(const BatchOptions& options) {
         isGood = isGood && report.messages.errors.empty();
     std::error_code ignored;
     if (isNewFolder && options.dryRun) std::filesystem::remove(FolderOf(options), ignored);
-    if (options.json) PrintJson(options, messages, room, reports);
+    if (options.json) PrintReport(options, messages, room, reports);
     return isGood ? kDone : kFailed;
 }
 

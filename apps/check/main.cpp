@@ -9,8 +9,8 @@
 #include "base/Text.h"
 #include "platform/Files.h"
 #include "shared/CommandLine.h"
-#include "shared/Json.h"
 #include "shared/ObjectSurfaces.h"
+#include "shared/Report.h"
 
 using namespace boreforge;
 
@@ -104,33 +104,30 @@ std::string VerdictText(const ObjectReport& report) {
     return text;
 }
 
-std::string BoundsJson(const ObjectBounds& bounds) {
+Json BoundsJson(const ObjectBounds& bounds) {
     const FileBounds box = InFileAxes(bounds);
-    const auto corner = [](const float(&p)[3]) {
-        return JsonList({Number(p[0]), Number(p[1]), Number(p[2])});
-    };
-    return JsonObject({Field("low", corner(box.low)), Field("high", corner(box.high))});
+    const auto corner = [](const float(&p)[3]) { return Json{ToJson(p[0]), ToJson(p[1]), ToJson(p[2])}; };
+    return {{"low", corner(box.low)}, {"high", corner(box.high)}};
 }
 
-std::string SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
+Json SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
     constexpr const char* kFacings[] = {"not judged", "outwards", "inwards", "both ways"};
-    std::vector<std::string> materials;
+    Json json = {{"faces", surface.faceCount},
+                 {"facesWithoutArea", surface.facesWithoutArea},
+                 {"innerCapFaces", surface.innerCapFaces},
+                 {"edges", surface.edgeCount},
+                 {"openEdges", surface.openEdges},
+                 {"edgesOfMoreThanTwoFaces", surface.crowdedEdges},
+                 {"edgesBetweenOppositeFaces", surface.opposedEdges},
+                 {"closed", surface.IsClosed()},
+                 {"doubleSided", surface.IsDoubleSided()},
+                 {"facing", kFacings[static_cast<int>(surface.facing)]},
+                 {"bounds", BoundsJson(surface.bounds)},
+                 {"materials", Json::array()}};
     for (const std::uint32_t material : surface.materials)
-        materials.push_back(Quoted(Shortened(report.object.materials[material].name)));
-    std::vector<std::string> fields = {Field("faces", surface.faceCount),
-                                       Field("facesWithoutArea", surface.facesWithoutArea),
-                                       Field("innerCapFaces", surface.innerCapFaces),
-                                       Field("edges", surface.edgeCount),
-                                       Field("openEdges", surface.openEdges),
-                                       Field("edgesOfMoreThanTwoFaces", surface.crowdedEdges),
-                                       Field("edgesBetweenOppositeFaces", surface.opposedEdges),
-                                       Field("closed", surface.IsClosed()),
-                                       Field("doubleSided", surface.IsDoubleSided()),
-                                       Field("facing", Quoted(kFacings[static_cast<int>(surface.facing)])),
-                                       Field("bounds", BoundsJson(surface.bounds)),
-                                       Field("materials", JsonList(materials))};
-    if (HasVolume(surface)) fields.push_back(Field("volume", Number(surface.volume)));
-    return JsonObject(fields);
+        json["materials"].push_back(Shortened(report.object.materials[material].name));
+    if (HasVolume(surface)) json["volume"] = surface.volume;
+    return json;
 }
 
 // Coordinates are in the file's axes: z is up.
@@ -149,28 +146,26 @@ std::string ReportText(const ObjectReport& report) {
     return text + "\n" + VerdictText(report) + "\n";
 }
 
-std::string ReportJson(const ObjectReport& report) {
+Json ReportJson(const ObjectReport& report) {
     constexpr const char* kVerdicts[] = {"sound", "facing wrongly", "empty", "damaged", "unreadable"};
     const Object3DS& object = report.object;
-    std::vector<std::string> fields = {Field("file", Quoted(report.path)),
-                                       Field("verdict", Quoted(kVerdicts[static_cast<int>(report.result)]))};
-    if (report.result == Verdict::Damaged) fields.push_back(Field("byte", report.damage.byte));
+    Json json = {{"file", report.path}, {"verdict", kVerdicts[static_cast<int>(report.result)]}};
+    if (report.result == Verdict::Damaged) json["byte"] = report.damage.byte;
     if (!report.damage.reason.empty()) {
-        fields.push_back(Field("reason", Quoted(report.damage.reason)));
-        return JsonObject(fields);
+        json["reason"] = report.damage.reason;
+        return json;
     }
-    std::vector<std::string> materials, surfaces;
+    json["objects"] = object.meshCount;
+    json["points"] = object.points.size();
+    json["faces"] = object.faces.size();
+    json["materials"] = Json::array();
     for (const ObjectMaterial& material : object.materials)
-        materials.push_back(Quoted(Shortened(material.name)));
+        json["materials"].push_back(Shortened(material.name));
+    if (!object.points.empty()) json["bounds"] = BoundsJson(BoundsOf(object));
+    json["surfaces"] = Json::array();
     for (const ObjectSurface& surface : report.surfaces)
-        surfaces.push_back("\n  " + SurfaceJson(report, surface));
-    fields.push_back(Field("objects", object.meshCount));
-    fields.push_back(Field("points", object.points.size()));
-    fields.push_back(Field("faces", object.faces.size()));
-    fields.push_back(Field("materials", JsonList(materials)));
-    if (!object.points.empty()) fields.push_back(Field("bounds", BoundsJson(BoundsOf(object))));
-    fields.push_back(Field("surfaces", JsonList(surfaces)));
-    return JsonObject(fields);
+        json["surfaces"].push_back(SurfaceJson(report, surface));
+    return json;
 }
 
 // Says on standard error if the file can't be read.
@@ -195,7 +190,7 @@ ObjectReport Examine(const std::string& path) {
 }
 
 int CheckObjects(const std::vector<std::string>& paths, bool asJson) {
-    std::vector<std::string> reports;
+    Json reports = Json::array();
     int status = kDone;
     for (const std::string& path : paths) {
         const ObjectReport report = Examine(path);
@@ -205,7 +200,7 @@ int CheckObjects(const std::vector<std::string>& paths, bool asJson) {
         else if (report.result != Verdict::Unreadable)
             std::printf("%s%s", &path == &paths.front() ? "" : "\n", ReportText(report).c_str());
     }
-    if (asJson) std::puts(JsonObject({Field("version", 1), Field("files", JsonList(reports))}).c_str());
+    if (asJson) PrintJson({{"version", 1}, {"files", reports}});
     return status;
 }
 

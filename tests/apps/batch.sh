@@ -98,11 +98,11 @@ is_in err "boreforge-batch: empty.zrbf: warning: The shape is empty, so the obje
 
 # The report as JSON; the sizes are those of the horseshoe in tools/make-samples.
 run 1 t.zrtrack long.zrtrack bad.zrtrack --output-folder new --dry-run --json --preset horseshoe
-is_in out '{"version": 1, "warnings": [], "errors": [], "clearWidth": 4.5, "clearHeight": 4.5, "clearAroundPath": 1, '
-is_in out '{"track": "t.zrtrack", "outcome": "would be made", "warnings": [], "errors": [], "segments": 20, "tunnels": 6, '
-is_in out '"objects": 14, "faces": 6460, "bytes": 134366, "object": "new/t.3ds", "savedTrack": "new/t.zrtrack"}'
-is_in out '"warnings": ["It has 3 bytes after the last chunk; the saved track won'"'"'t have them."], "errors": []'
-is_in out '{"track": "bad.zrtrack", "outcome": "failed", "warnings": [], "errors": ["Invalid Track File! It is not a track."]}'
+is_in out '{"version":1,"warnings":[],"errors":[],"clearWidth":4.5,"clearHeight":4.5,"clearAroundPath":1,'
+is_in out '{"track":"t.zrtrack","outcome":"would be made","warnings":[],"errors":[],"segments":20,"tunnels":6,'
+is_in out '"objects":14,"faces":6460,"bytes":134366,"object":"new/t.3ds","savedTrack":"new/t.zrtrack"}'
+is_in out '"warnings":["It has 3 bytes after the last chunk; the saved track won'"'"'t have them."],"errors":[]'
+is_in out '{"track":"bad.zrtrack","outcome":"failed","warnings":[],"errors":["Invalid Track File! It is not a track."]}'
 absent new
 
 # Failures: the status is 1. A line names the file and the reason; a dry run refuses what the run would refuse.
