@@ -57,10 +57,6 @@ struct EdgeUse {
 
 using Edge = std::span<const EdgeUse>;  // the uses by all faces with this edge
 
-std::size_t AscendingUses(Edge edge) {
-    return static_cast<std::size_t>(std::ranges::count(edge, true, &EdgeUse::ascending));
-}
-
 void Include(ObjectBounds& bounds, const Vector3D& p) {
     bounds.low = {std::min(bounds.low.x, p.x), std::min(bounds.low.y, p.y), std::min(bounds.low.z, p.z)};
     bounds.high = {std::max(bounds.high.x, p.x), std::max(bounds.high.y, p.y), std::max(bounds.high.z, p.z)};
@@ -77,7 +73,8 @@ class SurfaceFinder {
     std::vector<ObjectSurface> Find() {
         SortFacesIntoSurfaces();
         ListEdges();
-        ForEachEdge([this](Edge edge) { CountEdge(edge); });
+        for (const Edge edge : edges_)
+            CountEdge(edge);
         FindInnerCaps();
         MeasureVolumes();
         for (std::size_t i = 0; i < surfaces_.size(); ++i)
@@ -142,14 +139,10 @@ class SurfaceFinder {
                                  static_cast<std::uint32_t>(i), from < to});
         }
         std::ranges::stable_sort(uses_, {}, &EdgeUse::points);
-    }
-
-    template <class Work>
-    void ForEachEdge(Work work) const {
         for (auto first = uses_.begin(); first != uses_.end();) {
-            const auto last = std::find_if(first, uses_.end(),
-                                           [&](const EdgeUse& use) { return use.points != first->points; });
-            work(Edge(first, last));
+            const auto isOther = [&](const EdgeUse& use) { return use.points != first->points; };
+            const auto last = std::find_if(first, uses_.end(), isOther);
+            edges_.emplace_back(first, last);
             first = last;
         }
     }
@@ -158,7 +151,8 @@ class SurfaceFinder {
 
     void CountEdge(Edge edge) {
         ObjectSurface& surface = SurfaceOf(edge);
-        const bool balanced = 2 * AscendingUses(edge) == edge.size();
+        const auto ascending = std::ranges::count(edge, true, &EdgeUse::ascending);
+        const bool balanced = 2 * static_cast<std::size_t>(ascending) == edge.size();
         ++surface.edgeCount;
         surface.openEdges += edge.size() == 1 ? 1 : 0;
         surface.crowdedEdges += edge.size() > 2 ? 1 : 0;
@@ -171,9 +165,8 @@ class SurfaceFinder {
     // wall three patches meet: the cap and the two parts of the wall. The cap is the smallest of them.
     void FindInnerCaps() {
         std::vector<std::vector<Edge>> crowded(surfaces_.size());
-        ForEachEdge([&](Edge edge) {
+        for (const Edge edge : edges_)
             if (edge.size() > 2) crowded[surfaceOf_[edge.front().face]].push_back(edge);
-        });
         std::vector<std::uint32_t> facesOf(object_.faces.size());
         for (std::uint32_t i = 0; i < object_.faces.size(); ++i)
             ++facesOf[patches_.Find(i)];
@@ -238,6 +231,7 @@ class SurfaceFinder {
     std::vector<ObjectSurface> surfaces_;
     std::vector<std::uint32_t> surfaceOf_;             // of each face
     std::vector<EdgeUse> uses_;                        // sorted, so that those of an edge are neighbours
+    std::vector<Edge> edges_;                          // parts of uses_
     DisjointSets patches_;                             // of faces
     std::vector<std::optional<std::uint32_t>> capOf_;  // the patch that is each surface's inner cap
     std::vector<double> volumeSizes_;                  // sums of the absolute volumes of the tetrahedra

@@ -21,14 +21,13 @@ constexpr std::uint32_t kNoMaterial = 0xFFFFFFFF;
 constexpr std::uint16_t kPercentages[] = {MAT_SHININESS, MAT_SHIN2PCT, MAT_XPFALL, MAT_REFBLUR,
                                           MAT_SELF_ILPCT};
 
-struct Chunk;
-
-// A part of the file, which is read from front to back and never beyond its end.
-class Content {
+// A chunk or the whole file. Its contents are read from front to back and never beyond their end.
+class Chunk {
   public:
-    Content(const std::uint8_t* file, std::size_t at, std::size_t end)
-        : file_(file), start_(at), at_(at), field_(at), end_(end) {}
+    Chunk(std::uint16_t id, const std::uint8_t* file, std::size_t at, std::size_t end)
+        : id_(id), file_(file), start_(at), at_(at), field_(at), end_(end) {}
 
+    std::uint16_t Id() const { return id_; }
     bool AtEnd() const { return at_ == end_; }
     // Reports damage at the field that was read last. The exception doesn't leave this source file.
     [[noreturn]] void Fail(const std::string& reason) const { throw ObjectDamage{field_, reason}; }
@@ -64,37 +63,29 @@ class Content {
         if (end_ - at_ != length) Fail("the chunk's length doesn't fit its contents");
         at_ = end_;
     }
-    Chunk Next();
+    Chunk Next() {
+        const std::size_t start = at_;
+        const std::uint16_t id = Word();
+        const std::size_t length = Dword();
+        if (length < kHeaderLength || length > end_ - start)
+            throw ObjectDamage{start, "a chunk doesn't fit into the one around it"};
+        at_ = field_ = start + length;
+        return {id, file_, start + kHeaderLength, at_};
+    }
 
   private:
+    std::uint16_t id_;
     const std::uint8_t* file_;
     std::size_t start_, at_, field_, end_;
 };
-
-struct Chunk {
-    std::uint16_t id;
-    Content content;
-};
-
-Chunk Content::Next() {
-    const std::size_t start = at_;
-    const std::uint16_t id = Word();
-    const std::size_t length = Dword();
-    if (length < kHeaderLength || length > end_ - start) {
-        field_ = start;
-        Fail("a chunk doesn't fit into the one around it");
-    }
-    at_ = field_ = start + length;
-    return {id, Content(file_, start + kHeaderLength, at_)};
-}
 
 class Reader {
   public:
     explicit Reader(Object3DS& object) : object_(object) {}
 
     void ReadFile(const Bytes& bytes) {
-        Content file(bytes.data(), 0, bytes.size());
-        Content header = file;
+        Chunk file(0, bytes.data(), 0, bytes.size());
+        Chunk header = file;
         if (bytes.size() < kHeaderLength || header.Word() != MAIN3DS)
             throw ObjectDamage{0, "the file is not a 3D Studio mesh file"};
         if (const std::size_t length = header.Dword(); length > bytes.size())
@@ -102,67 +93,66 @@ class Reader {
                                "the file ends here, but should have " + std::to_string(length) + " bytes"};
         Chunk main = file.Next();
         file.Finish(0);
-        while (!main.content.AtEnd()) {
-            Chunk chunk = main.content.Next();
-            if (chunk.id == M3D_VERSION) chunk.content.Finish(4);
-            if (chunk.id == MDATA) ReadMeshData(chunk.content);
+        while (!main.AtEnd()) {
+            Chunk chunk = main.Next();
+            if (chunk.Id() == M3D_VERSION) chunk.Finish(4);
+            if (chunk.Id() == MDATA) ReadMeshData(chunk);
         }
         if (coordinate_) throw ObjectDamage(*coordinate_);
     }
 
   private:
-    void ReadMeshData(Content data) {
+    void ReadMeshData(Chunk data) {
         while (!data.AtEnd()) {
             Chunk chunk = data.Next();
-            if (chunk.id == MESH_VERSION) chunk.content.Finish(4);
-            if (chunk.id == MASTER_SCALE) ReadFinite(chunk.content, 1);
-            if (chunk.id == MAT_ENTRY) ReadMaterial(chunk.content);
-            if (chunk.id == NAMED_OBJECT) ReadNamedObject(chunk.content);
+            if (chunk.Id() == MESH_VERSION) chunk.Finish(4);
+            if (chunk.Id() == MASTER_SCALE) ReadFinite(chunk, 1);
+            if (chunk.Id() == MAT_ENTRY) ReadMaterial(chunk);
+            if (chunk.Id() == NAMED_OBJECT) ReadNamedObject(chunk);
         }
     }
 
     // A chunk that holds only this many numbers.
-    static void ReadFinite(Content numbers, int count) {
+    static void ReadFinite(Chunk numbers, int count) {
         for (int i = 0; i < count; ++i)
             if (!std::isfinite(numbers.Number())) numbers.Fail("a number is not finite");
         numbers.Finish(0);
     }
 
-    static ColorRGB ReadColor(Content content) {
-        Chunk chunk = content.Next();
-        if (chunk.id != COLOR_24) chunk.content.Fail("a colour is not in three bytes");
-        const std::uint8_t* const channels = chunk.content.Take(3);
-        chunk.content.Finish(0);
-        while (!content.AtEnd())
-            content.Next();  // the same colour in another encoding
+    static ColorRGB ReadColor(Chunk parent) {
+        Chunk chunk = parent.Next();
+        if (chunk.Id() != COLOR_24) chunk.Fail("a colour is not in three bytes");
+        const std::uint8_t* const channels = chunk.Take(3);
+        chunk.Finish(0);
+        while (!parent.AtEnd())
+            parent.Next();  // the same colour in another encoding
         return {channels[0], channels[1], channels[2]};
     }
 
-    static int ReadPercentage(Content content) {
-        Chunk chunk = content.Next();
-        if (chunk.id != INT_PERCENTAGE) chunk.content.Fail("a percentage is not a whole number");
-        const int percent = chunk.content.Word();
-        if (percent > 100) chunk.content.Fail("a percentage is above 100");
-        chunk.content.Finish(0);
-        content.Finish(0);
+    static int ReadPercentage(Chunk parent) {
+        Chunk chunk = parent.Next();
+        if (chunk.Id() != INT_PERCENTAGE) chunk.Fail("a percentage is not a whole number");
+        const int percent = chunk.Word();
+        if (percent > 100) chunk.Fail("a percentage is above 100");
+        chunk.Finish(0);
+        parent.Finish(0);
         return percent;
     }
 
-    void ReadMaterial(Content entry) {
+    void ReadMaterial(Chunk entry) {
         ObjectMaterial material;
-        std::optional<Content> name;
+        std::optional<Chunk> name;
         std::optional<ColorRGB> color;
         while (!entry.AtEnd()) {
             const Chunk chunk = entry.Next();
-            if (chunk.id == MAT_NAME) {
-                name = chunk.content;
+            if (chunk.Id() == MAT_NAME) {
+                name = chunk;
                 material.name = name->Text();
             }
-            if (chunk.id == MAT_DIFFUSE) color = ReadColor(chunk.content);
-            if (chunk.id == MAT_AMBIENT || chunk.id == MAT_SPECULAR) ReadColor(chunk.content);
-            if (chunk.id == MAT_TRANSPARENCY) material.transparency = ReadPercentage(chunk.content);
-            if (std::ranges::find(kPercentages, chunk.id) != std::end(kPercentages))
-                ReadPercentage(chunk.content);
+            if (chunk.Id() == MAT_DIFFUSE) color = ReadColor(chunk);
+            if (chunk.Id() == MAT_AMBIENT || chunk.Id() == MAT_SPECULAR) ReadColor(chunk);
+            if (chunk.Id() == MAT_TRANSPARENCY) material.transparency = ReadPercentage(chunk);
+            if (std::ranges::find(kPercentages, chunk.Id()) != std::end(kPercentages)) ReadPercentage(chunk);
         }
         if (material.name.empty() || !color) entry.FailAsWhole("a material lacks its name or its colour");
         material.color = *color;
@@ -173,32 +163,32 @@ class Reader {
     }
 
     // Lights and cameras are named objects too.
-    void ReadNamedObject(Content named) {
+    void ReadNamedObject(Chunk named) {
         const std::string name = named.Text();
         if (!objects_.insert(name).second)
             named.Fail("two objects have the name '" + OneLine(Shortened(name)) + "'");
         while (!named.AtEnd()) {
             const Chunk chunk = named.Next();
-            if (chunk.id == N_TRI_OBJECT) ReadMesh(chunk.content);
+            if (chunk.Id() == N_TRI_OBJECT) ReadMesh(chunk);
         }
     }
 
     // Points are in the scene's space already: a mesh's matrix must be complete, but isn't applied to them.
-    void ReadMesh(Content mesh) {
+    void ReadMesh(Chunk mesh) {
         ++object_.meshCount;
         const std::size_t firstPoint = object_.points.size();
-        std::optional<Content> faces;
+        std::optional<Chunk> faces;
         while (!mesh.AtEnd()) {
             Chunk chunk = mesh.Next();
-            if (chunk.id == POINT_ARRAY) {
-                if (object_.points.size() > firstPoint) chunk.content.Fail("a mesh has two lists of points");
-                ReadPoints(chunk.content);
+            if (chunk.Id() == POINT_ARRAY) {
+                if (object_.points.size() > firstPoint) chunk.Fail("a mesh has two lists of points");
+                ReadPoints(chunk);
             }
-            if (chunk.id == TEX_VERTS) chunk.content.Finish(8 * std::size_t{chunk.content.Word()});
-            if (chunk.id == MESH_MATRIX) ReadFinite(chunk.content, 12);
-            if (chunk.id == FACE_ARRAY) {
-                if (faces) chunk.content.Fail("a mesh has two lists of faces");
-                faces = chunk.content;
+            if (chunk.Id() == TEX_VERTS) chunk.Finish(8 * std::size_t{chunk.Word()});
+            if (chunk.Id() == MESH_MATRIX) ReadFinite(chunk, 12);
+            if (chunk.Id() == FACE_ARRAY) {
+                if (faces) chunk.Fail("a mesh has two lists of faces");
+                faces = chunk;
             }
         }
         if (!faces) mesh.FailAsWhole("a mesh has no list of faces");
@@ -206,7 +196,7 @@ class Reader {
     }
 
     // The file's axes are x to the right, y forward and z up.
-    void ReadPoints(Content points) {
+    void ReadPoints(Chunk points) {
         const std::size_t count = points.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const float x = Coordinate(points), y = Coordinate(points), z = Coordinate(points);
@@ -216,7 +206,7 @@ class Reader {
     }
 
     // A bad coordinate doesn't affect the rest of the file, so everything else is checked first.
-    float Coordinate(Content& points) {
+    float Coordinate(Chunk& points) {
         const float value = points.Number();
         if (!(std::fabs(value) <= kMaxCoordinate) && !coordinate_)
             coordinate_ = {
@@ -225,7 +215,7 @@ class Reader {
         return value;
     }
 
-    void ReadFaces(Content faces, std::size_t firstPoint) {
+    void ReadFaces(Chunk faces, std::size_t firstPoint) {
         const std::size_t firstFace = object_.faces.size(), count = faces.Word();
         const std::size_t points = object_.points.size() - firstPoint;
         const auto corner = [&] {
@@ -240,14 +230,14 @@ class Reader {
         }
         while (!faces.AtEnd()) {
             Chunk chunk = faces.Next();
-            if (chunk.id == MSH_MAT_GROUP) ReadMaterialGroup(chunk.content, firstFace);
-            if (chunk.id == SMOOTH_GROUP) chunk.content.Finish(4 * count);
+            if (chunk.Id() == MSH_MAT_GROUP) ReadMaterialGroup(chunk, firstFace);
+            if (chunk.Id() == SMOOTH_GROUP) chunk.Finish(4 * count);
         }
         for (std::size_t i = firstFace; i < object_.faces.size(); ++i)
             if (object_.faces[i].material == kNoMaterial) faces.FailAsWhole("a face has no material");
     }
 
-    void ReadMaterialGroup(Content group, std::size_t firstFace) {
+    void ReadMaterialGroup(Chunk group, std::size_t firstFace) {
         const std::string name = group.Text();
         const auto material = materials_.find(name);
         if (material == materials_.end())

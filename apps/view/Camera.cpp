@@ -28,6 +28,11 @@ CameraPose LookAlong(const Vec& eye, const Vec& forward, const Vec& up) {
     return pose;
 }
 
+Vec CameraPose::Seen(const Vec& point) const {
+    const Vec offset = point - eye;
+    return {Dot(offset, right), Dot(offset, up), Dot(offset, forward)};
+}
+
 double CameraLens::PixelsPerUnit(double distance) const {
     return 0.5 * std::min(width, height) / (halfAngle * distance);
 }
@@ -37,10 +42,9 @@ double CameraLens::VerticalDegrees() const {
 }
 
 bool CameraLens::Shows(const CameraPose& pose, const Vec& point) const {
-    const Vec offset = point - pose.eye;
-    const double ahead = Dot(offset, pose.forward), unit = PixelsPerUnit(ahead);
-    return ahead > 0 && std::fabs(Dot(offset, pose.right)) * unit < width / 2.0 &&
-           std::fabs(Dot(offset, pose.up)) * unit < height / 2.0;
+    const Vec seen = pose.Seen(point);
+    const double unit = PixelsPerUnit(seen.z);
+    return seen.z > 0 && std::fabs(seen.x) * unit < width / 2.0 && std::fabs(seen.y) * unit < height / 2.0;
 }
 
 CameraPose OrbitCamera::Pose() const {

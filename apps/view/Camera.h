@@ -8,6 +8,9 @@ namespace boreforge {
 // An eye and its axes: unit vectors at right angles to each other.
 struct CameraPose {
     Vec eye, right{1, 0, 0}, up = kUp, forward{0, 0, -1};
+
+    // A point as it is seen: to the right, up and ahead.
+    Vec Seen(const Vec& point) const;
 };
 CameraPose LookAlong(const Vec& eye, const Vec& forward, const Vec& up);
 

@@ -2,9 +2,155 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace boreforge {
+
+namespace {
+
+// Tangents of half the angle of view across the shorter side of the picture, by kind of view.
+constexpr double kAboveAngle = 0.15, kSideAngle = 0.3, kInsideAngle = 0.62;
+
+// How far points stick out of the field of view of an eye at the origin, along one axis of the picture.
+struct FieldOfView {
+    double slope;                                             // tangent of half its angle
+    double above = -std::numeric_limits<double>::infinity();  // how far they stick out on the positive side
+    double below = -std::numeric_limits<double>::infinity();  // and on the negative side
+
+    void Add(double across, double ahead) {
+        above = std::max(above, across - slope * ahead);
+        below = std::max(below, -across - slope * ahead);
+    }
+    // How far ahead of the origin the eye must be for the points just to fit in.
+    double EyeAhead() const { return -(above + below) / (2 * slope); }
+    // How far across it must be for equal margins on both sides.
+    double EyeAcross() const { return (above - below) / 2; }
+};
+
+// Moves the eye so that the points fill the picture up to a margin, with equal margins at opposite sides.
+Aim Frame(CameraPose pose, CameraLens lens, double halfAngle, const std::vector<Vec>& points) {
+    constexpr double kFilled = 0.9;
+    lens.halfAngle = halfAngle;
+    const double shorter = std::min(lens.width, lens.height);
+    FieldOfView across{kFilled * lens.halfAngle * lens.width / shorter};
+    FieldOfView along{kFilled * lens.halfAngle * lens.height / shorter};
+    double near = std::numeric_limits<double>::infinity(), far = -near;
+    pose.eye = {};
+    for (const Vec& point : points) {
+        const Vec seen = pose.Seen(point);
+        across.Add(seen.x, seen.z);
+        along.Add(seen.y, seen.z);
+        near = std::min(near, seen.z);
+        far = std::max(far, seen.z);
+    }
+    const double ahead = std::min(across.EyeAhead(), along.EyeAhead()) - 1e-3;
+    pose.eye = pose.right * across.EyeAcross() + pose.up * along.EyeAcross() + pose.forward * ahead;
+    return {pose, lens, std::max((near + far) / 2 - ahead, 0.1)};
+}
+
+// The level direction in which the points are spread most, from the moments of their distribution.
+Vec LongestExtent(const Object3DS& object) {
+    Vec mean;
+    for (const Vector3D& point : object.points)
+        mean = mean + ToVec(point) * (1.0 / static_cast<double>(object.points.size()));
+    double xx = 0, xz = 0, zz = 0;
+    for (const Vector3D& point : object.points) {
+        const Vec from = ToVec(point) - mean;
+        xx += from.x * from.x;
+        xz += from.x * from.z;
+        zz += from.z * from.z;
+    }
+    const double angle = 0.5 * std::atan2(2 * xz, xx - zz);
+    return {std::cos(angle), 0, std::sin(angle)};
+}
+
+Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& lens, double halfAngle,
+             double descent) {
+    const Vec across = LongestExtent(object);
+    // Nearly the whole extent lies across the picture; a little turn shows the depth.
+    const Vec level = Normalized(Cross(kUp, across) + across * 0.6);
+    std::vector<Vec> points;
+    for (const Vector3D& point : object.points)
+        points.push_back(ToVec(point));
+    for (const PathPoint& point : path)
+        points.push_back(point.position);
+    return Frame(LookAlong({}, level - kUp * descent, kUp), lens, halfAngle, points);
+}
+
+// How much of a tunnel a picture shows at most, in points of the path for each unit of its height.
+constexpr double kMostShown = 24;
+
+// `points`, limited to 1 ... count - 1.
+std::size_t PointsWithin(const CoveredStretch& stretch, double points) {
+    return static_cast<std::size_t>(std::clamp(points, 1.0, static_cast<double>(stretch.count - 1)));
+}
+
+// The tunnel whose entry is the lowest.
+const CoveredStretch& LowestOf(const std::vector<CoveredStretch>& stretches, const TrackPath& path) {
+    const auto height = [&](const CoveredStretch& stretch) {
+        return PointOf(path, stretch.first).position.y;
+    };
+    return *std::ranges::min_element(stretches, {}, height);
+}
+
+// The greatest distance of the path from the straight line between two of its points.
+double BulgeOf(const TrackPath& path, std::size_t from, std::size_t to) {
+    const Vec start = PointOf(path, from).position;
+    const Vec line = Normalized(PointOf(path, to).position - start);
+    double bulge = 0;
+    for (std::size_t i = from; i < to; ++i)
+        bulge = std::max(bulge, Length(Cross(line, PointOf(path, i).position - start)));
+    return bulge;
+}
+
+// The point in the longest tunnel from which the exit is just visible around the bend.
+Aim AimThrough(CameraLens lens, const TrackPath& path, const std::vector<CoveredStretch>& stretches) {
+    const CoveredStretch stretch = *std::ranges::max_element(stretches, {}, &CoveredStretch::count);
+    const std::size_t out = stretch.first + stretch.count;
+    const double roof = stretch.roof;
+    // Not farther than that below any roof: the search takes the square of it.
+    const std::size_t most = PointsWithin(stretch, std::min(kMostShown * roof, 4000.0));
+    std::size_t points = PointsWithin(stretch, 8 * roof);  // from the eye to the exit
+    while (points < most && BulgeOf(path, out - points - 1, out) < 0.45 * roof)
+        ++points;
+    const PathPoint& here = PointOf(path, out - points);
+    const PathPoint& there = PointOf(path, out - points / 2);
+    const double height = 0.36 * roof;
+    const Vec eye = here.position + here.up * height;
+    const Vec forward = there.position + there.up * height - eye;
+    lens.halfAngle = kInsideAngle;
+    return {LookAlong(eye, forward, here.up), lens, Length(forward)};
+}
+
+// The view of the whole object, with which the window starts.
+Aim AimAtWhole(const Object3DS& object, const CameraLens& lens) {
+    constexpr double kDescent = 0.5;
+    return AimAtAll(object, {}, lens, kSideAngle, kDescent);
+}
+
+// The entry of a tunnel, obliquely from outside, so that both the opening and the tunnel are visible.
+Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, const CameraLens& lens) {
+    constexpr double kAhead = 0.76, kAside = 0.65, kDown = 0.2;  // of the direction of view
+    const PathPoint& portal = PointOf(path, tunnel.first);
+    const double roof = tunnel.roof;
+    const std::size_t shown = PointsWithin(tunnel, kMostShown * roof);
+    const Vec ahead = Normalized(portal.forward - kUp * portal.forward.y);
+    const Vec right = Cross(ahead, kUp);
+    // From the outside of the bend: from the other side, the portal would hide the tunnel.
+    const double turn = Dot(PointOf(path, tunnel.first + shown).position - portal.position, right);
+    const Vec aside = right * (turn > 0 ? 1 : -1);
+    std::vector<Vec> points;
+    for (std::size_t i = 0; i < shown; i += 4) {
+        const PathPoint& point = PointOf(path, tunnel.first + i);
+        for (const double side : {-roof, roof})
+            for (const double height : {-0.5 * roof, roof})
+                points.push_back(point.position + point.right * side + point.up * height);
+    }
+    return Frame(LookAlong({}, ahead * kAhead + aside * kAside - kUp * kDown, kUp), lens, kSideAngle, points);
+}
+
+}  // namespace
 
 void CameraControl::Take(const Aim& aim) {
     aimed_ = aim.pose;
@@ -20,11 +166,20 @@ void CameraControl::Fit(const Object3DS& object) {
 }
 
 Outcome CameraControl::LookFrom(ViewFrom view, const Object3DS& object, const TrackPath& path) {
-    Aim aim;
-    const Outcome found = AimFrom(view, object, path, lens_, aim);
-    if (!found) return found;
-    Take(aim);
-    state_ = Fixed{view, aim.pose};
+    constexpr double kSteep = 1.2, kShallow = 0.2;
+    const std::vector<CoveredStretch> stretches = CoveredStretches(path);
+    if (view == ViewFrom::Inside && stretches.empty())
+        return Failure{.reason = path.empty() ? "The view from inside needs the track (--track)."
+                                              : "The track doesn't run through the object."};
+    if (view == ViewFrom::Inside)
+        Take(AimThrough(lens_, path, stretches));
+    else if (view == ViewFrom::Above)
+        Take(AimAtAll(object, path, lens_, kAboveAngle, kSteep));
+    else if (stretches.empty())
+        Take(AimAtAll(object, {}, lens_, kSideAngle, kShallow));
+    else
+        Take(AimAtEntry(LowestOf(stretches, path), path, lens_));
+    state_ = Fixed{view};
     return {};
 }
 
@@ -96,14 +251,12 @@ void CameraControl::Advance(double seconds, const TrackPath& path) {
 
 CameraPose CameraControl::Pose(const TrackPath& path) const {
     if (const Ride* const ride = CurrentRide()) return ride->Pose(path);
-    const Fixed* const fixed = std::get_if<Fixed>(&state_);
-    return fixed ? fixed->pose : orbit_.Pose();
+    return std::holds_alternative<Fixed>(state_) ? aimed_ : orbit_.Pose();
 }
 
 CameraLens CameraControl::Lens() const {
-    constexpr double kRideAngle = 0.62;
     CameraLens lens = lens_;
-    if (CurrentRide()) lens.halfAngle = kRideAngle;
+    if (CurrentRide()) lens.halfAngle = kInsideAngle;
     return lens;
 }
 

@@ -5,9 +5,19 @@
 #include <optional>
 #include <variant>
 
-#include "view/Aim.h"
+#include "base/Outcome.h"
+#include "view/Camera.h"
 
 namespace boreforge {
+
+enum class ViewFrom { Above, Side, Inside };
+
+// Where the eye must be to show the whole object, or one of the views for pictures.
+struct Aim {
+    CameraPose pose;
+    CameraLens lens;
+    double distance;  // to the point that is looked at
+};
 
 // A length in units, and in pixels at the distance that is looked at.
 struct ScaleBar {
@@ -18,7 +28,8 @@ class CameraControl {
   public:
     // Shows the whole object, and again whenever the size changes, until the user moves the camera.
     void Fit(const Object3DS& object);
-    // Takes the view for a picture. If there is no such view, fails and changes nothing.
+    // Takes the view for a picture. Fails and changes nothing if it needs a track that runs through the
+    // object and there is none.
     Outcome LookFrom(ViewFrom view, const Object3DS& object, const TrackPath& path);
     // The size of the picture in pixels; smaller ones count as 1.
     void Resize(int width, int height, const Object3DS& object);
@@ -56,7 +67,6 @@ class CameraControl {
     struct Free {};
     struct Fixed {  // for a picture
         ViewFrom view;
-        CameraPose pose;
     };
 
     void Take(const Aim& aim);

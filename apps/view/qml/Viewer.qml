@@ -10,6 +10,27 @@ Item {
     readonly property bool empty: scene.summary === ""
     property bool picture: false  // one to be saved, without texts
 
+    component Rails: Model {
+        id: rails
+        property bool front: false
+        geometry: root.scene.rails
+        visible: root.scene.hasTrack
+        castsShadows: false
+        materials: CustomMaterial {
+            property vector2d viewport: Qt.vector2d(view.width, view.height)
+            property real thinnest: 0.6  // pixels
+            property real strength: front ? 0.2 : 1
+            property bool front: rails.front
+            shadingMode: CustomMaterial.Unshaded
+            cullMode: Material.NoCulling
+            depthDrawMode: front ? Material.NeverDepthDraw : Material.OpaqueOnlyDepthDraw
+            sourceBlend: front ? CustomMaterial.One : CustomMaterial.NoBlend
+            destinationBlend: front ? CustomMaterial.OneMinusSrcAlpha : CustomMaterial.NoBlend
+            vertexShader: "ribbon.vert"
+            fragmentShader: "ribbon.frag"
+        }
+    }
+
     View3D {
         id: view
         anchors.fill: parent
@@ -95,21 +116,10 @@ Item {
                 cullMode: Material.FrontFaceCulling
             }
         }
-        Model {
-            geometry: root.scene.rails
-            visible: root.scene.hasTrack
-            castsShadows: false
-            materials: RibbonMaterial { viewport_: Qt.size(view.width, view.height) }
-        }
-        Model {  // the rails again, to be seen faintly through the walls
-            geometry: root.scene.rails
+        Rails {}
+        Rails {  // again, to be seen faintly through the walls
             visible: root.scene.hasTrack && !root.scene.lamp
-            castsShadows: false
-            materials: RibbonMaterial {
-                viewport_: Qt.size(view.width, view.height)
-                front: true
-                strength: 0.2
-            }
+            front: true
         }
     }
 
