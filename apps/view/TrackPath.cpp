@@ -1,6 +1,7 @@
 #include "view/TrackPath.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <utility>
@@ -148,6 +149,29 @@ std::vector<CoveredStretch> CoveredStretches(const TrackPath& path) {
     }
     std::erase_if(stretches, [](const CoveredStretch& stretch) { return stretch.count < kShortest; });
     return stretches;
+}
+
+Surroundings SurroundingsOf(const Object3DS& object, const TrackPath& path) {
+    constexpr double kUnderTrack = 0.5;
+    const ObjectBounds bounds = BoundsOf(object);
+    Vec low = ToVec(bounds.low), high = ToVec(bounds.high);
+    double ground = low.y;
+    for (const PathPoint& point : path) {
+        const Vec& p = point.position;
+        ground = std::min(ground, p.y - kUnderTrack);
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    return {(low + high) * 0.5, std::max(1.0, Length(high - low) / 2), ground};
+}
+
+double DistanceToNearest(const Vec& eye, const Object3DS& object, const TrackPath& path) {
+    double nearest = std::numeric_limits<double>::infinity();
+    for (const Vector3D& point : object.points)
+        nearest = std::min(nearest, Length(ToVec(point) - eye));
+    for (const PathPoint& point : path)
+        nearest = std::min(nearest, Length(point.position - eye));
+    return std::isfinite(nearest) ? nearest : 1;
 }
 
 }  // namespace boreforge

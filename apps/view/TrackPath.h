@@ -1,4 +1,4 @@
-// The track's path through an object, and where the object covers it.
+// The track's path through an object, where the object covers it, and the space that both take.
 #pragma once
 
 #include <cstddef>
@@ -38,5 +38,16 @@ void FindCover(TrackPath& path, const Object3DS& object);
 
 // The covered stretches in the order of the path.
 std::vector<CoveredStretch> CoveredStretches(const TrackPath& path);
+
+// The sphere around an object, which has points, and the path, and the height of the ground: under both,
+// since a ride follows the path far away from the object.
+struct Surroundings {
+    Vec center;
+    double radius, ground;
+};
+Surroundings SurroundingsOf(const Object3DS& object, const TrackPath& path);
+
+// From the eye to the nearest point of object and path; 1 if there is none.
+double DistanceToNearest(const Vec& eye, const Object3DS& object, const TrackPath& path);
 
 }  // namespace boreforge

@@ -1,11 +1,18 @@
 #include "view/ViewScene.h"
 
 #include <QFileInfo>
+#include <QLocale>
 #include <QQuaternion>
 
 #include <algorithm>
+#include <cmath>
 #include <tuple>
 #include <utility>
+
+#include "job/mMain.h"
+#include "platform/Files.h"
+#include "shared/ObjectSurfaces.h"
+#include "tracing/mZR_TraceTrack.h"
 
 namespace boreforge {
 
@@ -43,6 +50,50 @@ FileStamp StampOf(const std::string& path) {
     return {file.lastModified(), file.size()};
 }
 
+// "1,234 faces"
+std::string Count(std::size_t count, const std::string& noun) {
+    const QString digits = QLocale(QLocale::English).toString(qulonglong{count});
+    return digits.toStdString() + " " + noun + (count == 1 ? "" : "s");
+}
+
+// Fails, with the path and the reason, if the file can't be read or is damaged, or has no faces or too many.
+Outcome ReadObject(const std::string& path, Object3DS& object) {
+    // More would need too much of the graphics card's memory.
+    constexpr std::size_t kMaxFaces = 2'000'000;
+    const auto refuse = [&](const std::string& reason) { return Failure{.path = path, .reason = reason}; };
+    Bytes file;
+    if (const Outcome read = ReadWholeFile(path, file); !read) return read.With({.path = path});
+    ObjectDamage damage;
+    if (!Read3DSObject(file, object, damage)) return refuse(DamageText(damage));
+    const std::size_t faces = object.faces.size();
+    if (faces == 0) return refuse("It has no faces.");
+    if (faces > kMaxFaces)
+        return refuse("It has " + Count(faces, "face") + "; at most " + Count(kMaxFaces, "face") +
+                      " can be shown.");
+    return {};
+}
+
+// Fails, with the path and the reason, if the track can't be read or followed.
+Outcome ReadPath(const std::string& track, TrackPath& path) {
+    if (Outcome opened = OpenTrack(track); !opened)
+        return Failure{.path = track, .reason = opened.Why().reason};
+    if (!TrackTraced) return Failure{.path = track, .reason = "The track's path can't be followed."};
+    path = PathOfTrace();
+    return {};
+}
+
+// What the object consists of, in a line.
+std::string Summary(const Object3DS& object, const std::vector<ObjectSurface>& surfaces) {
+    const ObjectBounds bounds = BoundsOf(object);
+    const auto rounded = [](float low, float high) { return std::to_string(std::lround(high - low)); };
+    std::string text = Count(object.meshCount, "object") + ", " + Count(object.faces.size(), "face") + ", " +
+                       Count(surfaces.size(), "tunnel") + ", " + rounded(bounds.low.x, bounds.high.x) +
+                       " × " + rounded(bounds.low.z, bounds.high.z) + " units, " +
+                       rounded(bounds.low.y, bounds.high.y) + " high";
+    if (std::ranges::any_of(surfaces, &ObjectSurface::FacesWrongly)) text += " – walls face the wrong way";
+    return text;
+}
+
 }  // namespace
 
 ViewScene::ViewScene() {
@@ -53,7 +104,6 @@ ViewScene::ViewScene() {
     properties.insert("radius", 1);
     properties.insert("groundHeight", 0);
     properties.insert("transparent", false);
-    properties.insert("hasTrack", false);
     properties.insert("summary", QString());
     properties.insert("objectProblem", QString());
     properties.insert("trackProblem", QString());
@@ -72,18 +122,21 @@ ViewScene::ViewScene() {
 Outcome ViewScene::OpenObject(const std::string& path) {
     path_ = path;
     read_ = StampOf(path);
-    const Outcome read = ReadObject(path, shown_);
+    Object3DS object;
+    const Outcome read = ReadObject(path, object);
     properties.insert("objectProblem", TextOf(read));
     if (!read) return read;
-    properties.insert("summary", QString::fromStdString(Summary(shown_)));
+    object_ = std::move(object);
+    const std::vector<ObjectSurface> surfaces = FindSurfaces(object_);
+    properties.insert("summary", QString::fromStdString(Summary(object_, surfaces)));
     ShowGeometry();
     if (path != shownPath_) {
         shownPath_ = path;
         // Back faces would show through transparent walls, and where the two sides of a wall are equally far
         // away.
         Switch("backFaces",
-               !IsOn("transparent") && std::ranges::none_of(shown_.surfaces, &ObjectSurface::IsDoubleSided));
-        camera.Fit(shown_.object);
+               !IsOn("transparent") && std::ranges::none_of(surfaces, &ObjectSurface::IsDoubleSided));
+        camera.Fit(object_);
     }
     ShowCamera();
     return {};
@@ -114,17 +167,15 @@ void ViewScene::ReadIfChanged() {
 }
 
 void ViewScene::ShowGeometry() {
-    const Object3DS& object = shown_.object;
-    if (object.faces.empty()) return;
-    FindCover(track_, object);
-    ShowWalls(object, walls_);
+    if (object_.faces.empty()) return;
+    FindCover(track_, object_);
+    ShowWalls(object_, walls_);
     ShowRails(track_, rails_);
-    const Surroundings around = SurroundingsOf(object, track_);
+    const Surroundings around = SurroundingsOf(object_, track_);
     properties.insert("center", ToQt(around.center));
     properties.insert("radius", around.radius);
     properties.insert("groundHeight", around.ground);
-    properties.insert("hasTrack", !track_.empty());
-    Switch("transparent", std::ranges::any_of(object.materials, [](const auto& material) {
+    Switch("transparent", std::ranges::any_of(object_.materials, [](const auto& material) {
                return material.transparency > 0;
            }));
 }
@@ -137,7 +188,7 @@ void ViewScene::ShowCamera() {
     properties.insert("sun", SunFor(camera.AimedPose()));
     properties.insert("fieldOfView", camera.Lens().VerticalDegrees());
     // As large as possible: otherwise distant surfaces get equal depths, and backs show through the walls.
-    properties.insert("clipNear", std::max(0.05, DistanceToNearest(pose.eye, shown_.object, track_) / 3));
+    properties.insert("clipNear", std::max(0.05, DistanceToNearest(pose.eye, object_, track_) / 3));
     properties.insert("lamp", camera.IsInTunnel(track_));
     properties.insert("scaleBarPixels", scale ? scale->pixels : 0);
     if (scale)
@@ -145,7 +196,7 @@ void ViewScene::ShowCamera() {
             "scaleBarText",
             QStringLiteral("%1 %2").arg(scale->units).arg(scale->units == 1 ? "unit" : "units"));
     const Ride* const ride = camera.CurrentRide();
-    properties.insert("rideText", RideText(ride, shown_.object, track_));
+    properties.insert("rideText", RideText(ride, object_, track_));
     if (!ride || !ride->isMoving) {
         rideTimer_.stop();
     } else if (!rideTimer_.isActive()) {

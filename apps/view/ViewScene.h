@@ -13,7 +13,6 @@
 
 #include "view/CameraControl.h"
 #include "view/Geometry.h"
-#include "view/ObjectFile.h"
 
 namespace boreforge {
 
@@ -32,7 +31,7 @@ class ViewScene {
     void FollowFile();
 
     const std::string& ObjectPath() const { return path_; }
-    const Object3DS& Object() const { return shown_.object; }
+    const Object3DS& Object() const { return object_; }
     const TrackPath& Track() const { return track_; }
 
     // Call ShowCamera after changing the camera.
@@ -59,7 +58,7 @@ class ViewScene {
 
     std::string path_, shownPath_;  // shownPath_: of the object that was read last
     FileStamp read_, seen_;         // of the object's file: when it was read, and when it was last looked at
-    ShownObject shown_;
+    Object3DS object_;
     TrackPath track_;
     QQuick3DGeometry walls_, rails_;
     QTimer fileTimer_, rideTimer_;

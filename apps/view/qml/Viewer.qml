@@ -14,7 +14,6 @@ Item {
         id: rails
         property bool front: false
         geometry: root.scene.rails
-        visible: root.scene.hasTrack
         castsShadows: false
         materials: CustomMaterial {
             property vector2d viewport: Qt.vector2d(view.width, view.height)
@@ -118,7 +117,7 @@ Item {
         }
         Rails {}
         Rails {  // again, to be seen faintly through the walls
-            visible: root.scene.hasTrack && !root.scene.lamp
+            visible: !root.scene.lamp
             front: true
         }
     }

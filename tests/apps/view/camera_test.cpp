@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include "view/CameraControl.h"
-#include "view/ObjectFile.h"
 
 namespace boreforge {
 
