@@ -37,15 +37,6 @@ int SideOf(const Vec& a, const Vec& b, const Vec& p) {
     return product > 0 ? 1 : product < 0 ? -1 : 0;
 }
 
-double SignedArea(const Contour& contour) {
-    double area = 0;
-    for (std::size_t i = 0; i < contour.size(); ++i) {
-        const Vec &p = contour[i], &q = After(contour, i);
-        area += (p.x * q.y - q.x * p.y) / 2;
-    }
-    return area;
-}
-
 bool IsBetween(const Vec& p, const Vec& a, const Vec& b) {
     return std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x) && std::min(a.y, b.y) <= p.y &&
            p.y <= std::max(a.y, b.y);
@@ -86,10 +77,6 @@ bool ContoursCross(const Contour& one, const Contour& other) {
     return false;
 }
 
-bool AreFinite(const std::vector<Vector3D>& points) {
-    return std::ranges::all_of(points, [](const Vector3D& point) { return IsFinite(point); });
-}
-
 // Whether the origin is enclosed: a ray from it to the right crosses an odd number of edges.
 bool EnclosesOrigin(const Contour& contour) {
     bool isInside = false;
@@ -114,14 +101,15 @@ double Thousandths(double value) { return std::round(value * 1000) / 1000; }
 std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided) {
     const std::size_t nodes = shape.InsideNodes.size();
     if (nodes == 0) return {"The shape is empty, so the object has no faces."};
-    if (!AreFinite(shape.InsideNodes) || !AreFinite(shape.OutsideNodes))
+    if (!IsFinite(shape.InsideNodes) || !IsFinite(shape.OutsideNodes))
         return {"The shape has coordinates that are not finite; most programs will refuse the object."};
     std::vector<std::string> warnings;
     if (nodes < 3) warnings.push_back("The shape has fewer than three nodes.");
-    const Contour contours[] = {ContourOf(shape.InsideNodes), ContourOf(shape.OutsideNodes)};
+    const std::vector<Vector3D>* const drawn[] = {&shape.InsideNodes, &shape.OutsideNodes};
+    const Contour contours[] = {ContourOf(*drawn[0]), ContourOf(*drawn[1])};
     const std::string names[] = {"The inside contour", "The outside contour"};
     for (int i = 0; i < 2; ++i) {
-        if (SignedArea(contours[i]) < 0 && !doubleSided)
+        if (TwiceAreaOf(*drawn[i]) < 0 && !doubleSided)
             warnings.push_back(names[i] + " is drawn clockwise, so its walls face the wrong way.");
         if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[i], contours[i]))
             warnings.push_back(names[i] + " crosses itself.");
@@ -131,15 +119,15 @@ std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubl
     return warnings;
 }
 
-std::optional<ClearRoom> ClearRoomOf(const TunnelShapeState& shape) {
-    if (shape.InsideNodes.empty() || !AreFinite(shape.InsideNodes)) return std::nullopt;
+std::optional<Clearance> ClearanceOf(const TunnelShapeState& shape) {
+    if (shape.InsideNodes.empty() || !IsFinite(shape.InsideNodes)) return std::nullopt;
     const Contour contour = ContourOf(shape.InsideNodes);
     const auto [left, right] = std::ranges::minmax(contour, {}, &Vec::x);
     const auto [bottom, top] = std::ranges::minmax(contour, {}, &Vec::y);
     double nearest = EnclosesOrigin(contour) ? std::numeric_limits<double>::infinity() : 0;
     for (std::size_t i = 0; i < contour.size(); ++i)
         nearest = std::min(nearest, DistanceFromOrigin(contour[i], After(contour, i)));
-    return ClearRoom{Thousandths(right.x - left.x), Thousandths(top.y - bottom.y), Thousandths(nearest)};
+    return Clearance{Thousandths(right.x - left.x), Thousandths(top.y - bottom.y), Thousandths(nearest)};
 }
 
 }  // namespace boreforge

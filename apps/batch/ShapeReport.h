@@ -15,12 +15,12 @@ namespace boreforge {
 std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubleSided);
 
 // The room inside a shape, in units of the track, rounded to thousandths.
-struct ClearRoom {
+struct Clearance {
     double width = 0, height = 0;  // of the inside contour at its widest and highest
     double aroundPath = 0;         // from the path to the nearest wall; 0 if the path isn't inside
 };
 
 // Nothing for an empty shape and for coordinates that aren't finite. z is ignored.
-std::optional<ClearRoom> ClearRoomOf(const TunnelShapeState& shape);
+std::optional<Clearance> ClearanceOf(const TunnelShapeState& shape);
 
 }  // namespace boreforge

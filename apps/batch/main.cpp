@@ -152,7 +152,7 @@ Json JsonOf(const BatchOptions& options, const TrackReport& report) {
     return json;
 }
 
-void PrintReport(const BatchOptions& options, const Messages& messages, const std::optional<ClearRoom>& room,
+void PrintReport(const BatchOptions& options, const Messages& messages, const std::optional<Clearance>& room,
                  const std::vector<TrackReport>& reports) {
     Json json = {{"version", 1}, {"warnings", messages.warnings}, {"errors", messages.errors}};
     if (room) {
@@ -180,7 +180,7 @@ Outcome MakeFolder(const BatchOptions& options, bool& isNew) {
                    .reason = error.message() + "."};
 }
 
-void PrintRoom(const ClearRoom& room) {
+void PrintRoom(const Clearance& room) {
     std::printf("The shape is %s wide and %s high inside, with %s around the path.\n",
                 Number(room.width).c_str(), Number(room.height).c_str(), Number(room.aroundPath).c_str());
 }
@@ -192,7 +192,7 @@ int RunBatch(const BatchOptions& options) {
     }
     Messages messages;
     PrepareShape(options, messages);
-    const std::optional<ClearRoom> room = ClearRoomOf(TunnelShape);
+    const std::optional<Clearance> room = ClearanceOf(TunnelShape);
     if (room && options.dryRun && !options.json) PrintRoom(*room);
     bool isNewFolder = false;
     if (messages.errors.empty())

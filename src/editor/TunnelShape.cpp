@@ -32,18 +32,6 @@ struct Direction {
     double x = 0, y = 0;
 };
 
-// Twice the enclosed area, positive if the contour winds counter-clockwise; NaN or infinite if a coordinate
-// is. Relative to the first point, which keeps the rounding small.
-double TwiceAreaOf(const std::vector<Vector3D>& contour) {
-    double area = 0;
-    for (std::size_t i = 0; i < contour.size(); ++i) {
-        const Vector3D &origin = contour[0], &a = contour[i], &b = contour[(i + 1) % contour.size()];
-        area += (double(a.x) - origin.x) * (double(b.y) - origin.y) -
-                (double(b.x) - origin.x) * (double(a.y) - origin.y);
-    }
-    return area;
-}
-
 // The unit vector from a node to the next one at another position; `step` is 1 forward and the number of
 // nodes less 1 backward. There must be such a node.
 Direction DirectionFrom(const std::vector<Vector3D>& contour, std::size_t node, std::size_t step) {
@@ -80,6 +68,20 @@ void ForEachPoint(Change change) {
 }
 
 }  // namespace
+
+bool IsFinite(const std::vector<Vector3D>& contour) {
+    return std::ranges::all_of(contour, [](const Vector3D& point) { return IsFinite(point); });
+}
+
+double TwiceAreaOf(const std::vector<Vector3D>& contour) {
+    double area = 0;
+    for (std::size_t i = 0; i < contour.size(); ++i) {
+        const Vector3D &origin = contour[0], &a = contour[i], &b = contour[(i + 1) % contour.size()];
+        area += (double(a.x) - origin.x) * (double(b.y) - origin.y) -
+                (double(b.x) - origin.x) * (double(a.y) - origin.y);
+    }
+    return area;
+}
 
 void ResetTunnelShape() {
     TunnelShapeState fresh;
@@ -133,7 +135,7 @@ bool MakeWallEven(double thickness) {
         outside.push_back({static_cast<float>(inside[node].x + thickness * mitre.x),
                            static_cast<float>(inside[node].y + thickness * mitre.y), inside[node].z});
     }
-    if (!std::ranges::all_of(outside, [](const Vector3D& point) { return IsFinite(point); })) return false;
+    if (!IsFinite(outside)) return false;
     TunnelShape.OutsideNodes = std::move(outside);
     return true;
 }

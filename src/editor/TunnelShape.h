@@ -48,6 +48,13 @@ void FlipTunnelShape();
 // selected.
 void ReverseTunnelShape();
 
+// Whether all coordinates are finite.
+bool IsFinite(const std::vector<Vector3D>& contour);
+
+// Twice the area that a contour encloses, positive if it winds counter-clockwise. Relative to the first
+// point, which keeps the rounding small.
+double TwiceAreaOf(const std::vector<Vector3D>& contour);
+
 // Moves every outside point to the offset of the inside contour by `thickness`, with mitred corners, on the
 // side that isn't enclosed, whichever way the contour winds. A mitre is at most 3 times as long as the
 // thickness. Returns false and changes nothing for a contour of fewer than three nodes, without an area, or

@@ -21,8 +21,7 @@ TEST_F(CheckTest, NamesAreOnOneLineAndCut) {
     EXPECT_EQ(Check("o.3ds"), 0);
     EXPECT_TRUE(Contains(Text("out"), "\nSurface 1: 1 face of ???" + std::string(57, 'M') + "...\n"));
     EXPECT_EQ(Check("o.3ds --json"), 0);
-    EXPECT_TRUE(
-        Contains(Text("out"), R"("materials":["\u202e\n\ufffd)" + std::string(57, 'M') + "...\"]}"));
+    EXPECT_TRUE(Contains(Text("out"), R"("materials":["\u202e\n\ufffd)" + std::string(57, 'M') + "...\"]}"));
 }
 
 TEST(ObjectSurfaces, EdgesAndFacingFollowFromTheFaces) {

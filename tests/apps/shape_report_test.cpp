@@ -74,7 +74,7 @@ TEST(ShapeReportTest, TheRoomIsMeasuredFromTheInsideContour) {
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.name);
-        const std::optional<ClearRoom> room = ClearRoomOf({.InsideNodes = row.inside, .OutsideNodes = {}});
+        const std::optional<Clearance> room = ClearanceOf({.InsideNodes = row.inside, .OutsideNodes = {}});
         ASSERT_TRUE(room);
         EXPECT_EQ(room->width, row.width);
         EXPECT_EQ(room->height, row.height);
@@ -83,8 +83,8 @@ TEST(ShapeReportTest, TheRoomIsMeasuredFromTheInsideContour) {
 }
 
 TEST(ShapeReportTest, AShapeWithoutNodesOrWithCoordinatesThatAreNotFiniteHasNoRoom) {
-    EXPECT_FALSE(ClearRoomOf({}));
-    EXPECT_FALSE(ClearRoomOf({.InsideNodes = {{0, NAN, 0}}, .OutsideNodes = {}}));
+    EXPECT_FALSE(ClearanceOf({}));
+    EXPECT_FALSE(ClearanceOf({.InsideNodes = {{0, NAN, 0}}, .OutsideNodes = {}}));
 }
 
 }  // namespace boreforge
