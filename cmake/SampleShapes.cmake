@@ -9,7 +9,7 @@ foreach(shape ${shapes})
     string(REGEX REPLACE "(..)" "\\\\x\\1" bytes "${bytes}")
     string(APPEND rows "    {\"${name}\", {\"${bytes}\", ${size}}},\n")
 endforeach()
-file(WRITE ${OUTPUT} "#include \"editor/SampleShapes.h\"
+file(WRITE ${OUTPUT} "#include \"editor/TunnelShapeFile.h\"
 
 const std::vector<boreforge::SampleShape> boreforge::kSampleShapes = {
 ${rows}};

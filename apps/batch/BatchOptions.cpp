@@ -4,12 +4,11 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
-#include <set>
 #include <string_view>
 
 #include "base/FileTags.h"
 #include "base/Text.h"
-#include "editor/SampleShapes.h"
+#include "editor/TunnelShapeFile.h"
 
 namespace boreforge {
 
@@ -86,13 +85,10 @@ std::vector<BatchJob> FolderJobs(const BatchOptions& options) {
     std::vector<std::string> tracks = {options.track};
     tracks.insert(tracks.end(), options.otherFiles.begin(), options.otherFiles.end());
     std::vector<BatchJob> jobs;
-    std::set<std::string> names;
     for (const std::string& track : tracks) {
         RequireExtension(track, kTrackExtension);
         std::string name(BaseName(track));
         name.resize(name.size() - kTrackExtension.size());
-        if (!names.insert(name).second)
-            throw CLI::ValidationError("--output-folder", "two tracks have the name '" + OneLine(name) + "'");
         const std::string output = options.outputFolder + "/" + name;
         jobs.push_back({track, output + std::string(kObjectExtension),
                         options.noTrack ? "" : output + std::string(kTrackExtension)});

@@ -7,14 +7,12 @@
 #include <optional>
 #include <string>
 #include <system_error>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "base/Text.h"
 #include "batch/BatchOptions.h"
 #include "batch/ShapeReport.h"
-#include "editor/SampleShapes.h"
 #include "editor/TunnelShape.h"
 #include "editor/TunnelShapeFile.h"
 #include "export3ds/Save3DSFile.h"
@@ -31,7 +29,7 @@ namespace {
 
 constexpr char kProgram[] = "boreforge-batch";
 
-// What the program has said about a file, for the report in JSON. It is on standard error at once.
+// What was said about a file, for the report in JSON. Each message is already on standard error.
 struct Messages {
     std::vector<std::string> warnings, errors;
 };
@@ -48,9 +46,9 @@ void Warn(const BatchOptions& options, const std::string& path, const std::strin
     (options.strict ? messages.errors : messages.warnings).push_back(text);
 }
 
-void Refuse(const Outcome& outcome, Messages& messages) {
+void ReportError(const Outcome& outcome, Messages& messages) {
     messages.errors.push_back(FailureText(outcome.Why()));
-    std::ignore = Fail(kProgram, outcome);
+    PrintFailure(kProgram, outcome.Why());
 }
 
 // Every output of all jobs is compared with every input and with every other output, also through links and
@@ -78,14 +76,14 @@ void PrepareShape(const BatchOptions& options, Messages& messages) {
         LoadSampleShape(options.preset);
     } else if (const Outcome loaded = LoadTunnelShape(options.shape); !loaded) {
         const Failure context = {.headline = "Error - Invalid Tunnel Shape File!", .path = options.shape};
-        return Refuse(loaded.With(context), messages);
+        return ReportError(loaded.With(context), messages);
     }
     for (const std::string& warning : ShapeWarnings(TunnelShape, options.choices.doubleSided))
         Warn(options, options.shape, warning, messages);
 }
 
 // What a save of the open track drops, or an empty text.
-std::string Losses() {
+std::string DroppedBySave() {
     std::string lost;
     if (TrackOnDisk.foreignChunks > 0)
         lost = Count(TrackOnDisk.foreignChunks, "chunk") + " of an unknown kind";
@@ -108,10 +106,10 @@ TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
     TrackReport report;
     report.job = job;
     if (const Outcome opened = OpenTrack(job.track); !opened) {
-        Refuse(opened, report.messages);
+        ReportError(opened, report.messages);
         return report;
     }
-    if (const std::string lost = Losses(); !options.noTrack && !lost.empty())
+    if (const std::string lost = DroppedBySave(); !options.noTrack && !lost.empty())
         Warn(options, job.track, "It has " + lost + "; the saved track won't have them.", report.messages);
     if (!report.messages.errors.empty()) return report;
     if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
@@ -122,7 +120,7 @@ TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
     const Outcome made =
         RunTunnelJob(settings, {.leavesTrack = options.noTrack, .writesNothing = options.dryRun});
     if (!made) {
-        Refuse(made.With({.path = job.track}), report.messages);
+        ReportError(made.With({.path = job.track}), report.messages);
         return report;
     }
     report.objects = Model3DS.MeshCount();
@@ -187,7 +185,7 @@ void PrintRoom(const Clearance& room) {
 
 int RunBatch(const BatchOptions& options) {
     if (const std::string conflict = ConflictOf(options); !conflict.empty()) {
-        std::ignore = Fail(kProgram, Failure{.reason = conflict});
+        PrintFailure(kProgram, {.reason = conflict});
         return kWrongUsage;
     }
     Messages messages;
@@ -196,7 +194,7 @@ int RunBatch(const BatchOptions& options) {
     if (room && options.dryRun && !options.json) PrintRoom(*room);
     bool isNewFolder = false;
     if (messages.errors.empty())
-        if (const Outcome made = MakeFolder(options, isNewFolder); !made) Refuse(made, messages);
+        if (const Outcome made = MakeFolder(options, isNewFolder); !made) ReportError(made, messages);
     std::vector<TrackReport> reports;
     bool isGood = messages.errors.empty();
     if (isGood)

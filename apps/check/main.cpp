@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "base/Text.h"
@@ -174,8 +173,8 @@ ObjectReport Examine(const std::string& path) {
     report.path = path;
     Bytes file;
     if (const Outcome read = ReadWholeFile(path, file); !read) {
-        std::ignore =
-            Fail(kProgram, read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}));
+        PrintFailure(kProgram,
+                     read.With({.headline = "Error - The 3DS Object Can't Be Read!", .path = path}).Why());
         report.damage.reason = read.Why().reason;
         report.result = Verdict::Unreadable;
         return report;

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <iostream>
 #include <new>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -45,14 +44,14 @@ int ParseAndWork(CLI::App& application, int count, char** arguments, const std::
         return application.exit(request);  // prints the help or the version
     } catch (const CLI::ParseError& error) {
         const std::string fault = UsageFault(application, error);
-        std::ignore = Fail(name, Failure{.reason = fault, .consequence = "Try '" + name + " --help'."});
+        PrintFailure(name, {.reason = fault, .consequence = "Try '" + name + " --help'."});
         return kWrongUsage;
     }
     return work();
 }
 
-// False, with the reason in errno, if standard output has failed. CLI11 prints by the first of the two
-// streams.
+// False, with the reason in errno, if standard output has failed. CLI11 prints to std::cout, the
+// programs to stdout.
 bool FlushOutput() {
     errno = 0;
     std::cout.flush();
@@ -70,12 +69,13 @@ int RunProgram(CLI::App& application, int count, char** arguments, const std::fu
     try {
         status = ParseAndWork(application, count, arguments, work);
     } catch (const std::bad_alloc&) {
-        return Fail(application.get_name(), Failure{.headline = "Error - Not Enough Memory!"});
+        PrintFailure(application.get_name(), {.headline = "Error - Not Enough Memory!"});
     }
     if (FlushOutput()) return status;
-    return Fail(application.get_name(), Failure{.headline = "Error - The Output Can't Be Written!",
-                                                .reason = SystemFailure(errno).reason,
-                                                .consequence = "Files that were saved are complete."});
+    PrintFailure(application.get_name(), {.headline = "Error - The Output Can't Be Written!",
+                                          .reason = SystemFailure(errno).reason,
+                                          .consequence = "Files that were saved are complete."});
+    return kFailed;
 }
 
 std::optional<std::int32_t> ParseNumber(std::string_view text, std::int32_t min, std::int32_t max, int base) {
@@ -115,12 +115,10 @@ std::string FailureText(const Failure& failure) {
     return text + failure.reason;
 }
 
-ExitStatus Fail(const std::string& program, const Outcome& outcome) {
-    const Failure& failure = outcome.Why();
+void PrintFailure(const std::string& program, const Failure& failure) {
     std::string text = FailureText(failure);
     if (!failure.consequence.empty()) text += "\n  " + failure.consequence;
     PrintMessage(program, failure.path, true, text);
-    return kFailed;
 }
 
 void PrintMessage(const std::string& program, const std::string& path, bool isError,

@@ -47,15 +47,16 @@ CLI::Option* AddPath(CLI::App& application, const std::string& name, std::string
 // Checks that an option's value is not empty.
 CLI::Validator NotEmpty();
 
-// Checks that an option's value is a file name with this extension, see HasExtension, which must stay valid.
+// Checks that an option's value is a file name with this extension, see HasExtension. The text of
+// `extension` must outlive the validator.
 CLI::Validator EndsIn(std::string_view extension);
 
 // What went wrong, in one line: the headline without "Error - ", then the reason.
 std::string FailureText(const Failure& failure);
 
-// Prints "PROGRAM: FILE: error: TEXT" to standard error, with the consequence indented below it, and returns
-// kFailed. A failure without a path has no FILE. The advice is left out: it is for users of the window.
-ExitStatus Fail(const std::string& program, const Outcome& outcome);
+// Prints "PROGRAM: FILE: error: TEXT" to standard error, with the consequence indented below it. A failure
+// without a path has no FILE. The advice is left out: it is for users of the window.
+void PrintFailure(const std::string& program, const Failure& failure);
 
 // Prints "PROGRAM: FILE: error: TEXT", or the same with "warning", to standard error. `path` may be empty.
 void PrintMessage(const std::string& program, const std::string& path, bool isError, const std::string& text);

@@ -49,16 +49,17 @@ void AddOptions(CLI::App& application, Options& options) {
     application.footer(
         "The picture from the side shows the lowest portal of the object and the way into it; without a "
         "track,\n"
-        "the whole object. The one from inside leads along the track through the longest tunnel.\n"
+        "the whole object. The one from inside looks along the track through the longest tunnel.\n"
         "\n"
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2 an existing FILE.png is unchanged.");
-    AddPath(application, "OBJECT", options.object, "FILE.3ds",
-            "The object; without it, a dialog asks for one");
+        "After 1 or 2, an existing FILE.png is unchanged.");
+    CLI::Option* const object = AddPath(application, "OBJECT", options.object, "FILE.3ds",
+                                        "The object; without it, a dialog asks for one");
     AddPath(application, "--track", options.track, "FILE.zrtrack", "Also show this track, and ride along it");
     CLI::Option* const save =
         AddPath(application, "--save", options.picture, "FILE.png", "Save a picture, and open no window")
-            ->check(EndsIn(".png"));
+            ->check(EndsIn(".png"))
+            ->needs(object);
     AddParsed(application, "--from", options.from, ParseView, "above|side|inside",
               "Viewpoint (default: side); inside needs --track")
         ->needs(save);
@@ -81,19 +82,16 @@ Outcome OpenFiles(const Options& options, ViewScene& scene) {
     return object.Then([&] { return track; });
 }
 
-int MakePicture(const Options& options) {
-    if (const Outcome checked = CheckPicturePath(options); !checked) return Fail(kProgram, checked);
+Outcome MakePicture(const Options& options) {
+    if (const Outcome checked = CheckPicturePath(options); !checked) return checked;
     ViewScene scene;
     scene.camera.Resize(options.size.width(), options.size.height(), scene.Object());
     const Outcome ready = OpenFiles(options, scene).Then([&] {
         return scene.camera.LookFrom(options.from, scene.Object(), scene.Track());
     });
-    if (!ready)
-        return Fail(kProgram,
-                    ready.With({.headline = "Error - There Is Nothing to Draw!", .path = options.object}));
+    if (!ready) return ready.With({.headline = "Error - There Is Nothing to Draw!", .path = options.object});
     scene.ShowCamera();
-    const Outcome saved = SavePicture(options.picture, DrawPicture(scene, options.size));
-    return saved ? kDone : Fail(kProgram, saved);
+    return SavePicture(options.picture, DrawPicture(scene, options.size));
 }
 
 int ShowWindow(const Options& options) {
@@ -107,10 +105,6 @@ int ShowWindow(const Options& options) {
 }
 
 int Run(const Options& options, char* program) {
-    if (!options.picture.empty() && options.object.empty()) {
-        std::ignore = Fail(kProgram, Failure{.reason = "--save needs an object."});
-        return kWrongUsage;
-    }
     // OpenGL on every system, so that a saved picture and the window are drawn alike.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
     QSurfaceFormat format;
@@ -129,7 +123,10 @@ int Run(const Options& options, char* program) {
     QApplication::setWindowIcon(IconOf("boreforge"));
     QApplication::setDesktopFileName("org.zephyrail.boreforge.view");
     QApplication::setApplicationVersion(kVersion);
-    return options.picture.empty() ? ShowWindow(options) : MakePicture(options);
+    if (options.picture.empty()) return ShowWindow(options);
+    const Outcome made = MakePicture(options);
+    if (!made) PrintFailure(kProgram, made.Why());
+    return made ? kDone : kFailed;
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "editor/SampleShapes.h"
+#include "editor/TunnelShapeFile.h"
 
 namespace boreforge {
 

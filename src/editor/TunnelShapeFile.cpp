@@ -6,7 +6,6 @@
 #include <tuple>
 
 #include "base/FileTags.h"
-#include "editor/SampleShapes.h"
 #include "editor/TunnelShape.h"
 #include "editor/modFileIO.h"
 

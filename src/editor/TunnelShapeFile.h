@@ -3,6 +3,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/Outcome.h"
 
@@ -15,5 +17,18 @@ Outcome LoadTunnelShape(const std::string& path);
 
 // Saves the shape to `path`, replacing any file except a track. If it fails, an existing file is unchanged.
 Outcome SaveTunnelShape(const std::string& path);
+
+// A shape of the folder elements/. They are part of the programs, so that they are there wherever these are
+// installed.
+struct SampleShape {
+    std::string_view name;  // of the file, without .zrbf
+    std::string_view file;  // its bytes
+};
+
+// In alphabetical order. Written by cmake/SampleShapes.cmake.
+extern const std::vector<SampleShape> kSampleShapes;
+
+// Replaces the shape with a sample shape, or empties it if there is none of this name.
+void LoadSampleShape(std::string_view name);
 
 }  // namespace boreforge

@@ -156,7 +156,7 @@ refuse 2 "'u' doesn't end in .zrtrack" t.zrtrack o.3ds --track-out u
 refuse 2 "not expected: third" t.zrtrack o.3ds third
 refuse 2 "several tracks need --output-folder" t.zrtrack u.zrtrack
 refuse 2 "--shape has no value" t.zrtrack o.3ds --shape= s.zrbf
-refuse 2 "two tracks have the name 't'" t.zrtrack u.zrtrack a/t.zrtrack --output-folder .
+refuse 2 "'new/t.3ds' and 'new/t.3ds' are the same file" t.zrtrack u.zrtrack a/t.zrtrack --output-folder new
 refuse 2 "'o.3ds' doesn't end in .zrtrack" t.zrtrack o.3ds --output-folder .
 refuse 2 "excludes" t.zrtrack --output-folder . --track-out x.zrtrack
 refuse 2 "excludes" t.zrtrack o.3ds --no-track --track-out x.zrtrack

@@ -126,7 +126,7 @@ TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
         {"o.3ds --save track.png", 1, "That File Is a Track!"},
         {"o.3ds --save o.3ds", 2, "doesn't end in .png"},
         {"o.3ds --save p.png --size 5x720", 2, "not '5x720'"},
-        {"--save p.png", 2, "needs an object"},
+        {"--save p.png", 2, "requires OBJECT"},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(Run(kView + c.arguments), c.status) << c.arguments;
