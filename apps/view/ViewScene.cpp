@@ -97,7 +97,9 @@ std::string Summary(const Object3DS& object, const std::vector<ObjectSurface>& s
 }  // namespace
 
 ViewScene::ViewScene() {
-    constexpr int kFrame = 16;  // milliseconds
+    constexpr int kFrame = 16;   // milliseconds
+    ShowWalls(object_, walls_);  // empty at first, but without a layout they can't be drawn
+    ShowRails(track_, rails_);
     properties.insert("walls", QVariant::fromValue<QObject*>(&walls_));
     properties.insert("rails", QVariant::fromValue<QObject*>(&rails_));
     properties.insert("center", QVector3D());  // of the sphere around object and track

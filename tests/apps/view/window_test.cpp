@@ -140,6 +140,15 @@ TEST_F(ViewTest, SaysHowToRunWithoutADisplay) {
     EXPECT_NE(Text("err").find("xvfb-run -a boreforge-view"), std::string::npos) << Text("err");
 }
 
+TEST_F(ViewTest, AWindowWithoutAnObjectIsDrawn) {
+    ViewScene scene;
+    ViewWindow window(scene);
+    window.resize(640, 400);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, kPatience));
+    EXPECT_GT(window.grabWindow().pixelColor(10, 10).blue(), 150) << "the sky";
+}
+
 TEST_F(ViewWindowTest, DragTurnsAndWheelZooms) {
     const CameraPose before = scene.Pose();
     QTest::mousePress(window.get(), Qt::LeftButton, {}, {300, 200});
