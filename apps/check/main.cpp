@@ -27,21 +27,16 @@ struct ObjectReport {
     Verdict result = Verdict::Damaged;
 };
 
-// A box in the file's axes: its y is -z of the track, its z is y of the track.
-struct FileBounds {
-    float low[3], high[3];
-};
-FileBounds InFileAxes(const ObjectBounds& bounds) {
-    return {{bounds.low.x, -bounds.high.z, bounds.low.y}, {bounds.high.x, -bounds.low.z, bounds.high.y}};
+// From the track's axes to the file's, where y is -z of the track, and z is y of the track.
+ObjectBounds InFileAxes(const ObjectBounds& bounds) {
+    const auto& [low, high] = bounds;
+    return {{low.x, -high.z, low.y}, {high.x, -low.z, high.y}};
 }
 
 std::string BoundsText(const ObjectBounds& bounds) {
-    const FileBounds box = InFileAxes(bounds);
-    std::string text;
-    for (int axis = 0; axis < 3; ++axis)
-        text += std::string(axis > 0 ? ", " : "") + "xyz"[axis] + " " + Number(box.low[axis]) + " to " +
-                Number(box.high[axis]);
-    return text;
+    const auto [low, high] = InFileAxes(bounds);
+    return "x " + Number(low.x) + " to " + Number(high.x) + ", y " + Number(low.y) + " to " + Number(high.y) +
+           ", z " + Number(low.z) + " to " + Number(high.z);
 }
 
 bool HasVolume(const ObjectSurface& surface) {
@@ -104,9 +99,9 @@ std::string VerdictText(const ObjectReport& report) {
 }
 
 Json BoundsJson(const ObjectBounds& bounds) {
-    const FileBounds box = InFileAxes(bounds);
-    const auto corner = [](const float(&p)[3]) { return Json{ToJson(p[0]), ToJson(p[1]), ToJson(p[2])}; };
-    return {{"low", corner(box.low)}, {"high", corner(box.high)}};
+    const auto [low, high] = InFileAxes(bounds);
+    const auto corner = [](const Vector3D& p) { return Json{ToJson(p.x), ToJson(p.y), ToJson(p.z)}; };
+    return {{"low", corner(low)}, {"high", corner(high)}};
 }
 
 Json SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {

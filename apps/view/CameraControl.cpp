@@ -179,7 +179,7 @@ Outcome CameraControl::LookFrom(ViewFrom view, const Object3DS& object, const Tr
         Take(AimAtAll(object, {}, lens_, kSideAngle, kShallow));
     else
         Take(AimAtEntry(LowestOf(stretches, path), path, lens_));
-    state_ = Fixed{view};
+    state_ = view;
     return {};
 }
 
@@ -251,7 +251,7 @@ void CameraControl::Advance(double seconds, const TrackPath& path) {
 
 CameraPose CameraControl::Pose(const TrackPath& path) const {
     if (const Ride* const ride = CurrentRide()) return ride->Pose(path);
-    return std::holds_alternative<Fixed>(state_) ? aimed_ : orbit_.Pose();
+    return std::holds_alternative<ViewFrom>(state_) ? aimed_ : orbit_.Pose();
 }
 
 CameraLens CameraControl::Lens() const {
@@ -263,14 +263,14 @@ CameraLens CameraControl::Lens() const {
 bool CameraControl::IsInTunnel(const TrackPath& path) const {
     if (const Ride* const ride = CurrentRide())
         return PointOf(path, static_cast<std::size_t>(ride->position)).isCovered;
-    const Fixed* const fixed = std::get_if<Fixed>(&state_);
-    return fixed && fixed->view == ViewFrom::Inside;
+    const ViewFrom* const view = std::get_if<ViewFrom>(&state_);
+    return view && *view == ViewFrom::Inside;
 }
 
 std::optional<ScaleBar> CameraControl::Scale() const {
     constexpr double kMostOfWidth = 0.2;
-    const Fixed* const fixed = std::get_if<Fixed>(&state_);
-    if (CurrentRide() || (fixed && fixed->view != ViewFrom::Above)) return std::nullopt;
+    const ViewFrom* const view = std::get_if<ViewFrom>(&state_);
+    if (CurrentRide() || (view && *view != ViewFrom::Above)) return std::nullopt;
     const double unit = lens_.PixelsPerUnit(orbit_.distance);
     const double length = RoundLength(kMostOfWidth * lens_.width / unit);
     return ScaleBar{length, length * unit};

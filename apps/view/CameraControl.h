@@ -65,14 +65,11 @@ class CameraControl {
   private:
     struct Fitted {};
     struct Free {};
-    struct Fixed {  // for a picture
-        ViewFrom view;
-    };
 
     void Take(const Aim& aim);
 
-    std::variant<Free, Fitted, Fixed, Ride> state_;
-    OrbitCamera orbit_;  // of all but a ride, after which it goes on
+    std::variant<Free, Fitted, ViewFrom, Ride> state_;  // ViewFrom: fixed, for a picture
+    OrbitCamera orbit_;                                 // of all but a ride, after which it goes on
     CameraLens lens_;
     CameraPose aimed_;
     std::optional<std::size_t> tunnel_;  // shown last

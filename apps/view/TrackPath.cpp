@@ -35,9 +35,6 @@ class FaceGrid {
     // there is none.
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
-        if (point.x < bounds_.low.x || point.x > bounds_.high.x || point.z < bounds_.low.z ||
-            point.z > bounds_.high.z)
-            return {low, high};
         for (const std::uint32_t face : cells_[CellAt(point.x, point.z)]) {
             double height = 0;
             if (!HeightOf(object_.faces[face], point, height)) continue;
@@ -59,8 +56,7 @@ class FaceGrid {
         return Along(z, bounds_.low.z) * kCells + Along(x, bounds_.low.x);
     }
 
-    // Sorts the faces into the cells. False if they fill more than `most` of them, each counted for each
-    // face.
+    // Enters each face in the cells that it may touch. False if that takes more than `most` entries.
     bool Fill(std::size_t most) {
         cells_.assign(kCells * kCells, {});
         for (std::uint32_t i = 0; i < object_.faces.size(); ++i) {

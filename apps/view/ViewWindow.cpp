@@ -44,12 +44,9 @@ ViewWindow::~ViewWindow() {
 }
 
 void ViewWindow::Open(const QString& path) {
+    const std::string name = path.toStdString();
     // The scene shows what failed.
-    if (HasExtension(path.toStdString(), kTrackExtension)) {
-        std::ignore = scene_.OpenTrackFile(path.toStdString());
-        return;
-    }
-    std::ignore = scene_.OpenObject(path.toStdString());
+    std::ignore = HasExtension(name, kTrackExtension) ? scene_.OpenTrackFile(name) : scene_.OpenObject(name);
     ShowTitle();
 }
 

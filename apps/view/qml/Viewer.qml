@@ -10,16 +10,16 @@ Item {
     readonly property bool empty: scene.summary === ""
     property bool picture: false  // one to be saved, without texts
 
+    // Never thinner than some pixels. `front`: also seen through what is in front of them.
     component Rails: Model {
         id: rails
+        property vector2d viewport
         property bool front: false
-        geometry: root.scene.rails
         castsShadows: false
         materials: CustomMaterial {
-            property vector2d viewport: Qt.vector2d(view.width, view.height)
-            property real thinnest: 0.6  // pixels
-            property real strength: front ? 0.2 : 1
+            property vector2d viewport: rails.viewport
             property bool front: rails.front
+            property real strength: front ? 0.2 : 1
             shadingMode: CustomMaterial.Unshaded
             cullMode: Material.NoCulling
             depthDrawMode: front ? Material.NeverDepthDraw : Material.OpaqueOnlyDepthDraw
@@ -115,8 +115,13 @@ Item {
                 cullMode: Material.FrontFaceCulling
             }
         }
-        Rails {}
+        Rails {
+            geometry: root.scene.rails
+            viewport: Qt.vector2d(view.width, view.height)
+        }
         Rails {  // again, to be seen faintly through the walls
+            geometry: root.scene.rails
+            viewport: Qt.vector2d(view.width, view.height)
             visible: !root.scene.lamp
             front: true
         }

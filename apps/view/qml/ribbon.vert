@@ -1,4 +1,5 @@
 VARYING vec4 color;
+const float thinnest = 0.6;  // pixels
 void MAIN() {
     color = COLOR;
     vec4 middle = MODELVIEWPROJECTION_MATRIX * vec4(VERTEX, 1.0);
