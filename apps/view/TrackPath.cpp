@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "shared/ObjectSurfaces.h"
@@ -36,10 +37,9 @@ class FaceGrid {
     std::pair<double, double> SurfacesAt(const Vec& point) const {
         double low = std::numeric_limits<double>::infinity(), high = -low;
         for (const std::uint32_t face : cells_[CellAt(point.x, point.z)]) {
-            double height = 0;
-            if (!HeightOf(object_.faces[face], point, height)) continue;
-            low = std::min(low, height);
-            high = std::max(high, height);
+            const std::optional<double> height = HeightOf(object_.faces[face], point);
+            low = std::min(low, height.value_or(low));
+            high = std::max(high, height.value_or(high));
         }
         return {low, high};
     }
@@ -75,17 +75,18 @@ class FaceGrid {
         return true;
     }
 
-    bool HeightOf(const ObjectFace& face, const Vec& point, double& height) const {
+    // The height of a face straight above or below a point.
+    std::optional<double> HeightOf(const ObjectFace& face, const Vec& point) const {
         const Vec a = ToVec(object_.points[face.a]), b = ToVec(object_.points[face.b]),
                   c = ToVec(object_.points[face.c]);
         const auto area = [](const Vec& p, const Vec& q, const Vec& r) {
             return (q.x - p.x) * (r.z - p.z) - (q.z - p.z) * (r.x - p.x);
         };
         const double whole = area(a, b, c);
-        if (whole == 0) return false;
+        if (whole == 0) return std::nullopt;
         const double ofA = area(point, b, c) / whole, ofB = area(a, point, c) / whole, ofC = 1 - ofA - ofB;
-        height = ofA * a.y + ofB * b.y + ofC * c.y;
-        return std::min({ofA, ofB, ofC}) >= 0;
+        if (!(std::min({ofA, ofB, ofC}) >= 0)) return std::nullopt;
+        return ofA * a.y + ofB * b.y + ofC * c.y;
     }
 
     const Object3DS& object_;

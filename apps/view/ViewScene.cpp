@@ -158,14 +158,11 @@ Outcome ViewScene::OpenTrackFile(const std::string& path) {
 // that may be new.
 void ViewScene::FollowFile() {
     constexpr int kSettled = 200;  // milliseconds for which a file stays unchanged before it is read
-    fileTimer_.callOnTimeout([this] { ReadIfChanged(); });
+    fileTimer_.callOnTimeout([this] {
+        const FileStamp stamp = StampOf(path_), before = std::exchange(seen_, stamp);
+        if (!path_.empty() && stamp == before && stamp != read_) std::ignore = OpenObject(path_);
+    });
     fileTimer_.start(kSettled);
-}
-
-void ViewScene::ReadIfChanged() {
-    if (path_.empty()) return;
-    const FileStamp stamp = StampOf(path_), before = std::exchange(seen_, stamp);
-    if (stamp == before && stamp != read_) std::ignore = OpenObject(path_);
 }
 
 void ViewScene::ShowGeometry() {

@@ -54,7 +54,6 @@ class ViewScene {
 
   private:
     void ShowGeometry();
-    void ReadIfChanged();
 
     std::string path_, shownPath_;  // shownPath_: of the object that was read last
     FileStamp read_, seen_;         // of the object's file: when it was read, and when it was last looked at
