@@ -138,8 +138,8 @@ void AddTrackOptions(CLI::App& application, BatchOptions& options) {
     };
     TunnelChoices& choices = options.choices;
     CLI::Option* const dim = AddParsed(application, "--dim", choices.dimPercent, ParsePercent, "0..100",
-                                       "Brightness left to tunneled segments' colours (default: 50), but 0 "
-                                       "changes nothing and 100 is black");
+                                       "Percentage of brightness that tunneled segments keep (default: 50); "
+                                       "0 changes nothing, 100 makes them black");
     addSwitch("--no-dim", choices.dimColors, "Don't change the colours of segments")->excludes(dim);
     CLI::Option* const trackOut = AddPath(application, "--track-out", options.trackOut, "FILE.zrtrack",
                                           "Save the changed track there and leave TRACK unchanged")
@@ -160,7 +160,8 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
         "the requested changes. With --output-folder it does so for several tracks.");
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
-        "After 1 or 2, a track that failed is unchanged. With several tracks, each succeeds or fails by "
+        "After 1 or 2, a track whose tunnel could not be made is unchanged. With several tracks, each "
+        "succeeds or fails by "
         "itself.");
     AddFileOptions(application, options);
     AddShapeOptions(application, options);

@@ -14,12 +14,12 @@ namespace boreforge {
 struct BatchJob {
     std::string track;
     std::string object;
-    std::string trackOut;  // empty: Track itself is rewritten, or no track is written
+    std::string trackOut;  // empty: the track itself is rewritten, or no track is written
 };
 
 struct BatchOptions {
     std::string track;
-    std::vector<std::string> otherFiles;  // the object, or with OutputFolder further tracks
+    std::vector<std::string> otherFiles;  // the object, or with outputFolder further tracks
     std::string trackOut;
     std::string outputFolder;
     std::vector<BatchJob> jobs;       // derived from the fields above

@@ -52,8 +52,8 @@ void ReportError(const Outcome& outcome, Messages& messages) {
 }
 
 // Every output of all jobs is compared with every input and with every other output, also through links and
-// other spellings. Returns the first conflict as a sentence, or an empty text. A track that is rewritten
-// itself is no output here.
+// other spellings. Returns the first conflict as a sentence, or an empty text. A track that is rewritten in
+// place doesn't count as an output.
 std::string ConflictOf(const BatchOptions& options) {
     std::map<FileIdentity, std::string> inputs, outputs;
     if (!options.shape.empty()) inputs.emplace(IdentityOf(options.shape), options.shape);

@@ -50,8 +50,8 @@ int ParseAndWork(CLI::App& application, int count, char** arguments, const std::
     return work();
 }
 
-// False, with the reason in errno, if standard output has failed. CLI11 prints to std::cout, the
-// programs to stdout.
+// False, with the reason in errno, if standard output has failed. CLI11 prints to std::cout, the programs to
+// stdout.
 bool FlushOutput() {
     errno = 0;
     std::cout.flush();

@@ -220,7 +220,7 @@ class Reader {
         const std::size_t points = object_.points.size() - firstPoint;
         const auto corner = [&] {
             const std::size_t index = faces.Word();
-            if (index >= points) faces.Fail("a face has a vertex that the mesh lacks");
+            if (index >= points) faces.Fail("a face refers to a vertex that doesn't exist");
             return static_cast<std::uint32_t>(firstPoint + index);
         };
         for (std::size_t i = 0; i < count; ++i) {
@@ -245,7 +245,8 @@ class Reader {
         const std::size_t count = group.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t face = firstFace + group.Word();
-            if (face >= object_.faces.size()) group.Fail("a material is for a face that the mesh lacks");
+            if (face >= object_.faces.size())
+                group.Fail("a material is assigned to a face that doesn't exist");
             if (object_.faces[face].material != kNoMaterial) group.Fail("a face has two materials");
             object_.faces[face].material = material->second;
         }

@@ -19,8 +19,8 @@ struct ObjectMaterial {
 };
 
 struct ObjectFace {
-    std::uint32_t a = 0, b = 0, c = 0;  // indices into Points
-    std::uint32_t material = 0;         // index into Materials
+    std::uint32_t a = 0, b = 0, c = 0;  // indices into points
+    std::uint32_t material = 0;         // index into materials
 };
 
 // All meshes of a file in one, in the track's axes.

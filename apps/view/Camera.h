@@ -1,4 +1,4 @@
-// Eyes in space: the orbit around the object, and the passenger on the track.
+// The camera: in orbit around the object, or riding along the track.
 #pragma once
 
 #include "view/TrackPath.h"

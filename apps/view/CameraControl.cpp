@@ -49,7 +49,7 @@ Aim Frame(CameraPose pose, CameraLens lens, double halfAngle, const std::vector<
     return {pose, lens, std::max((near + far) / 2 - ahead, 0.1)};
 }
 
-// The level direction in which the points are spread most, from the moments of their distribution.
+// The horizontal direction of the greatest spread: the principal axis of the points seen from above.
 Vec LongestExtent(const Object3DS& object) {
     Vec mean;
     for (const Vector3D& point : object.points)
@@ -78,7 +78,7 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
     return Frame(LookAlong({}, level - kUp * descent, kUp), lens, halfAngle, points);
 }
 
-// How much of a tunnel a picture shows at most, in points of the path for each unit of its height.
+// The longest part of a tunnel in a picture: points of the path for each unit of the roof's height.
 constexpr double kMostShown = 24;
 
 // `points`, limited to 1 ... count - 1.
@@ -109,7 +109,7 @@ Aim AimThrough(CameraLens lens, const TrackPath& path, const std::vector<Covered
     const CoveredStretch stretch = *std::ranges::max_element(stretches, {}, &CoveredStretch::count);
     const std::size_t out = stretch.first + stretch.count;
     const double roof = stretch.roof;
-    // Not farther than that below any roof: the search takes the square of it.
+    // Limited for very high roofs, since the search takes quadratic time.
     const std::size_t most = PointsWithin(stretch, std::min(kMostShown * roof, 4000.0));
     std::size_t points = PointsWithin(stretch, 8 * roof);  // from the eye to the exit
     while (points < most && BulgeOf(path, out - points - 1, out) < 0.45 * roof)

@@ -1,4 +1,4 @@
-// Moves the camera as the user's mouse and keys, the ride and the views for pictures tell it.
+// Moves the camera: by mouse and keys, along the ride, and to the views for pictures.
 #pragma once
 
 #include <cstddef>
@@ -45,8 +45,8 @@ class CameraControl {
     // if no tunnel of the track runs through the object.
     bool LookAtTunnel(int step, const TrackPath& path);
 
-    // Starts a ride a few seconds before the first tunnel, stops it or goes on with it. Does nothing without
-    // a track.
+    // Starts a ride a few seconds before the first tunnel, or pauses or resumes it. Does nothing without a
+    // track.
     void StartOrStopRide(const TrackPath& path);
     void LeaveRide();
     void Advance(double seconds, const TrackPath& path);
@@ -69,7 +69,7 @@ class CameraControl {
     void Take(const Aim& aim);
 
     std::variant<Free, Fitted, ViewFrom, Ride> state_;  // ViewFrom: fixed, for a picture
-    OrbitCamera orbit_;                                 // of all but a ride, after which it goes on
+    OrbitCamera orbit_;  // the camera outside a ride; it is kept for afterwards
     CameraLens lens_;
     CameraPose aimed_;
     std::optional<std::size_t> tunnel_;  // shown last

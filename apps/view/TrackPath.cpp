@@ -95,7 +95,8 @@ class FaceGrid {
     std::vector<std::vector<std::uint32_t>> cells_;  // the faces in each
 };
 
-// The end of a gap that is long enough to count, so that no stretch goes beyond it; 0 if there is none.
+// Where to start looking for stretches: after a gap of at least kShortest points, so that none is split; 0 if
+// there is no such gap.
 std::size_t EndOfGap(const TrackPath& path) {
     std::size_t gap = 0;
     for (std::size_t i = 0; i < 2 * path.size(); ++i) {

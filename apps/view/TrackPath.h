@@ -23,11 +23,11 @@ inline const PathPoint& PointOf(const TrackPath& path, std::size_t index) {
     return path[index % path.size()];
 }
 
-// A covered part of the path, along the direction of travel. The path is closed: points after the last one
-// are counted on from the first.
+// A covered part of the path, along the direction of travel. The path is closed: indices beyond the last
+// point wrap around.
 struct CoveredStretch {
     std::size_t first = 0, count = 0;
-    double roof = 0;  // the lowest of its points, without what is above the tunnel
+    double roof = 0;  // the lowest roof of its points, so that a second tunnel above doesn't count
 };
 
 // The path of the track that was traced last.
@@ -39,8 +39,8 @@ void FindCover(TrackPath& path, const Object3DS& object);
 // The covered stretches in the order of the path.
 std::vector<CoveredStretch> CoveredStretches(const TrackPath& path);
 
-// The sphere around an object, which has points, and the path, and the height of the ground: under both,
-// since a ride follows the path far away from the object.
+// A sphere around the object and the path, and the height of the ground below both: a ride leads far away
+// from the object. The object must have points.
 struct Surroundings {
     Vec center;
     double radius, ground;

@@ -41,7 +41,7 @@ class ViewScene {
     std::function<void()> Moved = [] {};
     CameraPose Pose() const { return camera.Pose(track_); }
 
-    // Shows a word about what a key did, until the next one.
+    // Shows a short notice until the next key is pressed.
     void Say(const QString& text) { properties.insert("notice", text); }
 
     // What the user can switch: "backFaces" (shown in red), "help" (the keys), and "fine" (with shadows and
