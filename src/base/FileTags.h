@@ -2,9 +2,11 @@
 // the extension of their names.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "base/Outcome.h"
+#include "base/Values.h"
 
 namespace boreforge {
 
@@ -14,6 +16,11 @@ inline constexpr std::string_view kTrackExtension = ".zrtrack", kShapeExtension 
 
 // Whether a new file with the tag `newTag` (empty: none) may replace a file that starts with `beginning`, up
 // to four bytes. A track or a shape may be replaced only by its own kind.
-Outcome MayReplace(std::string_view beginning, std::string_view newTag);
+inline Outcome MayReplace(std::string_view beginning, std::string_view newTag) {
+    const std::string tag = ToUpperAscii(std::string(beginning));
+    if (tag == newTag || (tag != kTrackTag && tag != kShapeTag)) return {};
+    const std::string kind = tag == kTrackTag ? "Track" : "Shape";
+    return Failure{.headline = "Error - That File Is a " + kind + "!", .reason = "It was not replaced."};
+}
 
 }  // namespace boreforge

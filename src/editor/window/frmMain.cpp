@@ -1,5 +1,7 @@
 #include "editor/window/frmMain.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QScreen>
@@ -23,7 +25,6 @@
 #include "editor/window/Icons.h"
 #include "editor/window/RowControls.h"
 #include "editor/window/ToolRow.h"
-#include "editor/window/WindowAccess.h"
 #include "editor/window/WindowInput.h"
 #include "job/mMain.h"
 #include "version.h"
@@ -78,10 +79,18 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
     return arguments;
 }
 
+// Qt takes widgets without a role for groups of controls.
+QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
+    if (auto* const canvas = dynamic_cast<ShapeCanvas*>(object))
+        return new QAccessibleWidget(canvas, QAccessible::Canvas);
+    auto* const window = dynamic_cast<frmMain*>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 }  // namespace
 
 frmMain::frmMain() {
-    InstallWindowAccess();
+    QAccessible::installFactory(MakeAccess);
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     QApplication::setWindowIcon(IconOf("boreforge"));
