@@ -15,6 +15,8 @@ namespace boreforge {
 
 namespace fs = std::filesystem;
 
+const Bytes kChanged = FromHex("'ZPHR by another program'");
+
 struct JobTest : CoreTest {
     void Open(const std::vector<TrackBezierNode>& nodes, const std::string& tunnels) {
         MakeTrack(nodes, tunnels);
@@ -23,6 +25,7 @@ struct JobTest : CoreTest {
         MakePresetShape(kPresetBox);
     }
     void Open(const std::string& tunnels) { Open(WindingCircuit(), tunnels); }
+    std::string Run() { return TextOf(RunTunnelJob(DeriveJobSettings({}, object))); }
     const std::string track = In("track.zrtrack"), object = In("tube.3ds");
 };
 
@@ -48,6 +51,37 @@ TEST_F(JobTest, WithoutAnOpenTrackNothingHappensAndNothingIsSaid) {
     EXPECT_EQ(TextOf(made), "");
 }
 
+TEST_F(JobTest, ATrackSavedElsewhereIsNotCompared) {
+    Open("-TT---");
+    WriteBytes(track, kChanged);
+    TrackFilePath = In("elsewhere.zrtrack");
+    EXPECT_EQ(Run(), "");
+    EXPECT_EQ(ReadBytes(track), kChanged);
+}
+
+TEST_F(JobTest, ATrackChangedDuringTheJobStaysAfterTheObjectWasWritten) {
+    static std::string changed;
+    changed = track;
+    Open("-TT---");
+    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
+        WriteBytes(changed, kChanged);
+        return SystemFileCalls().renameIn(folder, from, to);
+    };
+    const std::string text = Run();
+    EXPECT_TRUE(text.starts_with("Error - The Track Was Changed by Another Program!")) << text;
+    EXPECT_TRUE(Contains(text, "The 3DS object was written; the track was not saved."));
+    EXPECT_EQ(ReadBytes(track), kChanged);
+    EXPECT_TRUE(fs::exists(object));
+}
+
+TEST_F(JobTest, ASecondJobReplacesOurOwnSave) {
+    Open("-TT---");
+    TunnelChoices choices;
+    choices.removeTunnels = false;
+    ASSERT_TRUE(RunTunnelJob(DeriveJobSettings(choices, object)));
+    EXPECT_EQ(Run(), "");
+}
+
 TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
     const std::string nothing = "Nothing was written.";
     const std::string otherName = " Open the track again and choose another name.";
@@ -59,7 +93,8 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
     } cases[] = {
         {"The 3DS Object Can't Be Written!", "The track was not changed.", false,
          [&] { path = In("absent/tube.3ds"); }},
-        {"The 3DS Object Would Replace the Track!", nothing + otherName, false, [&] { path = track; }},
+        {"The 3DS Object Would Replace the Track!", nothing + otherName, false,
+         [&] { path = In("./track.zrtrack"); }},
         {"The Object's Name Can't Be Put into the Track!",
          "The texts in a track can hold only Western European characters (Windows-1252). " + nothing +
              otherName,
@@ -71,6 +106,13 @@ TEST_F(JobTest, AJobThatFailsSaysWhyAndLeavesTheTrack) {
                  errno = EWOULDBLOCK;
                  return -1;
              };
+         }},
+        {"The Track Was Changed by Another Program!",
+         nothing + " Open the track again and make the object once more.", false,
+         [&] {
+             ASSERT_TRUE(OpenTrack(In("./track.zrtrack")));
+             TrackFilePath = track;
+             WriteBytes(track, kChanged);
          }},
         {"The Track Can't Be Saved!", "The 3DS object was written; the track was not saved.", true,
          [] { fileCalls.replaceIn = [](int, const char*, const char*) { return -1; }; }},

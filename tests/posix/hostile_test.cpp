@@ -4,18 +4,26 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <functional>
 #include <new>
 
 #include "job/mMain.h"
 #include "support/CoreTest.h"
-#include "support/KnownTrack.h"
-#include "support/Sanitizers.h"
 #include "tracing/mZR_TraceTrack.h"
 
 namespace boreforge {
 
 using HostileTest = CoreTest;
+
+// The address sanitizer reserves terabytes of addresses, so no limit can be set on them.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kSanitized = true;
+#elif defined(__has_feature)
+constexpr bool kSanitized = __has_feature(address_sanitizer);
+#else
+constexpr bool kSanitized = false;
+#endif
 
 // Runs `work` in a process that gets no more than so many MB of addresses and a minute of the processor.
 void Bounded(rlim_t megabytes, const std::function<void()>& work) {
@@ -34,33 +42,17 @@ void Bounded(rlim_t megabytes, const std::function<void()>& work) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(HostileTest, EveryCountAndLengthIsBoundedByTheFile) {
+TEST_F(HostileTest, NoNumberInATrackTakesMemoryForWhatIsNotThere) {
     const std::string track = In("t.zrtrack"), noMemory = SystemFailure(ENOMEM).reason;
-    const KnownTrack known = MakeKnownTrack();
-    const struct {
-        const char* kind;
-        std::vector<std::size_t> offsets;
-        std::uint32_t value;
-        bool opens;
-    } cases[] = {{"size", known.sizes, 0, true},  // which a reader ignores
-                 {"size", known.sizes, 0x7FFFFFFF, true},
-                 {"size", known.sizes, 0xFFFFFFFF, true},
-                 {"count", known.counts, 2'000'000, false},
-                 {"count", known.counts, 0x7FFFFFFF, false},
-                 {"count", known.counts, 0x80000000, false},
-                 {"count", known.counts, 0xFFFFFFFF, false},
-                 {"length of a text", known.textLengths, 2'000'000, false},
-                 {"length of a text", known.textLengths, 0x7FFFFFFF, false}};
+    const Bytes full = ReadBytes(kFullTrack);
     Bounded(100, [&] {
-        for (const auto& row : cases)
-            for (const std::size_t offset : row.offsets) {
-                Bytes file = known.bytes;
-                Put32(file, offset, row.value);
+        for (const std::uint32_t value : {2'000'000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
+            for (std::size_t offset = 0; offset + 4 <= full.size(); ++offset) {
+                Bytes file = full;
+                Put32(file, offset, value);
+                std::filesystem::remove(track);  // ext4 flushes a file that is emptied and written again
                 WriteBytes(track, file);
-                SCOPED_TRACE(testing::Message() << row.kind << ' ' << row.value << " at " << offset);
-                const Outcome opened = OpenTrack(track);
-                EXPECT_EQ(bool(opened), row.opens);
-                EXPECT_FALSE(TextOf(opened).ends_with(noMemory)) << "it took memory for what isn't there";
+                EXPECT_FALSE(TextOf(OpenTrack(track)).ends_with(noMemory)) << value << " at " << offset;
             }
     });
 }

@@ -34,6 +34,9 @@ testing::AssertionResult Contains(const std::string& text, const std::string& pa
 Bytes ReadBytes(const std::string& path);
 void WriteBytes(const std::string& path, const Bytes& bytes);
 
+// A track with several records of each kind, each kind of chunk and a different value in each field.
+inline constexpr char kFullTrack[] = PROJECT "/tests/golden/carried/track.zrtrack";
+
 // Stores a number big-endian.
 void Put32(Bytes& bytes, std::size_t at, std::uint32_t value);
 

@@ -2,10 +2,7 @@
 #include <cmath>
 
 #include "editor/TunnelShape.h"
-#include "export3ds/Save3DSFile.h"
 #include "export3ds/mSave3DSObject.h"
-#include "shared/ObjectSurfaces.h"
-#include "shared/Read3DSObject.h"
 #include "support/CoreTest.h"
 #include "tracing/mZR_TraceTrack.h"
 #include "tunnelmesh/TunnelMesh.h"
@@ -18,43 +15,6 @@ struct TunnelMeshTest : CoreTest {
         EXPECT_TRUE(TraceTrack());
     }
 };
-
-TEST_F(TunnelMeshTest, WallsWithTheirCapsAreAClosedSurface) {
-    MakePresetShape(kPresetBox);  // four nodes
-    TracedSegments[1].Samples.resize(9);
-    TracedSegments[2].Samples.resize(5);
-    const struct {
-        int step;
-        bool doubleSided;
-        std::size_t bands;  // of both segments
-        Facing facing;
-    } cases[] = {{1, false, 9 + 5, Facing::Outwards},
-                 {2, false, 5 + 3, Facing::Outwards},
-                 {6, false, 2 + 1, Facing::Outwards},
-                 {4, true, 3 + 2, Facing::NotJudged}};
-    for (const auto& [step, doubleSided, bands, facing] : cases) {
-        SCOPED_TRACE(step);
-        ResetModel();
-        AddMaterial({}, {}, {}, 0, 0, 0);
-        for (const int segment : {1, 2}) {
-            SweepOutsideWall(segment, 0, step, doubleSided);
-            SweepInsideWall(segment, 0, step, doubleSided);
-        }
-        CapTunnelEntry(1, 0, doubleSided);
-        CapTunnelExit(3, 0, doubleSided);
-        ASSERT_TRUE(Save3DSFile(In("o.3ds")));
-        Object3DS object;
-        ObjectDamage damage;
-        ASSERT_TRUE(Read3DSObject(ReadBytes(In("o.3ds")), object, damage));
-        const auto surfaces = FindSurfaces(object);
-        ASSERT_EQ(surfaces.size(), 1u);
-        // Each band of either wall and each cap has two triangles for each node.
-        EXPECT_EQ(surfaces[0].faceCount, (doubleSided ? 2 : 1) * 2 * 4 * (2 * bands + 2));
-        EXPECT_EQ(surfaces[0].openEdges, 0u);
-        EXPECT_EQ(surfaces[0].IsDoubleSided(), doubleSided);
-        EXPECT_EQ(surfaces[0].facing, facing);
-    }
-}
 
 TEST_F(TunnelMeshTest, TheSizeOfAWallCountsBothSidesAndThePointsThatAreNaN) {
     TracedSegments[1].Samples.resize(9);
