@@ -179,6 +179,9 @@ TEST_F(ShapeInputTest, ArrowKeysMoveTheSelectedPointByTheIntervalWithoutSnapping
         EXPECT_EQ(TunnelShape.InsideNodes[1], from) << int(code) << ' ' << interval;
         EXPECT_EQ(TunnelShape.OutsideNodes[1], moved) << int(code) << ' ' << interval;
     }
+    EXPECT_TRUE(PressKey({.code = KeyCode::Left, .alt = true}, true, controls));
+    EXPECT_EQ(TunnelShape.InsideNodes[1], (Vector3D{2.15f, 3, 0})) << "Alt moves both points";
+    EXPECT_EQ(TunnelShape.OutsideNodes[1], (Vector3D{2.25f, 3, 0}));
 }
 
 TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
@@ -212,14 +215,6 @@ TEST_F(ShapeInputTest, ControlAndArrowKeysSelectTheNextVisiblePoint) {
         EXPECT_EQ(TunnelShape.SelectedNode, row.nextNode);
         EXPECT_EQ(TunnelShape.SelectedIsOutside, ToTruth(row.nextOutside));
     }
-}
-
-TEST_F(ShapeInputTest, AltAndAnArrowMoveBothPointsOfTheNode) {
-    MakePresetShape(kPresetBox);
-    TunnelShape.SelectedNode = 1;
-    EXPECT_TRUE(PressKey({.code = KeyCode::Left, .alt = true}, true, controls));
-    EXPECT_EQ(TunnelShape.InsideNodes[1], (Vector3D{1.5f, 3, 0}));
-    EXPECT_EQ(TunnelShape.OutsideNodes[1], (Vector3D{2, 3.5f, 0}));
 }
 
 TEST_F(ShapeInputTest, AnEvenWallIsAsThickAsTheSnapInterval) {

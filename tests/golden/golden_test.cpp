@@ -120,21 +120,4 @@ TEST_F(GoldenTest, EachCaseHasTheExpectedBytes) {
     }
 }
 
-TEST_F(GoldenTest, ADifferenceIsNamedByWhatItBelongsTo) {
-    const struct {
-        const char *got, *expected;  // files
-        std::size_t changedByte;
-        const char* difference;
-    } cases[] = {{"/box/tube.3ds", "/box/tube.3ds", 436, "byte 37 of chunk 0x4110 of SEGT0000"},
-                 {"/box/tube.3ds", "/box/tube.3ds", 210, "byte 4 of chunk 0xA000 of MATER001"},
-                 {"/box/after.zrtrack", "/box/after.zrtrack", 384, "byte 20 of chunk SEGM"},
-                 {"/rounded/tube.3ds", "/box/tube.3ds", 1000, "byte 2 of chunk 0x4000 of SEGT0000"}};
-    for (const auto& [got, expected, changedByte, difference] : cases) {
-        Bytes changed = ReadBytes(kCases + got);
-        changed.at(changedByte) ^= 0xFF;
-        EXPECT_TRUE(
-            Contains(Difference(changed, ReadBytes(kCases + expected)), std::string(": ") + difference));
-    }
-}
-
 }  // namespace boreforge

@@ -1,6 +1,5 @@
 // Files from strangers: whatever their numbers say, the size of the file limits the time and the memory.
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -25,27 +24,21 @@ constexpr bool kSanitized = __has_feature(address_sanitizer);
 constexpr bool kSanitized = false;
 #endif
 
-// Runs `work` in a process that gets no more than so many MB of addresses and a minute of the processor.
-void Bounded(rlim_t megabytes, const std::function<void()>& work) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const rlimit seconds{60, 60}, memory{megabytes << 20, megabytes << 20};
-        EXPECT_EQ(::setrlimit(RLIMIT_CPU, &seconds), 0);
-        if (!kSanitized) {
-            EXPECT_EQ(::setrlimit(RLIMIT_AS, &memory), 0);
-        }
-        work();
-        ::_exit(testing::Test::HasFailure() ? 1 : 0);
+// Does `work` with no more than so many MB of addresses and a minute of the processor, and ends the process.
+[[noreturn]] void Bounded(rlim_t megabytes, const std::function<void()>& work) {
+    const rlimit seconds{60, 60}, memory{megabytes << 20, megabytes << 20};
+    EXPECT_EQ(::setrlimit(RLIMIT_CPU, &seconds), 0);
+    if (!kSanitized) {
+        EXPECT_EQ(::setrlimit(RLIMIT_AS, &memory), 0);
     }
-    int status = -1;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    work();
+    ::_exit(testing::Test::HasFailure() ? 1 : 0);
 }
 
 TEST_F(HostileTest, NoNumberInATrackTakesMemoryForWhatIsNotThere) {
     const std::string track = In("t.zrtrack"), noMemory = SystemFailure(ENOMEM).reason;
     const Bytes full = ReadBytes(kFullTrack);
-    Bounded(100, [&] {
+    const auto work = [&] {
         for (const std::uint32_t value : {2'000'000u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu})
             for (std::size_t offset = 0; offset + 4 <= full.size(); ++offset) {
                 Bytes file = full;
@@ -54,12 +47,13 @@ TEST_F(HostileTest, NoNumberInATrackTakesMemoryForWhatIsNotThere) {
                 WriteBytes(track, file);
                 EXPECT_FALSE(TextOf(OpenTrack(track)).ends_with(noMemory)) << value << " at " << offset;
             }
-    });
+    };
+    EXPECT_EXIT(Bounded(100, work), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(HostileTest, ATraceThatRunsOutOfMemoryLeavesNoTrace) {
     if (kSanitized) GTEST_SKIP() << "the sanitizer's memory has no limit";
-    Bounded(256, [] {
+    const auto work = [] {
         MakeTrack(WindingCircuit());
         ASSERT_TRUE(TraceTrack());
         for (std::size_t i = 0; i < 6; ++i)  // 999,000 units of path: samples of 280 MB
@@ -67,7 +61,8 @@ TEST_F(HostileTest, ATraceThatRunsOutOfMemoryLeavesNoTrace) {
         EXPECT_THROW((void)TraceTrack(), std::bad_alloc);
         EXPECT_FALSE(TrackTraced);
         EXPECT_TRUE(TracedSegments.empty());
-    });
+    };
+    EXPECT_EXIT(Bounded(256, work), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace boreforge

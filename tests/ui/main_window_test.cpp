@@ -127,12 +127,15 @@ static QAccessibleInterface& AccessTo(QWidget& control) {
     return *QAccessible::queryAccessibleInterface(&control);
 }
 
-TEST_F(UiTest, ScreenReadersGetTheMousePosition) {
+TEST_F(UiTest, TheMousePositionIsShownAndGivenToScreenReaders) {
     QTest::mouseMove(window.windowHandle(), At(-1.5, 2));
     QAccessibleInterface& x = AccessTo(Get(window, "lblMousePos(0)"));
     EXPECT_EQ(x.text(QAccessible::Name), "Mouse position X");
     EXPECT_EQ(x.text(QAccessible::Description), "-1.5");
     EXPECT_EQ(AccessTo(Get(window, "lblMousePos(1)")).text(QAccessible::Description), "2.0");
+    Click(window, "chkSnapTo");
+    QTest::mouseMove(window.windowHandle(), At(-1.24, 2));
+    EXPECT_EQ(Text("lblMousePos(0)"), "-1.24");
 }
 
 TEST_F(UiTest, ScreenReadersGetTheSelectedPoint) {

@@ -1,6 +1,8 @@
 // The viewer's window and its pictures, on a screen, with real files.
+#include <QApplication>
 #include <QImage>
 #include <QMimeData>
+#include <QQuickWindow>
 #include <QtTest>
 
 #include <filesystem>
@@ -212,3 +214,10 @@ TEST_F(ViewWindowTest, AVanishedFileLeavesThePictureAndComesBack) {
 }
 
 }  // namespace boreforge
+
+int main(int count, char** arguments) {
+    testing::InitGoogleTest(&count, arguments);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+    const QApplication application(count, arguments);
+    return RUN_ALL_TESTS();
+}
