@@ -26,10 +26,15 @@ struct ShapeHistoryTest : CoreTest {
     void Press() { PressMouse(MouseButton::Left, 70, -70, controls); }
     void Drag() { MoveMouse(MouseState::Left, 90, -90, controls); }
     void Release() { ReleaseMouse(MouseButton::Left, controls); }
+    void Add() {
+        Press();
+        Drag();
+        Release();
+    }
     void Run(ShapeTool tool) { RunShapeTool(tool, controls); }
     bool Undo() { return RunShapeTool(ShapeTool::Undo, controls); }
     bool Redo() { return RunShapeTool(ShapeTool::Redo, controls); }
-    EditorControls controls;
+    EditorControls controls{.shown = {}, .snapText = "1.0"};
 };
 
 TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
@@ -37,18 +42,9 @@ TEST_F(ShapeHistoryTest, EveryChangeIsOneStepThatUndoesAndRedoes) {
     const struct {
         const char* name;
         std::function<void()> change;
-    } cases[] = {{"adding and dragging away",
-                  [&] {
-                      Press();
-                      Drag();
-                      Release();
-                  }},
+    } cases[] = {{"adding and dragging away", [&] { Add(); }},
                  {"a tool", [&] { Run(ShapeTool::Mirror); }},
-                 {"an even wall",
-                  [&] {
-                      controls.snapText = "1.0";
-                      Run(ShapeTool::EvenWall);
-                  }},
+                 {"an even wall", [&] { Run(ShapeTool::EvenWall); }},
                  {"the other way round", [&] { Run(ShapeTool::Reverse); }},
                  {"a preset", [&] { UsePreset(kPresetRounded, controls); }},
                  {"a wrong file, which empties the shape",

@@ -127,10 +127,4 @@ TEST_F(ShapeFileTest, TheNumberOfNodesDecidesWhatIsLoaded) {
     }
 }
 
-TEST_F(ShapeFileTest, AFileThatIsNotThereLeavesTheShape) {
-    EXPECT_FALSE(LoadTunnelShape(""));
-    EXPECT_FALSE(LoadTunnelShape(In("absent.zrbf")));
-    EXPECT_EQ(TunnelShape.NodeCount(), 2);
-}
-
 }  // namespace boreforge

@@ -59,21 +59,6 @@ TEST_F(JobTest, ATrackSavedElsewhereIsNotCompared) {
     EXPECT_EQ(ReadBytes(track), kChanged);
 }
 
-TEST_F(JobTest, ATrackChangedDuringTheJobStaysAfterTheObjectWasWritten) {
-    static std::string changed;
-    changed = track;
-    Open("-TT---");
-    fileCalls.renameIn = [](int folder, const char* from, const char* to) {
-        WriteBytes(changed, kChanged);
-        return SystemFileCalls().renameIn(folder, from, to);
-    };
-    const std::string text = Run();
-    EXPECT_TRUE(text.starts_with("Error - The Track Was Changed by Another Program!")) << text;
-    EXPECT_TRUE(Contains(text, "The 3DS object was written; the track was not saved."));
-    EXPECT_EQ(ReadBytes(track), kChanged);
-    EXPECT_TRUE(fs::exists(object));
-}
-
 TEST_F(JobTest, ASecondJobReplacesOurOwnSave) {
     Open("-TT---");
     TunnelChoices choices;

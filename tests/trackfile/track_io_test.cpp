@@ -34,7 +34,7 @@ std::string Root(const std::string& children) {
     return "'ZPHR' 00000000 01030000 00000000 00000000 00000000 00000000" + children;
 }
 
-TEST_F(TrackIOTest, AFileThatIsNotATrackClearsTheOpenOneAndSaysWhy) {
+TEST_F(TrackIOTest, AFileThatIsNotATrackIsRefusedWithTheReason) {
     const struct {
         std::string file;
         const char* reason;
@@ -47,12 +47,8 @@ TEST_F(TrackIOTest, AFileThatIsNotATrackClearsTheOpenOneAndSaysWhy) {
          "It is damaged at byte 32 of chunk \"INFO\"."},
         {Root("00000001") + "'XYZW' FFFFFFF8", "It ends at byte 8 of chunk \"XYZW\"."},
         {Root("00000001") + "'TERA' 00000004 FFFFFFFF", "It is damaged at byte 12 of chunk \"TERA\"."}};
-    for (const auto& [file, reason] : cases) {
-        ASSERT_TRUE(Load(full));
+    for (const auto& [file, reason] : cases)
         EXPECT_EQ(TextOf(Load(FromHex(file))), reason);
-        EXPECT_EQ(TrackFile.ZphrSize, 0);
-        EXPECT_TRUE(TrackFile.BezierNodes.empty());
-    }
 }
 
 TEST_F(TrackIOTest, ATextOfSceneryOrTerrainHasNoNegativeLength) {

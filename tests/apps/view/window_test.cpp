@@ -107,41 +107,6 @@ TEST_F(ViewTest, ShowsNoBacksOfTransparentAndDoubleSidedWalls) {
     }
 }
 
-TEST_F(ViewTest, RefusesWhatItCannotDrawAndLeavesTheOldPicture) {
-    const Bytes old = {'o', 'l', 'd'};
-    Bytes damaged = ReadBytes(In("o.3ds"));
-    damaged[5] = 127;
-    WriteBytes(In("d.3ds"), damaged);
-    WriteBytes(In("p.png"), old);
-    std::filesystem::copy_file(In("t.zrtrack"), In("track.png"));
-    struct Case {
-        const char* arguments;
-        int status;
-        const char* saying;
-    };
-    const Case cases[] = {
-        {"d.3ds --save p.png", 1, "the file ends here"},
-        {"'a\nb.3ds' --save p.png", 1,
-         "boreforge-view: a?b.3ds: error: There Is Nothing to Draw! There is no such file."},
-        {"o.3ds --save p.png --from inside", 1, "needs the track"},
-        {"o.3ds --save p.png --track d.3ds", 1, "the wrong extension"},
-        {"o.3ds --save track.png", 1, "That File Is a Track!"},
-        {"o.3ds --save o.3ds", 2, "doesn't end in .png"},
-        {"o.3ds --save p.png --size 5x720", 2, "not '5x720'"},
-        {"--save p.png", 2, "requires OBJECT"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Run(kView + c.arguments), c.status) << c.arguments;
-        EXPECT_NE(Text("err").find(c.saying), std::string::npos) << Text("err");
-        EXPECT_EQ(ReadBytes(In("p.png")), old) << c.arguments;
-    }
-}
-
-TEST_F(ViewTest, SaysHowToRunWithoutADisplay) {
-    EXPECT_EQ(Run("unset DISPLAY WAYLAND_DISPLAY; " + kView + "o.3ds --save p.png"), 1);
-    EXPECT_NE(Text("err").find("xvfb-run -a boreforge-view"), std::string::npos) << Text("err");
-}
-
 TEST_F(ViewTest, AWindowWithoutAnObjectIsDrawn) {
     ViewScene scene;
     ViewWindow window(scene);
