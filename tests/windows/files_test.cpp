@@ -1,3 +1,4 @@
+// What differs on Windows from platform/files_test.cpp.
 #include <windows.h>
 
 #include <io.h>
@@ -59,16 +60,6 @@ TEST_F(WindowsFilesTest, AFileInUseWhenItIsReplacedIsLeftAlone) {
     EXPECT_EQ(TextOf(SaveWholeFile(path_, kNew)), "Another program is using it.");
     ::CloseHandle(other);
     ExpectNothingBut(kOld);
-}
-
-TEST_F(WindowsFilesTest, AFileMadeDuringTheSaveStays) {
-    std::filesystem::remove(path_);
-    OutputFile file;
-    ASSERT_TRUE(file.Open(path_));
-    ASSERT_TRUE(file.Complete());
-    WriteBytes(path_, kOld);
-    EXPECT_EQ(TextOf(file.PutInPlace()), "It was changed by another program.");
-    EXPECT_EQ(ReadBytes(path_), kOld);
 }
 
 TEST_F(WindowsFilesTest, AReadOnlyFileIsRefused) {

@@ -77,16 +77,18 @@ TEST_F(FilesTest, AFolderThatCantBeFlushedIsAFailureOnlyIfTheDiskFails) {
 TEST_F(FilesTest, WhatAnotherProgramDoesWithTheFileDuringTheSaveStays) {
     const struct {
         const char* name;
-        bool existed, exists;
+        bool existed, exists, onlyOnPosix;
         std::function<void()> change;
     } cases[] = {
-        {"made", false, true, [&] { WriteBytes(path, kOld); }},
-        {"removed", true, false, [&] { fs::remove(path); }},
-        {"changed", true, true, [&] { WriteBytes(path, {1}); }},
-        {"replaced", true, true, [&] { fs::remove(path), WriteBytes(path, kOld); }},
-        {"given other permissions", true, true, [&] { fs::permissions(path, fs::perms(0600)); }},
+        {"made", false, true, false, [&] { WriteBytes(path, kOld); }},
+        {"removed", true, false, true, [&] { fs::remove(path); }},  // Windows has other words for it
+        {"changed", true, true, false, [&] { WriteBytes(path, {1}); }},
+        {"replaced", true, true, false, [&] { fs::remove(path), WriteBytes(path, kOld); }},
+        {"given other permissions", true, true, true, [&] { fs::permissions(path, fs::perms(0600)); }},
     };
+    const bool isPosix = fileCalls.replacesOpenFiles;
     for (const auto& row : cases) {
+        if (row.onlyOnPosix && !isPosix) continue;
         SCOPED_TRACE(row.name);
         fs::remove(path);
         if (row.existed) WriteBytes(path, kOld);
