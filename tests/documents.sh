@@ -71,7 +71,7 @@ done >"$work/measured"
 diff "$work/table" "$work/measured" || { echo "<: the guide's table of shapes, >: measured"; exit 1; }
 
 # The messages in the guide's tables begin with a text of the source, after a name ('...'), if they have one.
-texts() { grep -rhoE '"[^"]*"' src apps --include=*.cpp | tr -d '"'; }
+texts() { grep -rhoE '"[^"]*"' src apps --include=*.cpp --include=*.h | tr -d '"'; }
 texts | sed "s/^Error - //;s/^' //;s/ '\$//" >"$work/texts"
 sed -n "/^## 7 /,/^## 8 /{s/^| \([^|]*\) |.*/\1/;T;s/^'\.\.\.' //;p}" docs/guide.md |
     awk 'NR == FNR { if (length($0) > 2) texts[$0]; next }

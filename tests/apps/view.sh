@@ -32,6 +32,6 @@ refuse 1 "the wrong extension" o.3ds --save p.png --track damaged.3ds
 refuse 1 "That File Is a Track!" o.3ds --save track.png
 refuse 2 "doesn't end in .png" o.3ds --save o.3ds
 refuse 2 "not '5x720'" o.3ds --save p.png --size 5x720
-refuse 2 "needs an object" --save p.png
+refuse 2 "requires OBJECT" --save p.png
 unset DISPLAY WAYLAND_DISPLAY
 refuse 1 "xvfb-run -a boreforge-view" o.3ds --save p.png
