@@ -7,6 +7,7 @@
 
 #include "UiTest.h"
 #include "dialogs/frmTunnelSettings.h"
+#include "editor/TunnelShapeFile.h"
 #include "editor/window/WindowInput.h"
 
 using namespace boreforge;
@@ -174,4 +175,18 @@ TEST_F(UiTest, OnlyASingleShapeOrTrackCanBeDroppedAnywhereOnTheWindow) {
     frmTunnelSettings dialog(&window);
     dialog.open();
     EXPECT_FALSE(IsTaken(window, {here + "a.zrbf"})) << "the window waits for a dialog";
+}
+
+TEST_F(UiTest, ADroppedShapeIsOpenedWhenTheFileManagerIsFreeAgain) {
+    MakePresetShape(kPresetRounded);
+    ASSERT_TRUE(SaveTunnelShape(In("s.zrbf")));
+    MakePresetShape(kPresetBox);
+    const QStringList urls{"file://" + QString::fromStdString(In("s.zrbf"))};
+    ASSERT_TRUE(IsTaken(Get(window, "txtSnap"), urls));
+    QMimeData dropped;
+    QDropEvent drop({}, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Get(window, "txtSnap"), &drop);
+    EXPECT_EQ(TunnelShape.NodeCount(), 4);
+    QApplication::processEvents();
+    EXPECT_EQ(TunnelShape.NodeCount(), 8);
 }

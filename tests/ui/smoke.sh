@@ -1,6 +1,6 @@
 #!/bin/sh
 # Uses the finished program as its user does, on a screen of its own: draws a shape, saves it, makes a tunnel.
-#   smoke.sh PROGRAM PROJECT CLOSE_WINDOW DRAG_SOURCE
+#   smoke.sh PROGRAM PROJECT CLOSE_WINDOW
 set -eu
 work=$(mktemp -d)
 trap 'kill ${program:-} ${screen:-} 2>/dev/null || true; wait; rm -rf "$work"' EXIT
@@ -28,20 +28,6 @@ answer() {
     xdotool type "$1"
     try sh -c "! xdotool search --onlyvisible --name '$2' || { xdotool key Return; sleep 0.2; false; }"
 }
-# Drags a file from another program to a place in the main window, which copies it. The other program doesn't have
-# to wait for a dialog that opens then.
-drop() {
-    env -i DISPLAY="$DISPLAY" HOME="$work/home" XDG_RUNTIME_DIR="$work/run" DBUS_SESSION_BUS_ADDRESS=disabled: \
-        QT_QPA_PLATFORM=xcb "$drag_source" "$1" >"$work/taken" &
-    source=$!
-    try xdotool search --onlyvisible --name "^Drag source"
-    xdotool mousemove 50 50 mousedown 1 mousemove --window "$main" "$2" "$3"
-    try sh -c "xdotool mousemove_relative 1 0 mousemove_relative -- -1 0; sleep 0.1; grep taken '$work/taken'"
-    xdotool mouseup 1
-    wait "$source"
-}
-
-drag_source=$4
 cp -r "$2/tracks" "$work"
 # Without a display, and with one that leads nowhere: one line, exit status 1.
 for nowhere in "" :65535; do
@@ -78,12 +64,6 @@ xdotool mousedown 1 mousemove --window "$main" 471 99 click 4 mouseup 1 key m
 click 496 149
 xdotool key Delete
 xdotool key f ctrl+z ctrl+y ctrl+z ctrl+shift+z ctrl+z  # turned over and back
-printf 'ZRBE\0\0\0\0' >"$work/no shape.zrbf"
-drop "$work/no shape.zrbf" 600 20  # on the snap box; it empties the shape
-use "Error!"
-xdotool key Return
-use "Zephyrail Boreforge"
-xdotool key ctrl+z
 # Two rows of moves, of node 0 and then of its other point, are two steps.
 xdotool key ctrl+Right Right Up Left Left ctrl+Down Down Down Escape Up ctrl+z ctrl+z
 click 66 15
@@ -97,9 +77,7 @@ use "3DS Tunnel Settings"
 click 310 254
 use "Save Tunnel as 3DS Object"
 answer "$work/tube" "^(Save Tunnel|3DS Tunnel)"
-drop "$work/tracks/mountain-circuit.zrtrack" 300 300
-use "3DS Tunnel Settings"
-click 390 254
+use "Zephyrail Boreforge"
 "$3" "$main"
 ended=$program program=
 wait "$ended"
