@@ -17,7 +17,7 @@ namespace {
 bool MakeObject(const std::string& path) {
     return LoadTunnelShape(BOREFORGE_PROJECT "/elements/horseshoe.zrbf") &&
            OpenTrack(BOREFORGE_PROJECT "/tracks/small-circuit.zrtrack") &&
-           RunTunnelJob(DeriveJobSettings({}, path), {.leavesTrack = true});
+           RunTunnelJob(DeriveJobSettings({}, path), {.track = true});
 }
 
 // Runs this program with an argument.

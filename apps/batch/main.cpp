@@ -64,9 +64,9 @@ std::string ConflictOf(const BatchOptions& options) {
             if (output.empty()) continue;
             const FileIdentity file = IdentityOf(output);
             if (const auto input = inputs.find(file); input != inputs.end())
-                return "'" + OneLine(output) + "' would replace '" + OneLine(input->second) + "'";
+                return "'" + ToOneLine(output) + "' would replace '" + ToOneLine(input->second) + "'";
             if (const auto [other, isNew] = outputs.emplace(file, output); !isNew)
-                return "'" + OneLine(other->second) + "' and '" + OneLine(output) + "' are the same file";
+                return "'" + ToOneLine(other->second) + "' and '" + ToOneLine(output) + "' are the same file";
         }
     return {};
 }
@@ -94,10 +94,11 @@ std::string DroppedBySave() {
 }
 
 void PrintCounts(const BatchOptions& options, const TrackReport& report) {
-    const std::string text =
-        Count(report.segments, "segment") + ", " + Count(report.tunnels, "tunnel segment") + ": " +
-        Count(report.objects, "object") + ", " + Count(report.faces, "face") + ", " +
-        Count(report.bytes, "byte") + (options.dryRun ? " for " : " in ") + OneLine(report.job.object) + "\n";
+    const std::string text = Count(report.segments, "segment") + ", " +
+                             Count(report.tunnels, "tunnel segment") + ": " +
+                             Count(report.objects, "object") + ", " + Count(report.faces, "face") + ", " +
+                             Count(report.bytes, "byte") + (options.dryRun ? " for " : " in ") +
+                             ToOneLine(report.job.object) + "\n";
     std::fputs(text.c_str(), stdout);
 }
 
@@ -114,11 +115,10 @@ TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
     if (!report.messages.errors.empty()) return report;
     if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
     report.segments = TrackFile.SegmentCount();
-    report.tunnels = CountTunnels();  // before the job clears the flags
+    report.tunnels = CountTunnelSegments();  // before the job clears the flags
     TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
     settings.PlaceObject = settings.PlaceObject && !options.noTrack;
-    const Outcome made =
-        RunTunnelJob(settings, {.leavesTrack = options.noTrack, .writesNothing = options.dryRun});
+    const Outcome made = RunTunnelJob(settings, {.track = options.noTrack, .writing = options.dryRun});
     if (!made) {
         ReportError(made.With({.path = job.track}), report.messages);
         return report;

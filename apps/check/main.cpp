@@ -71,7 +71,7 @@ std::string StateText(const ObjectSurface& surface) {
 std::string MaterialNames(const ObjectReport& report, const ObjectSurface& surface) {
     std::string names;
     for (const std::uint32_t material : surface.materials)
-        names += (names.empty() ? "" : ", ") + OneLine(Shortened(report.object.materials[material].name));
+        names += (names.empty() ? "" : ", ") + ToOneLine(Shorten(report.object.materials[material].name));
     return names;
 }
 
@@ -119,7 +119,7 @@ Json SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
                  {"bounds", BoundsJson(surface.bounds)},
                  {"materials", Json::array()}};
     for (const std::uint32_t material : surface.materials)
-        json["materials"].push_back(Shortened(report.object.materials[material].name));
+        json["materials"].push_back(Shorten(report.object.materials[material].name));
     if (HasVolume(surface)) json["volume"] = surface.volume;
     return json;
 }
@@ -127,7 +127,7 @@ Json SurfaceJson(const ObjectReport& report, const ObjectSurface& surface) {
 // Coordinates are in the file's axes: z is up.
 std::string ReportText(const ObjectReport& report) {
     const Object3DS& object = report.object;
-    std::string text = OneLine(report.path) + "\n";
+    std::string text = ToOneLine(report.path) + "\n";
     if (report.result != Verdict::Damaged)
         text += Count(object.meshCount, "object") + ", " + Count(object.materials.size(), "material") + ", " +
                 Count(object.points.size(), "point") + ", " + Count(object.faces.size(), "face") + "\n";
@@ -154,7 +154,7 @@ Json ReportJson(const ObjectReport& report) {
     json["faces"] = object.faces.size();
     json["materials"] = Json::array();
     for (const ObjectMaterial& material : object.materials)
-        json["materials"].push_back(Shortened(material.name));
+        json["materials"].push_back(Shorten(material.name));
     if (!object.points.empty()) json["bounds"] = BoundsJson(BoundsOf(object));
     json["surfaces"] = Json::array();
     for (const ObjectSurface& surface : report.surfaces)

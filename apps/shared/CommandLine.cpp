@@ -123,9 +123,9 @@ void PrintFailure(const std::string& program, const Failure& failure) {
 
 void PrintMessage(const std::string& program, const std::string& path, bool isError,
                   const std::string& text) {
-    const std::string file = path.empty() ? "" : OneLine(path) + ": ";
+    const std::string file = path.empty() ? "" : ToOneLine(path) + ": ";
     const std::string line = program + ": " + file + (isError ? "error: " : "warning: ") + text;
-    std::fprintf(stderr, "%s\n", Printable(line).c_str());
+    std::fprintf(stderr, "%s\n", ToPrintable(line).c_str());
 }
 
 }  // namespace boreforge

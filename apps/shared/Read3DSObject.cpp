@@ -158,7 +158,7 @@ class Reader {
         material.color = *color;
         const auto index = static_cast<std::uint32_t>(object_.materials.size());
         if (!materials_.emplace(material.name, index).second)
-            name->Fail("two materials have the name '" + OneLine(Shortened(material.name)) + "'");
+            name->Fail("two materials have the name '" + ToOneLine(Shorten(material.name)) + "'");
         object_.materials.push_back(material);
     }
 
@@ -166,7 +166,7 @@ class Reader {
     void ReadNamedObject(Chunk named) {
         const std::string name = named.Text();
         if (!objects_.insert(name).second)
-            named.Fail("two objects have the name '" + OneLine(Shortened(name)) + "'");
+            named.Fail("two objects have the name '" + ToOneLine(Shorten(name)) + "'");
         while (!named.AtEnd()) {
             const Chunk chunk = named.Next();
             if (chunk.Id() == N_TRI_OBJECT) ReadMesh(chunk);
@@ -241,7 +241,7 @@ class Reader {
         const std::string name = group.Text();
         const auto material = materials_.find(name);
         if (material == materials_.end())
-            group.Fail("there is no material '" + OneLine(Shortened(name)) + "'");
+            group.Fail("there is no material '" + ToOneLine(Shorten(name)) + "'");
         const std::size_t count = group.Word();
         for (std::size_t i = 0; i < count; ++i) {
             const std::size_t face = firstFace + group.Word();

@@ -34,11 +34,11 @@ Vec CameraPose::Seen(const Vec& point) const {
 }
 
 double CameraLens::PixelsPerUnit(double distance) const {
-    return 0.5 * std::min(width, height) / (halfAngle * distance);
+    return 0.5 * std::min(width, height) / (halfTangent * distance);
 }
 
 double CameraLens::VerticalDegrees() const {
-    return 360 / std::numbers::pi * std::atan(halfAngle * height / std::min(width, height));
+    return 360 / std::numbers::pi * std::atan(halfTangent * height / std::min(width, height));
 }
 
 bool CameraLens::Shows(const CameraPose& pose, const Vec& point) const {
@@ -113,7 +113,7 @@ CameraPose Ride::Pose(const TrackPath& path) const {
                      level * std::cos(pitch) + up * std::sin(pitch), up);
 }
 
-double RoundLength(double longest) {
+double RoundedDown(double longest) {
     const double power = std::pow(10, std::floor(std::log10(longest)));
     return power * (longest >= 5 * power ? 5 : longest >= 2 * power ? 2 : 1);
 }

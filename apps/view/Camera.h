@@ -14,9 +14,9 @@ struct CameraPose {
 };
 CameraPose LookAlong(const Vec& eye, const Vec& forward, const Vec& up);
 
-// What the picture shows: `halfAngle` is the tangent of half the angle of view across the shorter side.
+// What the picture shows: `halfTangent` is the tangent of half the angle of view across the shorter side.
 struct CameraLens {
-    double halfAngle = 0.3;
+    double halfTangent = 0.3;
     int width = 1280, height = 720;  // pixels
 
     double PixelsPerUnit(double distance) const;  // straight ahead
@@ -57,6 +57,6 @@ struct Ride {
 };
 
 // A round length, 1, 2 or 5 times a power of ten, that is at most `longest`.
-double RoundLength(double longest);
+double RoundedDown(double longest);
 
 }  // namespace boreforge

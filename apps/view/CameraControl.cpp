@@ -10,10 +10,10 @@ namespace boreforge {
 namespace {
 
 // Tangents of half the angle of view across the shorter side of the picture, by kind of view.
-constexpr double kAboveAngle = 0.15, kSideAngle = 0.3, kInsideAngle = 0.62;
+constexpr double kAboveTangent = 0.15, kSideTangent = 0.3, kInsideTangent = 0.62;
 
 // How far points stick out of the field of view of an eye at the origin, along one axis of the picture.
-struct FieldOfView {
+struct AxisFit {
     double slope;                                             // tangent of half its angle
     double above = -std::numeric_limits<double>::infinity();  // how far they stick out on the positive side
     double below = -std::numeric_limits<double>::infinity();  // and on the negative side
@@ -29,12 +29,12 @@ struct FieldOfView {
 };
 
 // Moves the eye so that the points fill the picture up to a margin, with equal margins at opposite sides.
-Aim Frame(CameraPose pose, CameraLens lens, double halfAngle, const std::vector<Vec>& points) {
+Aim FitPoints(CameraPose pose, CameraLens lens, double halfTangent, const std::vector<Vec>& points) {
     constexpr double kFilled = 0.9;
-    lens.halfAngle = halfAngle;
+    lens.halfTangent = halfTangent;
     const double shorter = std::min(lens.width, lens.height);
-    FieldOfView across{kFilled * lens.halfAngle * lens.width / shorter};
-    FieldOfView along{kFilled * lens.halfAngle * lens.height / shorter};
+    AxisFit across{kFilled * lens.halfTangent * lens.width / shorter};
+    AxisFit along{kFilled * lens.halfTangent * lens.height / shorter};
     double near = std::numeric_limits<double>::infinity(), far = -near;
     pose.eye = {};
     for (const Vec& point : points) {
@@ -50,7 +50,7 @@ Aim Frame(CameraPose pose, CameraLens lens, double halfAngle, const std::vector<
 }
 
 // The horizontal direction of the greatest spread: the principal axis of the points seen from above.
-Vec LongestExtent(const Object3DS& object) {
+Vec LongestDirection(const Object3DS& object) {
     Vec mean;
     for (const Vector3D& point : object.points)
         mean = mean + ToVec(point) * (1.0 / static_cast<double>(object.points.size()));
@@ -65,9 +65,9 @@ Vec LongestExtent(const Object3DS& object) {
     return {std::cos(angle), 0, std::sin(angle)};
 }
 
-Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& lens, double halfAngle,
+Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& lens, double halfTangent,
              double descent) {
-    const Vec across = LongestExtent(object);
+    const Vec across = LongestDirection(object);
     // Nearly the whole extent lies across the picture; a little turn shows the depth.
     const Vec level = Normalized(Cross(kUp, across) + across * 0.6);
     std::vector<Vec> points;
@@ -75,14 +75,14 @@ Aim AimAtAll(const Object3DS& object, const TrackPath& path, const CameraLens& l
         points.push_back(ToVec(point));
     for (const PathPoint& point : path)
         points.push_back(point.position);
-    return Frame(LookAlong({}, level - kUp * descent, kUp), lens, halfAngle, points);
+    return FitPoints(LookAlong({}, level - kUp * descent, kUp), lens, halfTangent, points);
 }
 
 // The longest part of a tunnel in a picture: points of the path for each unit of the roof's height.
-constexpr double kMostShown = 24;
+constexpr double kMaxShown = 24;
 
 // `points`, limited to 1 ... count - 1.
-std::size_t PointsWithin(const CoveredStretch& stretch, double points) {
+std::size_t ClampPoints(const CoveredStretch& stretch, double points) {
     return static_cast<std::size_t>(std::clamp(points, 1.0, static_cast<double>(stretch.count - 1)));
 }
 
@@ -110,8 +110,8 @@ Aim AimThrough(CameraLens lens, const TrackPath& path, const std::vector<Covered
     const std::size_t out = stretch.first + stretch.count;
     const double roof = stretch.roof;
     // Limited for very high roofs, since the search takes quadratic time.
-    const std::size_t most = PointsWithin(stretch, std::min(kMostShown * roof, 4000.0));
-    std::size_t points = PointsWithin(stretch, 8 * roof);  // from the eye to the exit
+    const std::size_t most = ClampPoints(stretch, std::min(kMaxShown * roof, 4000.0));
+    std::size_t points = ClampPoints(stretch, 8 * roof);  // from the eye to the exit
     while (points < most && BulgeOf(path, out - points - 1, out) < 0.45 * roof)
         ++points;
     const PathPoint& here = PointOf(path, out - points);
@@ -119,14 +119,14 @@ Aim AimThrough(CameraLens lens, const TrackPath& path, const std::vector<Covered
     const double height = 0.36 * roof;
     const Vec eye = here.position + here.up * height;
     const Vec forward = there.position + there.up * height - eye;
-    lens.halfAngle = kInsideAngle;
+    lens.halfTangent = kInsideTangent;
     return {LookAlong(eye, forward, here.up), lens, Length(forward)};
 }
 
 // The view of the whole object, with which the window starts.
 Aim AimAtWhole(const Object3DS& object, const CameraLens& lens) {
     constexpr double kDescent = 0.5;
-    return AimAtAll(object, {}, lens, kSideAngle, kDescent);
+    return AimAtAll(object, {}, lens, kSideTangent, kDescent);
 }
 
 // The entry of a tunnel, obliquely from outside, so that both the opening and the tunnel are visible.
@@ -134,7 +134,7 @@ Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, const Camera
     constexpr double kAhead = 0.76, kAside = 0.65, kDown = 0.2;  // of the direction of view
     const PathPoint& portal = PointOf(path, tunnel.first);
     const double roof = tunnel.roof;
-    const std::size_t shown = PointsWithin(tunnel, kMostShown * roof);
+    const std::size_t shown = ClampPoints(tunnel, kMaxShown * roof);
     const Vec ahead = Normalized(portal.forward - kUp * portal.forward.y);
     const Vec right = Cross(ahead, kUp);
     // From the outside of the bend: from the other side, the portal would hide the tunnel.
@@ -147,12 +147,13 @@ Aim AimAtEntry(const CoveredStretch& tunnel, const TrackPath& path, const Camera
             for (const double height : {-0.5 * roof, roof})
                 points.push_back(point.position + point.right * side + point.up * height);
     }
-    return Frame(LookAlong({}, ahead * kAhead + aside * kAside - kUp * kDown, kUp), lens, kSideAngle, points);
+    return FitPoints(LookAlong({}, ahead * kAhead + aside * kAside - kUp * kDown, kUp), lens, kSideTangent,
+                     points);
 }
 
 }  // namespace
 
-void CameraControl::Take(const Aim& aim) {
+void CameraControl::Apply(const Aim& aim) {
     aimed_ = aim.pose;
     lens_ = aim.lens;
     orbit_ = OrbitCamera::From(aim.pose, aim.distance);
@@ -161,7 +162,7 @@ void CameraControl::Take(const Aim& aim) {
 void CameraControl::Fit(const Object3DS& object) {
     state_ = Free();
     if (object.faces.empty()) return;
-    Take(AimAtWhole(object, lens_));
+    Apply(AimAtWhole(object, lens_));
     state_ = Fitted();
 }
 
@@ -172,13 +173,13 @@ Outcome CameraControl::LookFrom(ViewFrom view, const Object3DS& object, const Tr
         return Failure{.reason = path.empty() ? "The view from inside needs the track (--track)."
                                               : "The track doesn't run through the object."};
     if (view == ViewFrom::Inside)
-        Take(AimThrough(lens_, path, stretches));
+        Apply(AimThrough(lens_, path, stretches));
     else if (view == ViewFrom::Above)
-        Take(AimAtAll(object, path, lens_, kAboveAngle, kSteep));
+        Apply(AimAtAll(object, path, lens_, kAboveTangent, kSteep));
     else if (stretches.empty())
-        Take(AimAtAll(object, {}, lens_, kSideAngle, kShallow));
+        Apply(AimAtAll(object, {}, lens_, kSideTangent, kShallow));
     else
-        Take(AimAtEntry(LowestOf(stretches, path), path, lens_));
+        Apply(AimAtEntry(LowestOf(stretches, path), path, lens_));
     state_ = view;
     return {};
 }
@@ -221,7 +222,7 @@ bool CameraControl::LookAtTunnel(int step, const TrackPath& path) {
         tunnel_ = (*tunnel_ + count + static_cast<std::size_t>(step)) % count;
     else
         tunnel_ = step > 0 ? 0 : count - 1;
-    Take(AimAtEntry(tunnels[*tunnel_], path, lens_));
+    Apply(AimAtEntry(tunnels[*tunnel_], path, lens_));
     state_ = Free();
     return true;
 }
@@ -256,7 +257,7 @@ CameraPose CameraControl::Pose(const TrackPath& path) const {
 
 CameraLens CameraControl::Lens() const {
     CameraLens lens = lens_;
-    if (CurrentRide()) lens.halfAngle = kInsideAngle;
+    if (CurrentRide()) lens.halfTangent = kInsideTangent;
     return lens;
 }
 
@@ -268,11 +269,11 @@ bool CameraControl::IsInTunnel(const TrackPath& path) const {
 }
 
 std::optional<ScaleBar> CameraControl::Scale() const {
-    constexpr double kMostOfWidth = 0.2;
+    constexpr double kMaxShareOfWidth = 0.2;
     const ViewFrom* const view = std::get_if<ViewFrom>(&state_);
     if (CurrentRide() || (view && *view != ViewFrom::Above)) return std::nullopt;
     const double unit = lens_.PixelsPerUnit(orbit_.distance);
-    const double length = RoundLength(kMostOfWidth * lens_.width / unit);
+    const double length = RoundedDown(kMaxShareOfWidth * lens_.width / unit);
     return ScaleBar{length, length * unit};
 }
 

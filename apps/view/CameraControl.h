@@ -66,7 +66,7 @@ class CameraControl {
     struct Fitted {};
     struct Free {};
 
-    void Take(const Aim& aim);
+    void Apply(const Aim& aim);
 
     std::variant<Free, Fitted, ViewFrom, Ride> state_;  // ViewFrom: fixed, for a picture
     OrbitCamera orbit_;  // the camera outside a ride; it is kept for afterwards

@@ -45,8 +45,9 @@ class FaceGrid {
     }
 
   private:
-    static constexpr std::size_t kCells = 512;    // along each side
-    static constexpr std::size_t kMost = 10'000;  // faces that a cell keeps; tunnels have hundreds in each
+    static constexpr std::size_t kCells = 512;  // along each side
+    static constexpr std::size_t kMaxFacesPerCell =
+        10'000;  // faces that a cell keeps; tunnels have hundreds in each
 
     std::size_t Along(double at, double from) const {
         return static_cast<std::size_t>(std::clamp((at - from) / cell_, 0.0, double(kCells - 1)));
@@ -69,7 +70,7 @@ class FaceGrid {
             for (std::size_t row = CellAt(left, back); row <= CellAt(left, front); row += kCells)
                 for (std::size_t cell = row; cell <= row + width; ++cell) {
                     if (most-- == 0) return false;
-                    if (cells_[cell].size() < kMost) cells_[cell].push_back(i);
+                    if (cells_[cell].size() < kMaxFacesPerCell) cells_[cell].push_back(i);
                 }
         }
         return true;

@@ -109,7 +109,7 @@ ViewScene::ViewScene() {
     properties.insert("summary", QString());
     properties.insert("objectProblem", QString());
     properties.insert("trackProblem", QString());
-    Say({});
+    ShowNotice({});
     Switch("backFaces", true);
     Switch("help", false);
     Switch("fine", true);

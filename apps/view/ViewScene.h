@@ -42,7 +42,7 @@ class ViewScene {
     CameraPose Pose() const { return camera.Pose(track_); }
 
     // Shows a short notice until the next key is pressed.
-    void Say(const QString& text) { properties.insert("notice", text); }
+    void ShowNotice(const QString& text) { properties.insert("notice", text); }
 
     // What the user can switch: "backFaces" (shown in red), "help" (the keys), and "fine" (with shadows and
     // smooth edges, which take several times as long to draw).

@@ -73,7 +73,7 @@ void ViewWindow::AskForPicture() {
     rootObject()->setProperty("picture", false);
     const Outcome saved = SavePicture(arguments.FileName.toStdString(), picture);
     if (!saved) return ShowFailure(saved.Why());
-    scene_.Say("saved " + arguments.FileTitle);
+    scene_.ShowNotice("saved " + arguments.FileTitle);
 }
 
 QString ViewWindow::FolderOfObject() const {
@@ -86,14 +86,14 @@ QString ViewWindow::FolderOfObject() const {
 void ViewWindow::DrawPlainlyWhileMoving() {
     constexpr qint64 kStill = 250, kSlow = 60, kFast = 30;  // milliseconds
     scene_.Switch("fine", false);
-    still_.setSingleShot(true);
-    still_.setInterval(kStill);
-    still_.start();
-    connect(&still_, &QTimer::timeout, this, [this] { scene_.Switch("fine", true); });
+    stillTimer_.setSingleShot(true);
+    stillTimer_.setInterval(kStill);
+    stillTimer_.start();
+    connect(&stillTimer_, &QTimer::timeout, this, [this] { scene_.Switch("fine", true); });
     scene_.Moved = [this] {
         if (!isSlow_) return;
         scene_.Switch("fine", false);
-        still_.start();
+        stillTimer_.start();
     };
     // Both signals come from the render thread.
     connect(
@@ -108,17 +108,17 @@ void ViewWindow::DrawPlainlyWhileMoving() {
 }
 
 void ViewWindow::ShowTitle() {
-    const QString name = QFileInfo(QString::fromStdString(OneLine(scene_.ObjectPath()))).fileName();
+    const QString name = QFileInfo(QString::fromStdString(ToOneLine(scene_.ObjectPath()))).fileName();
     setTitle(name.isEmpty() ? tr("Boreforge View") : tr("%1 - Boreforge View").arg(name));
 }
 
-void ViewWindow::mousePressEvent(QMouseEvent* event) { last_ = event->position().toPoint(); }
+void ViewWindow::mousePressEvent(QMouseEvent* event) { lastMouse_ = event->position().toPoint(); }
 
 void ViewWindow::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton) return;
     const QPoint here = event->position().toPoint();
-    const QPoint offset = here - last_;
-    last_ = here;
+    const QPoint offset = here - lastMouse_;
+    lastMouse_ = here;
     const bool pans = event->buttons() & Qt::RightButton || event->modifiers() & Qt::ShiftModifier;
     scene_.camera.Drag(offset.x(), offset.y(), pans);
     scene_.ShowCamera();
@@ -137,7 +137,7 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
     const TrackPath& track = scene_.Track();
     const bool pans = event->modifiers() & Qt::ShiftModifier;
     const auto goToTunnel = [&](int step) {
-        if (!camera.LookAtTunnel(step, track)) scene_.Say("there is no tunnel to go to");
+        if (!camera.LookAtTunnel(step, track)) scene_.ShowNotice("there is no tunnel to go to");
     };
     const auto moveUp = [&](int up) {
         if (camera.CurrentRide())
@@ -145,7 +145,7 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
         else
             camera.Drag(0, -kStep * up, pans);
     };
-    scene_.Say({});
+    scene_.ShowNotice({});
     switch (event->key()) {
         case Qt::Key_F:
         case Qt::Key_Home:
@@ -153,7 +153,7 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             break;
         case Qt::Key_B:
             scene_.Switch("backFaces", !scene_.IsOn("backFaces"));
-            return scene_.Say(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
+            return scene_.ShowNotice(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
         case Qt::Key_N:
             goToTunnel(1);
             break;

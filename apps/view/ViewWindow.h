@@ -34,8 +34,8 @@ class ViewWindow : public QQuickView {
     void ShowTitle();
 
     ViewScene& scene_;
-    QPoint last_;   // of the mouse
-    QTimer still_;  // runs while the camera moves
+    QPoint lastMouse_;   // of the mouse
+    QTimer stillTimer_;  // runs while the camera moves
     QElapsedTimer frameStart_;
     bool isSlow_ = true;  // drawing with shadows and smooth edges takes too long here
 };

@@ -71,7 +71,7 @@ void AddOptions(CLI::App& application, Options& options) {
 Outcome CheckPicturePath(const Options& options) {
     for (const std::string& input : {options.object, options.track})
         if (!input.empty() && SameFile(options.picture, input))
-            return Failure{.headline = "Error - The Picture Would Replace " + OneLine(input) + "!"};
+            return Failure{.headline = "Error - The Picture Would Replace " + ToOneLine(input) + "!"};
     return {};
 }
 

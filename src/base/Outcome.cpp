@@ -22,7 +22,7 @@ void Append(std::string& text, const std::string& separator, const std::string& 
 }  // namespace
 
 std::string Failure::Text() const {
-    std::string body = OneLine(path), end = consequence, text = headline;
+    std::string body = ToOneLine(path), end = consequence, text = headline;
     Append(body, "\n", reason);
     Append(end, " ", advice);
     Append(text, "\n\n", body);

@@ -61,7 +61,7 @@ Failure SystemFailure(int error);
 // What `action` returns, or `failure` if memory runs out in it. The failure is moved, so no memory is needed
 // to return it.
 template <class Action>
-Outcome WithinMemory(const Action& action, Failure failure) {
+Outcome CatchingOutOfMemory(const Action& action, Failure failure) {
     try {
         return action();
     } catch (const std::bad_alloc&) {

@@ -27,15 +27,15 @@ char32_t TakeCharacter(std::string_view& text) {
     // Standard.
     const int ones = std::countl_one(byte(0));
     const std::size_t length = ones == 0 ? 1 : static_cast<std::size_t>(ones);
-    if (ones == 1 || ones > 4 || from.size() < length) return kNoCharacter;
+    if (ones == 1 || ones > 4 || from.size() < length) return kInvalidCharacter;
     char32_t character = byte(0) & (0x7F >> ones);
     for (std::size_t i = 1; i < length; ++i) {
-        if (byte(i) >> 6 != 2) return kNoCharacter;
+        if (byte(i) >> 6 != 2) return kInvalidCharacter;
         character = character << 6 | (byte(i) & 0x3F);
     }
     constexpr char32_t kFirstOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-    if (character < kFirstOfLength[length] || character > 0x10FFFF || surrogate) return kNoCharacter;
+    if (character < kFirstOfLength[length] || character > 0x10FFFF || surrogate) return kInvalidCharacter;
     text = from.substr(length);
     return character;
 }
@@ -60,12 +60,12 @@ bool ControlsTerminal(char32_t character) {
            (character >= 0x2066 && character <= 0x2069);
 }
 
-std::string Printable(std::string_view text) {
+std::string ToPrintable(std::string_view text) {
     std::string printable;
     while (!text.empty()) {
         const std::string_view before = text;
         const char32_t character = TakeCharacter(text);
-        if (character == kNoCharacter || (character != '\n' && ControlsTerminal(character)))
+        if (character == kInvalidCharacter || (character != '\n' && ControlsTerminal(character)))
             printable += '?';
         else
             printable += before.substr(0, before.size() - text.size());
@@ -73,16 +73,16 @@ std::string Printable(std::string_view text) {
     return printable;
 }
 
-std::string OneLine(std::string_view text) {
-    std::string line = Printable(text);
+std::string ToOneLine(std::string_view text) {
+    std::string line = ToPrintable(text);
     std::ranges::replace(line, '\n', '?');
     return line;
 }
 
-std::string Shortened(std::string_view name) {
-    constexpr int kMost = 60;
+std::string Shorten(std::string_view name) {
+    constexpr int kMaxCharacters = 60;
     std::string_view rest = name;
-    for (int i = 0; i < kMost && !rest.empty(); ++i)
+    for (int i = 0; i < kMaxCharacters && !rest.empty(); ++i)
         TakeCharacter(rest);
     return std::string(name.substr(0, name.size() - rest.size())) + (rest.empty() ? "" : "...");
 }

@@ -7,11 +7,11 @@
 
 namespace boreforge {
 
-inline constexpr char32_t kNoCharacter = 0xFFFFFFFF;
+inline constexpr char32_t kInvalidCharacter = 0xFFFFFFFF;
 
 // Removes and returns the first character of a UTF-8 text, which must not be empty. Removes one byte and
-// returns kNoCharacter if it doesn't start with valid UTF-8: a stray byte, an overlong form, half a surrogate
-// pair.
+// returns kInvalidCharacter if it doesn't start with valid UTF-8: a stray byte, an overlong form, half a
+// surrogate pair.
 char32_t TakeCharacter(std::string_view& text);
 
 // Converts UTF-8 to Windows-1252, one byte for each character. Returns nullopt if the text isn't UTF-8 or has
@@ -22,13 +22,13 @@ std::optional<std::string> ToWindows1252(std::string_view text);
 bool ControlsTerminal(char32_t character);
 
 // Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
-std::string Printable(std::string_view text);
+std::string ToPrintable(std::string_view text);
 
 // The same without line ends, for paths: a path or a name must not look like a line of its own.
-std::string OneLine(std::string_view text);
+std::string ToOneLine(std::string_view text);
 
 // The first 60 characters of a name from a file, then "..." if that isn't all of it. A byte that isn't UTF-8
 // counts as a character.
-std::string Shortened(std::string_view name);
+std::string Shorten(std::string_view name);
 
 }  // namespace boreforge

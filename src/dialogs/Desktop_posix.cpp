@@ -60,7 +60,7 @@ void FileDialog::accept() {
     const QModelIndexList rows = selection->selectedRows();
     const bool picked = rows.size() == 1 && rows.first().data() == name;
     if (!picked && acceptMode() == AcceptSave) {
-        const TypedName typed = MeaningOf(name, directory(), defaultSuffix());
+        const TypedName typed = ResolveTypedName(name, directory(), defaultSuffix());
         if (!typed.refusal.empty()) {
             ShowFailure({.headline = "Error - The Name Can't Be Used!", .reason = typed.refusal});
             return;

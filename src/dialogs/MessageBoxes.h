@@ -13,7 +13,7 @@ void ShowFailure(const Failure& failure);
 
 // Runs the action of an event. If memory runs out, tells the user and carries on.
 template <class Action>
-void Guarded(const Action& action) {
+void ReportingOutOfMemory(const Action& action) {
     try {
         action();
     } catch (const std::bad_alloc&) {

@@ -144,7 +144,7 @@ void frmTunnelSettings::MakeTunnelFrame() {
     lblTColor_ = new Swatch(color);
     SetGeometry(lblTColor_, kTColor);
     connect(lblTColor_, &QAbstractButton::clicked, this,
-            [this] { Guarded([this] { ChooseTunnelColor(); }); });
+            [this] { ReportingOutOfMemory([this] { ChooseTunnelColor(); }); });
     lblTColor_->setAccessibleName("Tunnel Color");
     tabOrder_.emplace_back(kTColor.tabIndex, lblTColor_);
     lblTColor_->ShowColor(ToQColor(color_));
@@ -197,7 +197,8 @@ void frmTunnelSettings::MakeButtons() {
         tabOrder_.emplace_back(geometry.tabIndex, button);
         return button;
     };
-    connect(make(kStart, "Make"), &QPushButton::clicked, this, [this] { Guarded([this] { Make(); }); });
+    connect(make(kStart, "Make"), &QPushButton::clicked, this,
+            [this] { ReportingOutOfMemory([this] { Make(); }); });
     connect(make(kCancel, "Cancel"), &QPushButton::clicked, this, [this] { reject(); });
 }
 

@@ -103,7 +103,7 @@ bool ShowSaveFileDialog(FileDialogArguments& arguments) {
     return Show(arguments, kHideReadOnly | prompt, fileDialogCalls.GetSaveFileName);
 }
 
-TypedName MeaningOf(const QString& typed, const QDir& folder, const QString& extension) {
+TypedName ResolveTypedName(const QString& typed, const QDir& folder, const QString& extension) {
     const QString path = typed.startsWith("~/") ? QDir::homePath() + typed.mid(1) : typed;
     const QFileInfo info(folder, path);
     if (info.isDir()) return {.folder = info.absoluteFilePath()};

@@ -59,7 +59,7 @@ struct TypedName {
     QString folder{}, file{};
     std::string refusal{};
 };
-TypedName MeaningOf(const QString& typed, const QDir& folder, const QString& extension);
+TypedName ResolveTypedName(const QString& typed, const QDir& folder, const QString& extension);
 
 // The folder `name` beside the program, or the program's own folder if that doesn't exist.
 QString ProgramFolder(const QString& name);

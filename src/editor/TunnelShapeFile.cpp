@@ -53,10 +53,10 @@ Outcome GetShape() {
 
 Outcome LoadTunnelShape(const std::string& path) {
     const Failure noMemory = SystemFailure(ENOMEM);
-    const Outcome read = WithinMemory([&] { return ReadFileToBuffer(path); }, noMemory);
+    const Outcome read = CatchingOutOfMemory([&] { return ReadFileToBuffer(path); }, noMemory);
     if (!read) return read;
     ResetTunnelShape();
-    const Outcome good = WithinMemory(GetShape, noMemory);
+    const Outcome good = CatchingOutOfMemory(GetShape, noMemory);
     if (!good) ResetTunnelShape();
     return good;
 }

@@ -173,12 +173,12 @@ Outcome CheckJob(const TunnelJobSettings& settings) {
 
 // Both files are complete on the disk before either is put in its place, and the object is in its place for
 // good before the track names it.
-Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
+Outcome MakeFiles(const TunnelJobSettings& settings, const SkippedSteps& skipped) {
     const std::string path = settings.OutputPath;
     OutputFile object;
     TrackSave track;
     const auto trackStep = [&](const auto& step, const std::string& state) {
-        return limits.leavesTrack ? Outcome() : ExplainTrack(step(), state);
+        return skipped.track ? Outcome() : ExplainTrack(step(), state);
     };
     const Outcome built =
         CheckJob(settings)
@@ -188,7 +188,7 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
                 BuildTunnels(settings);
                 return Compute3DSLength() < 0 ? kTooLarge : Outcome();
             });
-    if (!built || limits.writesNothing) return built;
+    if (!built || skipped.writing) return built;
     const auto writeTrack = [&] {
         ModifyTrack(settings);
         return track.Write();
@@ -205,7 +205,7 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const JobLimits& limits) {
 
 }  // namespace
 
-std::int32_t CountTunnels() {
+std::int32_t CountTunnelSegments() {
     return static_cast<std::int32_t>(std::ranges::count_if(
         TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel != kFalse; }));
 }
@@ -219,20 +219,20 @@ Outcome OpenTrack(const std::string& path) {
         std::ignore = TraceTrack();  // the job checks TrackTraced
         return Outcome();
     };
-    const Outcome traced = WithinMemory(trace, {.headline = "Error - Not Enough Memory!",
-                                                .path = path,
-                                                .reason = "There is not enough memory for its path."});
+    const Outcome traced = CatchingOutOfMemory(trace, {.headline = "Error - Not Enough Memory!",
+                                                       .path = path,
+                                                       .reason = "There is not enough memory for its path."});
     TrackLoaded = bool(traced);
     return traced;
 }
 
-Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits) {
+Outcome RunTunnelJob(const TunnelJobSettings& settings, const SkippedSteps& skipped) {
     if (!TrackLoaded) return Failure{};
-    if (CountTunnels() == 0) {
+    if (CountTunnelSegments() == 0) {
         BuildTunnels(settings);  // the model then has only the materials
         return Failure{.headline = "Track does not have any tunnels!", .isNotice = true};
     }
-    const Outcome done = WithinMemory([&] { return MakeFiles(settings, limits); }, kNoMemory);
+    const Outcome done = CatchingOutOfMemory([&] { return MakeFiles(settings, skipped); }, kNoMemory);
     if (!done) ResetModel();  // frees its memory
     return done;
 }

@@ -19,12 +19,12 @@ extern bool TrackLoaded;
 Outcome OpenTrack(const std::string& path);
 
 // The number of tunnel segments of the open track.
-std::int32_t CountTunnels();
+std::int32_t CountTunnelSegments();
 
 // Which steps a job skips; by default none.
-struct JobLimits {
-    bool leavesTrack = false;    // the track is neither saved nor changed in memory
-    bool writesNothing = false;  // the model is built and both files could be written, but neither is
+struct SkippedSteps {
+    bool track = false;    // the track is neither saved nor changed in memory
+    bool writing = false;  // the model is built and both files could be written, but neither is
 };
 
 // Builds the tunnel of the open track in the model, changes the track in memory as the settings say, writes
@@ -38,6 +38,6 @@ struct JobLimits {
 // - when either file can't be replaced where it is.
 // If writing fails later, the track is unchanged, but the object may already have been replaced. The track in
 // memory may then be changed, so it has to be opened again. A skipped step can't make the job fail.
-Outcome RunTunnelJob(const TunnelJobSettings& settings, const JobLimits& limits = {});
+Outcome RunTunnelJob(const TunnelJobSettings& settings, const SkippedSteps& skipped = {});
 
 }  // namespace boreforge

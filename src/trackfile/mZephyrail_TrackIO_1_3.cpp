@@ -136,14 +136,14 @@ Outcome ReadTrackFile(const std::string& path) {
     const Failure noMemory = SystemFailure(ENOMEM);
     Bytes content;
     FileState state;
-    const Outcome read = WithinMemory([&] { return ReadWholeFile(path, content, &state); }, noMemory);
+    const Outcome read = CatchingOutOfMemory([&] { return ReadWholeFile(path, content, &state); }, noMemory);
     if (!read) return read;
     ResetTrackFile();
     TrackBytes = std::move(content);
     TrackOnDisk.path = path;
     TrackOnDisk.state = state;
     ReadCursor at{TrackBytes};
-    const Outcome parsed = WithinMemory([&] { return ReadChunks(at); }, noMemory);
+    const Outcome parsed = CatchingOutOfMemory([&] { return ReadChunks(at); }, noMemory);
     if (!parsed) ResetTrackFile();
     TrackBytes.resize(1);  // keeps the capacity for the save
     return parsed;

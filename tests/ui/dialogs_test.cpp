@@ -36,7 +36,7 @@ TEST_F(UiTest, ATypedNameIsAFolderOrAFileWithTheExtensionOrRefused) {
                  {"absent/new", "", ""},
                  {"\"old\" new", "", ""}};
     for (const auto& [typed, entered, file] : cases) {
-        const TypedName name = MeaningOf(typed, folder, "3ds");
+        const TypedName name = ResolveTypedName(typed, folder, "3ds");
         EXPECT_EQ(QDir::cleanPath(name.folder), QDir::cleanPath(entered)) << typed.toStdString();
         EXPECT_EQ(name.file, file) << typed.toStdString();
         EXPECT_EQ(name.refusal.empty(), !(entered + file).isEmpty()) << typed.toStdString();
@@ -125,6 +125,6 @@ TEST_F(UiTest, AFileThatIsNoTrackOpensNoSettings) {
 }
 
 TEST_F(UiTest, AnActionThatRunsOutOfMemoryIsReported) {
-    Guarded([] { throw std::bad_alloc(); });
+    ReportingOutOfMemory([] { throw std::bad_alloc(); });
     EXPECT_EQ(user.messages, QStringList{"warning, Error!: Error - Not Enough Memory!"});
 }

@@ -122,7 +122,8 @@ frmMain::frmMain() {
 
 void frmMain::MakeToolRow() {
     const auto onClick = [this](QAbstractButton* button, std::function<void()> action) {
-        connect(button, &QAbstractButton::clicked, this, [action = std::move(action)] { Guarded(action); });
+        connect(button, &QAbstractButton::clicked, this,
+                [action = std::move(action)] { ReportingOutOfMemory(action); });
     };
     for (const auto& [tool, button] : kShapeTools)
         onClick(MakeButton(this, button, tabOrder_), [this, tool = tool] { RunTool(tool); });
@@ -210,13 +211,13 @@ bool frmMain::UseMouse(const QMouseEvent& event) {
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == pbShape_) {
         if (const auto* const mouse = dynamic_cast<QMouseEvent*>(event))
-            Guarded([&] {
+            ReportingOutOfMemory([&] {
                 if (UseMouse(*mouse)) Redraw();
             });
         const auto* const wheel = dynamic_cast<QWheelEvent*>(event);
         const int eighths = wheel ? wheel->angleDelta().y() : 0;
         if (eighths != 0)
-            Guarded([&] {
+            ReportingOutOfMemory([&] {
                 if (TurnWheel(eighths, Controls(wheel->buttons() != Qt::NoButton))) RedrawAndFocus();
             });
         return false;
@@ -224,12 +225,12 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress) {
         const auto& press = static_cast<const QMouseEvent&>(*event);
         const bool another = press.buttons() & ~press.button();
-        if (!another) Guarded(EndShapeStep);  // a click anywhere ends a series of arrow keys
+        if (!another) ReportingOutOfMemory(EndShapeStep);  // a click anywhere ends a series of arrow keys
     }
     if (event->type() == QEvent::KeyPress) {
         const KeyPress key = KeyPressOf(*static_cast<QKeyEvent*>(event));
         const std::optional<ShapeTool> tool = ToolOfKey(key);
-        Guarded([&] {
+        ReportingOutOfMemory([&] {
             if (tool)
                 RunTool(*tool);
             else if (PressKey(key, pbShape_->hasFocus(), Controls()))
@@ -246,7 +247,7 @@ void frmMain::resizeEvent(QResizeEvent*) {
     pbShape_->resize(std::max(0, width() - pbShape_->x()), std::max(0, height() - pbShape_->y()));
     ClampPan();
     UpdateViewOrigin(pbShape_->width(), pbShape_->height());
-    Guarded([this] { Redraw(); });
+    ReportingOutOfMemory([this] { Redraw(); });
 }
 
 // Qt delivers drags to a window even while a modal dialog blocks it.
@@ -259,7 +260,7 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 void frmMain::dropEvent(QDropEvent* event) {
     AcceptAsCopy(*event, true);
     QTimer::singleShot(0, this, [this, path = dragged_] {
-        if (!QApplication::activeModalWidget()) Guarded([&] { OpenDropped(path); });
+        if (!QApplication::activeModalWidget()) ReportingOutOfMemory([&] { OpenDropped(path); });
     });
 }
 
