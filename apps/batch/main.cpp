@@ -116,8 +116,7 @@ TrackReport RunJob(const BatchOptions& options, const BatchJob& job) {
     if (!job.trackOut.empty()) TrackFilePath = job.trackOut;
     report.segments = TrackFile.SegmentCount();
     report.tunnels = CountTunnelSegments();  // before the job clears the flags
-    TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
-    settings.PlaceObject = settings.PlaceObject && !options.noTrack;
+    const TunnelJobSettings settings = DeriveJobSettings(options.choices, job.object);
     const Outcome made = RunTunnelJob(settings, {.track = options.noTrack, .writing = options.dryRun});
     if (!made) {
         ReportError(made.With({.path = job.track}), report.messages);

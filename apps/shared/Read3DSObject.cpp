@@ -178,10 +178,12 @@ class Reader {
         ++object_.meshCount;
         const std::size_t firstPoint = object_.points.size();
         std::optional<Chunk> faces;
+        bool hasPoints = false;
         while (!mesh.AtEnd()) {
             Chunk chunk = mesh.Next();
             if (chunk.Id() == POINT_ARRAY) {
-                if (object_.points.size() > firstPoint) chunk.Fail("a mesh has two lists of points");
+                if (hasPoints) chunk.Fail("a mesh has two lists of points");
+                hasPoints = true;
                 ReadPoints(chunk);
             }
             if (chunk.Id() == TEX_VERTS) chunk.Finish(8 * std::size_t{chunk.Word()});

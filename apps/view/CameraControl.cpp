@@ -161,6 +161,7 @@ void CameraControl::Apply(const Aim& aim) {
 
 void CameraControl::Fit(const Object3DS& object) {
     state_ = Free();
+    tunnel_.reset();
     if (object.faces.empty()) return;
     Apply(AimAtWhole(object, lens_));
     state_ = Fitted();
@@ -202,7 +203,6 @@ void CameraControl::Drag(double right, double down, bool pan) {
 void CameraControl::Scroll(double steps, double right, double down, const Object3DS& object) {
     constexpr double kNearest = 0.01, kFarthest = 4;  // times the distance that shows the whole object
     if (Ride* const ride = std::get_if<Ride>(&state_)) return ride->ChangeSpeed(steps);
-    state_ = Free();
     OrbitCamera zoomed = orbit_;
     zoomed.Zoom(steps, right, down, lens_);
     const CameraPose pose = zoomed.Pose();
@@ -211,7 +211,9 @@ void CameraControl::Scroll(double steps, double right, double down, const Object
     const bool fits = steps > 0
                           ? zoomed.distance > kNearest * whole && std::ranges::any_of(object.points, isShown)
                           : zoomed.distance < kFarthest * whole;
-    if (fits) orbit_ = zoomed;
+    if (!fits) return;
+    state_ = Free();
+    orbit_ = zoomed;
 }
 
 bool CameraControl::LookAtTunnel(int step, const TrackPath& path) {

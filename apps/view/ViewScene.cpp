@@ -125,11 +125,18 @@ Outcome ViewScene::OpenObject(const std::string& path) {
     path_ = path;
     read_ = StampOf(path);
     Object3DS object;
-    const Outcome read = ReadObject(path, object);
+    std::vector<ObjectSurface> surfaces;
+    const auto readAll = [&] {
+        return ReadObject(path, object).Then([&] {
+            surfaces = FindSurfaces(object);
+            return Outcome();
+        });
+    };
+    const Outcome read =
+        CatchingOutOfMemory(readAll, {.path = path, .reason = "There is not enough memory for it."});
     properties.insert("objectProblem", TextOf(read));
     if (!read) return read;
     object_ = std::move(object);
-    const std::vector<ObjectSurface> surfaces = FindSurfaces(object_);
     properties.insert("summary", QString::fromStdString(Summary(object_, surfaces)));
     ShowGeometry();
     if (path != shownPath_) {

@@ -1,6 +1,8 @@
 // Messages to the user in message boxes.
 #pragma once
 
+#include <QGuiApplication>
+
 #include <new>
 
 #include "base/Outcome.h"
@@ -10,6 +12,15 @@ namespace boreforge {
 // Shows a modal message box with an OK button over the active window and waits for the user. A failure
 // without words isn't shown.
 void ShowFailure(const Failure& failure);
+
+// An hourglass in place of the cursor for as long as it exists.
+class WaitCursor {
+  public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+};
 
 // Runs the action of an event. If memory runs out, tells the user and carries on.
 template <class Action>

@@ -16,7 +16,7 @@ QString displayFailure;  // why Qt couldn't open a display, in its own words
 void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (type == QtFatalMsg) {
         std::fprintf(stderr, "%s: error: needs a display; %s (%s)\n", programName, adviceText,
-                     qUtf8Printable(displayFailure.trimmed()));
+                     qUtf8Printable((displayFailure.isEmpty() ? text : displayFailure).trimmed()));
         std::_Exit(1);
     }
     if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))

@@ -229,9 +229,10 @@ void frmTunnelSettings::Make() {
     arguments.Owner = this;
     arguments.OverwritePrompt = true;
     if (!ShowSaveFileDialog(arguments)) return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const Outcome made = RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString()));
-    QApplication::restoreOverrideCursor();
+    const Outcome made = [&] {
+        const WaitCursor wait;
+        return RunTunnelJob(DeriveJobSettings(Choices(), arguments.FileName.toStdString()));
+    }();
     if (!made) ShowFailure(made.Why());
     accept();
 }

@@ -153,14 +153,14 @@ SaveRules ObjectRules() {
 }
 
 // Every reason to refuse the job that follows from the track in memory and the settings.
-Outcome CheckJob(const TunnelJobSettings& settings) {
+Outcome CheckJob(const TunnelJobSettings& settings, const SkippedSteps& skipped) {
     const std::string& path = settings.OutputPath;
     if (!TrackTraced) return kNoPath;
     if (SameFile(path, TrackSavePath(TrackFilePath)))
         return Failure{.headline = "Error - The 3DS Object Would Replace the Track!",
                        .consequence = kNothingWritten,
                        .advice = kOtherName};
-    if (settings.PlaceObject && !ObjectNameInTrack(path))
+    if (settings.PlaceObject && !skipped.track && !ObjectNameInTrack(path))
         return Failure{.headline = "Error - The Object's Name Can't Be Put into the Track!",
                        .path = path,
                        .consequence =
@@ -181,7 +181,7 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const SkippedSteps& skipped
         return skipped.track ? Outcome() : ExplainTrack(step(), state);
     };
     const Outcome built =
-        CheckJob(settings)
+        CheckJob(settings, skipped)
             .Then([&] { return ExplainObject(object.Open(path, ObjectRules()), path); })
             .Then([&] { return trackStep([&] { return track.Open(TrackFilePath); }, kNothingWritten); })
             .Then([&] {

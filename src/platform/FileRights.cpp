@@ -49,8 +49,10 @@ bool HasAccessList(int file) {
 }
 
 Outcome CopyRights(int newFile, int oldFile) {
-    const std::optional<Rights> wanted = RightsOf(oldFile), before = RightsOf(newFile);
-    if (!wanted || !before) return SystemFailure(errno);
+    const std::optional<Rights> wanted = RightsOf(oldFile);
+    if (!wanted) return SystemFailure(errno);
+    const std::optional<Rights> before = RightsOf(newFile);
+    if (!before) return SystemFailure(errno);
     if (*wanted == *before) return {};
     // Compared once more: a system may drop set-id bits, or ignore what it can't store.
     if (SetRights(newFile, *before, *wanted) && RightsOf(newFile) == wanted) return {};

@@ -72,10 +72,10 @@ Outcome HashOpenFile(int file, std::size_t& hash) {
 
 namespace {
 
-// The whole content of an open file, whose position must be 0.
-Outcome ReadOpenFile(int file, Bytes& content) {
+// The whole content of an open file, whose position must be 0. `after`: as it was afterwards.
+Outcome ReadOpenFile(int file, Bytes& content, FileInfo& after) {
     const Failure changes{.reason = "It was being changed while it was read.", .problem = Problem::Changed};
-    FileInfo before, after;
+    FileInfo before;
     if (fileCalls.inspect(file, &before) != 0) return SystemFailure(errno);
     if (!before.isRegular) return Failure{.reason = "It is not a regular file."};
     if (before.size > kMaxFileSize) return Failure{.reason = "It is too large to be read."};
@@ -95,13 +95,14 @@ Outcome ReadWholeFile(const std::string& path, Bytes& content, FileState* state)
     content.clear();
     const OpenFile file(fileCalls.open(path.c_str(), OpenFor::Reading));
     if (!file) return OpenFailure();
-    const Outcome read = ReadOpenFile(file.Get(), content);
+    FileInfo info;
+    const Outcome read = ReadOpenFile(file.Get(), content, info);
     if (!read) {
         content.clear();
         return read;
     }
     if (!state) return {};
-    if (fileCalls.inspect(file.Get(), &state->info) != 0) return SystemFailure(errno);
+    state->info = info;
     state->hash = HashOf(content);
     state->hasAccessList = HasAccessList(file.Get());
     return {};

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/FileTags.h"
+#include "base/Text.h"
 #include "platform/Paths.h"
 #include "trackfile/HeaderChunks.h"
 #include "trackfile/PathChunks.h"
@@ -86,7 +87,7 @@ void SkipForeignChunk(ReadCursor& at) {
 // here it shows whether the file was cut short or is damaged.
 Failure ChunkFailure(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
     const std::ptrdiff_t present = std::ssize(TrackBytes) - start;
-    const std::string ofChunk = " of chunk \"" + tag + "\".";
+    const std::string ofChunk = " of chunk \"" + ToOneLine(tag) + "\".";
     if (tag.empty())
         return {.reason = "It ends at byte " + std::to_string(start) + ", where another chunk is due."};
     if (present < kTagAndSizeBytes || BigEndianAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)

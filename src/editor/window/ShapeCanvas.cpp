@@ -12,7 +12,9 @@ namespace {
 // The shape, for screen readers: "4 nodes, nothing selected" or "inside point 3 of 8, x 2.0, y 3.5".
 QString DescribeSelection() {
     if (TunnelShape.SelectedNode < 0)
-        return QStringLiteral("%1 nodes, nothing selected").arg(TunnelShape.NodeCount());
+        return QStringLiteral("%1 node%2, nothing selected")
+            .arg(TunnelShape.NodeCount())
+            .arg(TunnelShape.NodeCount() == 1 ? "" : "s");
     const auto node = static_cast<std::size_t>(TunnelShape.SelectedNode);
     const Vector3D& point =
         (TunnelShape.SelectedIsOutside ? TunnelShape.OutsideNodes : TunnelShape.InsideNodes)[node];

@@ -288,6 +288,7 @@ void frmMain::OpenShape() {
 
 void frmMain::OpenShapeAt(const QString& path) {
     if (OpenShapeFile(path.toStdString(), Controls())) return RedrawAndFocus();
+    // The picture of the old shape stays until the next redraw, even if the shape is now empty.
     pbShape_->Describe();
     ShowFailure({.headline = "Error - Invalid Tunnel Shape File!"});
 }
@@ -323,9 +324,10 @@ void frmMain::MakeObjectForTrack() {
 }
 
 void frmMain::MakeObjectForTrackAt(const QString& path) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const Outcome opened = OpenTrack(path.toStdString());
-    QApplication::restoreOverrideCursor();
+    const Outcome opened = [&] {
+        const WaitCursor wait;
+        return OpenTrack(path.toStdString());
+    }();
     // One message, whatever is wrong with the file; the batch program says what it is.
     if (!opened) return ShowFailure({.headline = opened.Why().headline});
     frmTunnelSettings settings(this);
