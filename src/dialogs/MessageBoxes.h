@@ -1,6 +1,7 @@
 // Messages to the user in message boxes.
 #pragma once
 
+#include <QCursor>
 #include <QGuiApplication>
 
 #include <new>
