@@ -73,7 +73,8 @@ void RequireExtension(const std::string& path, std::string_view extension) {
 BatchJob SingleJob(const BatchOptions& options) {
     if (options.otherFiles.empty()) throw CLI::RequiredError("OUTPUT");
     if (HasExtension(options.otherFiles[0], kTrackExtension))
-        throw CLI::ValidationError("several tracks need --output-folder");
+        throw CLI::ValidationError("'" + options.otherFiles[0] +
+                                   "' is a track, not an object; several tracks need --output-folder");
     RequireExtension(options.otherFiles[0], kObjectExtension);
     if (options.otherFiles.size() > 1)
         throw CLI::ExtrasError({options.otherFiles.begin() + 1, options.otherFiles.end()});

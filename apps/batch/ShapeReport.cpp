@@ -110,7 +110,7 @@ std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubl
     const std::string names[] = {"The inside contour", "The outside contour"};
     for (int i = 0; i < 2; ++i) {
         if (TwiceAreaOf(*drawn[i]) < 0 && !doubleSided)
-            warnings.push_back(names[i] + " is drawn clockwise, so its walls face the wrong way.");
+            warnings.push_back(names[i] + " runs clockwise, so its walls face the wrong way.");
         if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[i], contours[i]))
             warnings.push_back(names[i] + " crosses itself.");
     }

@@ -65,8 +65,9 @@ std::string ConflictOf(const BatchOptions& options) {
             const FileIdentity file = IdentityOf(output);
             if (const auto input = inputs.find(file); input != inputs.end())
                 return "'" + ToOneLine(output) + "' would replace '" + ToOneLine(input->second) + "'";
-            if (const auto [other, isNew] = outputs.emplace(file, output); !isNew)
-                return "'" + ToOneLine(other->second) + "' and '" + ToOneLine(output) + "' are the same file";
+            if (const auto [other, isNew] = outputs.emplace(file, job.track); !isNew)
+                return "'" + ToOneLine(other->second) + "' and '" + ToOneLine(job.track) +
+                       "' would both make '" + ToOneLine(output) + "'";
         }
     return {};
 }
@@ -167,7 +168,7 @@ std::filesystem::path FolderOf(const BatchOptions& options) {
     return std::u8string(options.outputFolder.begin(), options.outputFolder.end());
 }
 
-// Makes the folder for the outputs. `isNew`: it wasn't there yet.
+// Makes the folder for the outputs. `isNew`: it was made, not found.
 Outcome MakeFolder(const BatchOptions& options, bool& isNew) {
     std::error_code error;
     if (!options.outputFolder.empty()) isNew = std::filesystem::create_directory(FolderOf(options), error);

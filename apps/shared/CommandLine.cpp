@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view kHeadlinePrefix = "Error - ";
 
-// What is wrong with the arguments. An unknown option explains more than an argument that is missing.
+// What is wrong with the arguments. An unknown option is named rather than a missing argument.
 std::string UsageFault(const CLI::App& application, const CLI::ParseError& error) {
     for (const std::string& rest : application.remaining())
         if (rest.starts_with('-')) return "The following argument was not expected: " + rest;

@@ -171,7 +171,7 @@ class SurfaceFinder {
         for (std::uint32_t i = 0; i < object_.faces.size(); ++i)
             ++facesOf[patches_.Find(i)];
         for (std::size_t i = 0; i < surfaces_.size(); ++i) {
-            // A cap has one of three faces at each of the edges: more faces at the first rule it out.
+            // At each edge of a cap exactly three faces meet, so more at the first one rule it out.
             if (crowded[i].empty() || crowded[i].front().size() > 3 || !surfaces_[i].IsClosed()) continue;
             for (const EdgeUse& use : crowded[i].front()) {
                 const std::uint32_t patch = patches_.Find(use.face);

@@ -32,7 +32,8 @@ struct ObjectSurface {
     std::size_t opposedEdges = 0;   // with two faces that face opposite ways
     std::size_t doubledEdges = 0;   // with four or more faces, half of them facing each way
     std::size_t innerCapFaces = 0;  // faces of a cap inside the wall, see FindSurfaces
-    double volume = 0;              // in cubic units, negative if facing inwards; only if that is judged
+    double volume =
+        0;  // in cubic units, negative if facing inwards; meaningful only if facing is Outwards or Inwards
     Facing facing = Facing::NotJudged;
     ObjectBounds bounds;
     std::vector<std::uint32_t> materials;  // indices, ascending

@@ -41,8 +41,9 @@ std::string DamageText(const ObjectDamage& damage);
 
 // Fills `object` from a whole file, which may have no faces. False, with the reason in `damage` and an empty
 // object, if the file is damaged or isn't of this format. The lengths of nested chunks must add up and match
-// the counts. Coordinates must be finite, and names of objects and materials unique. Each face must have one
-// material, and its vertices and material must exist. Unknown chunks are skipped, as the format demands.
+// the counts. Coordinates must be finite and at most 1e12, and names of objects and materials unique. Each
+// face must have one material, and its vertices and material must exist. Unknown chunks are skipped, as the
+// format demands.
 [[nodiscard]] bool Read3DSObject(const Bytes& file, Object3DS& object, ObjectDamage& damage);
 
 }  // namespace boreforge

@@ -16,7 +16,7 @@ std::string Number(float value);
 // "1 edge", "2 edges"
 std::string Count(std::int64_t count, const std::string& thing);
 
-// The names of a program's output are in its manual page.
+// Each program's manual page lists its keys.
 using Json = nlohmann::ordered_json;
 
 // A finite number in as few digits as Number.

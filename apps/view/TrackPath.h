@@ -11,14 +11,14 @@ namespace boreforge {
 
 struct PathPoint {
     Vec position, right, up, forward;
-    bool isCovered = false;  // the object is above and below
+    bool isCovered = false;  // some face is above the point and another below it
     double roof = 0;         // from the point up to the object's highest surface above it, where covered
 };
 
 // A closed chain of points about half a unit apart; empty without a track.
 using TrackPath = std::vector<PathPoint>;
 
-// A point, also one that is counted on after the last.
+// The point at an index, which may run past the end: the path is closed.
 inline const PathPoint& PointOf(const TrackPath& path, std::size_t index) {
     return path[index % path.size()];
 }
@@ -39,8 +39,8 @@ void FindCover(TrackPath& path, const Object3DS& object);
 // The covered stretches in the order of the path.
 std::vector<CoveredStretch> CoveredStretches(const TrackPath& path);
 
-// A sphere around the object and the path, and the height of the ground below both: a ride leads far away
-// from the object. The object must have points.
+// A sphere around the object, which must have points, and the path, since a ride leads far away from the
+// object; and the height of the ground below both.
 struct Surroundings {
     Vec center;
     double radius, ground;

@@ -27,7 +27,7 @@ class ViewScene {
     // before stays, with the reason in the top line.
     Outcome OpenObject(const std::string& path);
     Outcome OpenTrackFile(const std::string& path);
-    // From now on, reads the object again whenever its file has changed and has then stayed as it is.
+    // From now on, reads the object again once its file has changed and then stopped changing.
     void FollowFile();
 
     const std::string& ObjectPath() const { return path_; }
@@ -56,7 +56,7 @@ class ViewScene {
     void ShowGeometry();
 
     std::string path_, shownPath_;  // shownPath_: of the object that was read last
-    FileStamp read_, seen_;         // of the object's file: when it was read, and when it was last looked at
+    FileStamp read_, seen_;         // of the object's file: at the last read, and at the last look
     Object3DS object_;
     TrackPath track_;
     QQuick3DGeometry walls_, rails_;

@@ -34,7 +34,7 @@ class ViewWindow : public QQuickView {
     void ShowTitle();
 
     ViewScene& scene_;
-    QPoint lastMouse_;   // of the mouse
+    QPoint lastMouse_;   // where the mouse was at its last event
     QTimer stillTimer_;  // runs while the camera moves
     QElapsedTimer frameStart_;
     bool isSlow_ = true;  // drawing with shadows and smooth edges takes too long here

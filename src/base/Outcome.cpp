@@ -43,7 +43,7 @@ Outcome Outcome::With(const Failure& context) const {
 
 Failure SystemFailure(int error) {
     Failure failure;
-    // ETXTBSY: on Windows it stands for any file that is in use; the system's text speaks only of programs.
+    // ETXTBSY: on Windows it stands for any file that is in use; the system's text is "Text file busy".
     failure.reason =
         error == ETXTBSY ? "Another program is using it." : std::generic_category().message(error) + ".";
     if (error == EACCES || error == EPERM || error == EROFS) failure.problem = Problem::NoAccess;

@@ -8,7 +8,7 @@
 
 namespace boreforge {
 
-// The failures that callers tell apart; all others differ only in their words.
+// The failures that callers handle differently. For all others only the words matter.
 enum class Problem {
     Other,
     Changed,   // another program changed the file since it was read, or made one in its place
@@ -39,7 +39,7 @@ class [[nodiscard]] Outcome {
     // True if it worked.
     explicit operator bool() const { return !failure_; }
 
-    // Why it failed. Only if it did.
+    // Why it failed. Call only after a failure.
     const Failure& Why() const { return *failure_; }
 
     // What `next` returns if this worked, else this failure: for steps that follow one another.

@@ -24,7 +24,7 @@ bool ControlsTerminal(char32_t character);
 // Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
 std::string ToPrintable(std::string_view text);
 
-// The same without line ends, for paths: a path or a name must not look like a line of its own.
+// The same without line ends: a path or a name must not look like a line of output.
 std::string ToOneLine(std::string_view text);
 
 // The first 60 characters of a name from a file, then "..." if that isn't all of it. A byte that isn't UTF-8

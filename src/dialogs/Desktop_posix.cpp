@@ -23,8 +23,8 @@ namespace boreforge {
 
 namespace {
 
-// Qt's own dialog. A desktop's dialog may add the extension after it has looked for an existing file, and
-// would then replace that file without asking.
+// Qt's own dialog. A desktop's dialog may add the extension only after it has asked about overwriting, and so
+// replace a file without asking.
 class FileDialog : public QFileDialog {
   public:
     FileDialog(QWidget* owner, const QString& title);

@@ -8,8 +8,8 @@ namespace boreforge {
 
 namespace {
 
-// The path of a local file, or of one that another computer shares with Windows. Some file managers name this
-// machine, as the drag and drop protocol of X11 asks them to.
+// The path of a local file, or of one that another computer shares with Windows. The drag and drop protocol
+// of X11 asks file managers to put this machine's name into the address; some do.
 QString PathOf(QUrl url) {
     if (url.host() == "localhost" || url.host() == QSysInfo::machineHostName().toLower()) url.setHost("");
     return url.toLocalFile();

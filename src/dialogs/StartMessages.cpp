@@ -21,7 +21,7 @@ void OnStartMessage(QtMsgType type, const QMessageLogContext& context, const QSt
     }
     if (!QLatin1String(context.category).startsWith(QLatin1String("qt.qpa.")))
         std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
-    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // that only repeats it
+    else if (displayFailure.isEmpty() || !text.startsWith("Could not load"))  // which only repeats the reason
         displayFailure = text;
 }
 

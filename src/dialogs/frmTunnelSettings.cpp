@@ -156,7 +156,7 @@ void frmTunnelSettings::MakeTunnelFrame() {
         cmbDetail_->addItem(QString::fromLatin1(choice.name.data()));
     cmbDetail_->setCurrentIndex(defaults.detailItem);
     cmbDetail_->setAccessibleName("Tunnel Curvature Detail");
-    // On Linux, Qt tells screen readers the selected item as the name.
+    // On Linux, Qt reports the selected item as the accessible name.
     cmbDetail_->setAccessibleDescription("Tunnel Curvature Detail");
     constexpr int kArrow = 30;  // logical pixels of the arrow and the frame
     texts_.push_back({cmbDetail_, "Extreme", cmbDetail_->size() - QSize(kArrow, 0)});

@@ -26,8 +26,8 @@ enum ColorDialogFlag : std::int32_t {
 };
 
 // Input and output of the dialog. Color is the initial colour, and afterwards the chosen one, or -1 if none
-// was chosen. AnyColor, FullOpen and PreventFullOpen are for screens with few colours and dialogs that
-// unfold, as on Windows; Qt's dialog always shows everything. Flags are derived from them.
+// was chosen. AnyColor, FullOpen and PreventFullOpen matter only to the dialog of Windows; Qt's always shows
+// everything. Flags are derived from them.
 struct ColorDialogArguments {
     PackedColor Color = 0;
     bool AnyColor = false;

@@ -31,7 +31,7 @@ struct FileDialogArguments {
     std::int32_t FilterIndex = 1;  // in: the selected pair, from 1; out: the one selected last
     QString InitialFolder{};       // ignored if it doesn't exist
     QString DialogTitle{};
-    QString DefaultExtension{};  // without the dot; added to a name without an extension
+    QString DefaultExtension{};  // without the dot; added to a name without this extension
     QWidget* Owner = nullptr;
     bool FileMustExist = false;    // open only: refuses the name of a missing file
     bool ReadOnly = false;         // open only: set if its box was ticked; Qt's dialog has no such box
@@ -53,7 +53,7 @@ struct FileDialogCalls {
 FileDialogCalls DesktopFileDialogs();
 extern FileDialogCalls fileDialogCalls;
 
-// What a name means that was typed into a dialog that saves: a folder to enter, a file with the dialog's
+// What the user means by a name typed into a save dialog: a folder to enter, a file with the dialog's
 // extension, or a refusal, with its reason.
 struct TypedName {
     QString folder{}, file{};

@@ -219,7 +219,8 @@ Vector3D Snapped(const Vector3D& position, const EditorControls& controls) {
 }
 
 std::string FormatPosition(float value) {
-    // A float times 100 is exact in 64 bits, so that round sees exact halves. Larger floats have no fraction.
+    // A float times 100 is exact in 64 bits, so that round sees exact halves. Floats from 2^23 on have no
+    // fraction.
     constexpr float kWhole = 1 << 23;
     const double rounded = std::fabs(value) < kWhole ? std::round(value * 100.0) / 100 : value;
     char digits[64];

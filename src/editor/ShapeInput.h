@@ -75,15 +75,15 @@ enum class ShapeTool {
     Redo,
 };
 
-// Runs any tool except open and save, which need a dialog. Returns false if there was nothing to do; the
-// canvas then doesn't get the focus either. Undo and redo do nothing while a mouse button is down.
+// Runs any tool except open and save, which need a dialog. Returns false if there was nothing to do: then the
+// canvas is neither repainted nor focused. Undo and redo do nothing while a mouse button is down.
 bool RunShapeTool(ShapeTool tool, const EditorControls& controls);
 
 // Turns the wheel by eighths of a degree. Runs the zoom-in tool for each whole notch away from the user and
 // the zoom-out tool for each notch towards them. Does nothing while a mouse button is down.
 bool TurnWheel(int eighths, const EditorControls& controls);
 
-// MakePresetShape and LoadTunnelShape as undo steps. A failed load that empties the shape is a step, too.
+// MakePresetShape and LoadTunnelShape as undo steps. If a failed load empties the shape, that is a step, too.
 void UsePreset(PresetShape preset, const EditorControls& controls);
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls);
 
@@ -123,7 +123,8 @@ std::optional<ShapeTool> ToolOfKey(const KeyPress& key);
 // snap interval, or by 0.1 if snapping is off, and with Alt both points of its node. Control+Left and
 // Control+Right select the previous and next point of the contour, Control+Up and Control+Down the node's
 // other point; hidden points can't be selected. Escape clears the selection. Successive moves are one undo
-// step, which any other key ends, wherever the focus is. No key acts while a mouse button is down.
+// step, which any other key ends, wherever the focus is. None of these keys acts while a mouse button is
+// down.
 bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls);
 
 // Whether the snap box, which shows `text`, accepts a typed character. It takes up to four characters, digits

@@ -20,7 +20,8 @@ inline constexpr float kZoomStep = 10;
 // Recomputes the view origin from the canvas's size in pixels and the pan.
 void UpdateViewOrigin(int canvasWidth, int canvasHeight);
 
-// Limits the pan to 20 shape units each way, at the current zoom.
+// Limits the pan to 20 shape units each way, at the current zoom. A reset of the shape doesn't call it: the
+// view then stays until the next pan, zoom or resize.
 void ClampPan();
 
 // The shape position at a canvas position, with z 0 and without snapping.

@@ -29,8 +29,8 @@ extern TunnelShapeState TunnelShape;
 // Empties the shape, sets the zoom to its default and selects nothing. SelectedIsOutside stays.
 void ResetTunnelShape();
 
-// Appends a node. Its outside point is `node` moved 0.5 away from each axis, 0 counting as positive. `node`
-// is taken by value, here and below, so that a point of the shape itself may be passed.
+// Appends a node. Its outside point is 0.5 farther from each axis; a coordinate of 0 counts as positive.
+// `node` is taken by value, here and below, so that a point of the shape itself may be passed.
 void AddShapeNode(Vector3D node);
 
 // Removes a node. An index outside the shape is ignored.
@@ -55,16 +55,16 @@ bool IsFinite(const std::vector<Vector3D>& contour);
 // point, which keeps the rounding small.
 double TwiceAreaOf(const std::vector<Vector3D>& contour);
 
-// Moves every outside point to the offset of the inside contour by `thickness`, with mitred corners, on the
-// side that isn't enclosed, whichever way the contour winds. A mitre is at most 3 times as long as the
-// thickness. Returns false and changes nothing for a contour of fewer than three nodes, without an area, or
-// with a coordinate that isn't finite.
+// Sets the outside contour to the inside contour offset by `thickness`, with mitred corners, away from the
+// enclosed side, whichever way the contour winds. A mitre is at most 3 times as long as the thickness.
+// Returns false and changes nothing for a contour of fewer than three nodes, without an area, or with a
+// coordinate that isn't finite.
 bool MakeWallEven(double thickness);
 
 // The ready-made shapes, which are sample shapes, too.
 enum PresetShape : std::int16_t { kPresetBox = 0, kPresetRounded = 1 };
 
-// Replaces the shape with a preset, or empties it if there is no preset of this number.
+// Replaces the shape with a preset, or empties it if the number is unknown.
 void MakePresetShape(std::int16_t preset);
 
 }  // namespace boreforge

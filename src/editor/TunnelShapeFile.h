@@ -18,8 +18,7 @@ Outcome LoadTunnelShape(const std::string& path);
 // Saves the shape to `path`, replacing any file except a track. If it fails, an existing file is unchanged.
 Outcome SaveTunnelShape(const std::string& path);
 
-// A shape of the folder elements/. They are part of the programs, so that they are there wherever these are
-// installed.
+// A shape of the folder elements/. They are built into the programs, so that no file has to be found.
 struct SampleShape {
     std::string_view name;  // of the file, without .zrbf
     std::string_view file;  // its bytes

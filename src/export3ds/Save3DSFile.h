@@ -31,7 +31,7 @@ Outcome Write3DSFile(OutputFile& file);
 std::int32_t Compute3DSLength();
 
 // The pieces of the format, each appended to the open output file.
-void PutChunkHeader(std::uint16_t id, std::int64_t length, OutputFile& file);  // below 2^31
+void PutChunkHeader(std::uint16_t id, std::int64_t length, OutputFile& file);  // length: below 2^31
 void PutWord(std::uint16_t value, OutputFile& file);
 void PutDword(std::uint32_t value, OutputFile& file);
 void PutPoint3(float x, float y, float z, OutputFile& file);

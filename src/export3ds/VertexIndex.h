@@ -43,7 +43,7 @@ class VertexIndex {
         return isNew;
     }
 
-    // Three vertices for each of an object's 10,000 faces.
+    // Three vertices for each of a mesh's 10,000 faces.
     static constexpr std::size_t kMaxVertices = 30000;
 
   private:

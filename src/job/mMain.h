@@ -24,12 +24,12 @@ std::int32_t CountTunnelSegments();
 // Which steps a job skips; by default none.
 struct SkippedSteps {
     bool track = false;    // the track is neither saved nor changed in memory
-    bool writing = false;  // the model is built and both files could be written, but neither is
+    bool writing = false;  // the model is built and both files can be written, but neither is
 };
 
 // Builds the tunnel of the open track in the model, changes the track in memory as the settings say, writes
 // the object to OutputPath and the track to TrackFilePath. It fails, before the first write,
-// - without words, when no track is open,
+// - with an empty Failure, when no track is open,
 // - with a notice when the track has no tunnel,
 // - when the track isn't traced, or was changed on the disk since it was read or saved,
 // - when OutputPath is the track, another track, a shape, or, if the object is to be placed, has a name

@@ -12,7 +12,7 @@ namespace boreforge {
 struct FileInfo {
     std::uint64_t device = 0, number = 0;
     std::int64_t size = 0;                   // bytes
-    std::int64_t modified = 0, changed = 0;  // nanoseconds since 1970: of the content, of anything
+    std::int64_t modified = 0, changed = 0;  // of the content, of anything; nanoseconds since 1970
     unsigned mode = 0;                       // permission bits, with the set-id bits
     unsigned owner = 0, group = 0;
     bool isRegular = false;
@@ -49,7 +49,7 @@ struct FileCalls {
     std::int64_t (*write)(int file, const void* bytes, std::size_t count);
     int (*rewind)(int file);
 
-    // Windows keeps rights by itself (see replaceIn): there a file's owner and permissions are always the
+    // On Windows replaceIn keeps the rights, so these do nothing there: owner and permissions always look the
     // same, and there are no lists.
     int (*setOwner)(int file, unsigned owner, unsigned group);
     int (*setMode)(int file, unsigned mode);

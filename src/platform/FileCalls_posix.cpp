@@ -71,8 +71,8 @@ int FlushFolder(int folder) {
     return result;
 }
 
-// Without RENAME_NOREPLACE, a second name and the removal of the first one: a second name, too, is refused if
-// it is taken.
+// Where RENAME_NOREPLACE isn't supported, links the new name and removes the old one: a link, too, fails if
+// the name is taken.
 int RenameIn(int folder, const char* from, const char* to) {
     if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0) return 0;
     if (errno != EINVAL && errno != ENOSYS) return -1;

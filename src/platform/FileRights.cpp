@@ -35,7 +35,7 @@ std::optional<Rights> RightsOf(int file) {
 bool SetRights(int file, const Rights& now, const Rights& wanted) {
     const bool changesOwner = now.owner != wanted.owner || now.group != wanted.group;
     if (changesOwner && fileCalls.setOwner(file, wanted.owner, wanted.group) != 0) return false;
-    // The list first: with the permission bits alone, someone whom the list keeps out could get in.
+    // The list first: with only the permission bits, someone whom the list excludes could open the file.
     const std::vector<std::uint8_t>& list = wanted.list;
     if (now.list != list && fileCalls.setAccessList(file, list.data(), list.size()) != 0) return false;
     return fileCalls.setMode(file, wanted.mode) == 0;

@@ -11,8 +11,8 @@ namespace boreforge {
 // them can't be the same.
 Outcome CopyRights(int newFile, int oldFile);
 
-// Gives a new file, which is private so far, the usual permissions except those that the file `source`
-// doesn't have. Its owner can always read and write it. If `source` has an access list, nobody else can.
+// Gives a new file, created private, the default permissions without those that the file `source` lacks. Its
+// owner can always read and write it. If `source` has an access list, nobody else can.
 Outcome LimitRights(int newFile, const FileState& source);
 
 // True when the file has an access list beyond its permission bits, or if that can't be determined.

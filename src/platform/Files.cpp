@@ -17,7 +17,7 @@ constexpr std::int64_t kMaxFileSize = 0x7FFFFFFF;  // positions in a file are si
 
 constexpr std::size_t kPieceLength = std::size_t{1} << 16;  // of a file that is hashed
 
-// Adds a piece to a hash. The factor is odd, so that the product keeps every bit of it.
+// Adds a piece to a hash. An odd factor loses no bits of the hash.
 std::size_t WithPiece(std::size_t hash, std::span<const std::uint8_t> piece) {
     const std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
     return hash * 31 + std::hash<std::string_view>()(text);

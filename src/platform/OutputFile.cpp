@@ -135,7 +135,7 @@ Outcome OutputFile::Complete() {
 }
 
 Outcome OutputFile::CheckTargetAgain() const {
-    if (!oldFile_) return {};  // the rename fails if there is a file now
+    if (!oldFile_) return {};  // if a file has appeared since, the rename fails
     FileInfo now, named;
     if (fileCalls.inspect(oldFile_.Get(), &now) != 0) return SystemFailure(errno);
     if (fileCalls.inspectIn(folder_.Get(), name_.c_str(), &named) != 0)

@@ -15,9 +15,9 @@
 
 namespace boreforge {
 
-// What a save must respect. Null means no such demand.
+// The conditions of a save. Null: not checked.
 struct SaveRules {
-    // Whether an old file may be replaced that starts with `beginning`, four bytes or fewer if it is shorter.
+    // Whether an old file may be replaced. `beginning` is its first four bytes, or all of a shorter file.
     std::function<Outcome(std::string_view beginning)> mayReplace = {};
     // The old file must be there and still have the content that it had when it was read, and no other of our
     // programs may be saving it. It is locked against them until the save is over.
@@ -47,8 +47,8 @@ class OutputFile {
     // nowhere; if the folder takes no new file; and if the old file's rights can't be kept.
     Outcome Open(const std::string& path, const SaveRules& rules = {});
 
-    // `count` bytes of the buffer, at most kBufferSize, for the caller to fill at once; they count as
-    // written.
+    // Appends `count` bytes, at most kBufferSize, and returns where they are. The caller must fill them
+    // before the next call.
     std::uint8_t* Claim(std::size_t count) {
         if (kBufferSize - used_ < count) FlushBuffer();
         std::uint8_t* const start = buffer_.get() + used_;

@@ -18,12 +18,12 @@ SplitPath Split(const std::string& path);
 // is none.
 std::string RealPath(const std::string& path);
 
-// Which file a path leads to, also through links. Paths to files that don't exist yet lead to the same one if
-// they are in the same folder and differ at most in case, since some disks ignore it. Only the letters from A
-// to Z have case; on Windows, all do.
+// Which file a path leads to, also through links. Paths to files that don't exist yet count as the same if
+// folder and name agree without regard to case, which some disks ignore. Only the letters from A to Z have
+// case; on Windows, all do.
 struct FileIdentity {
     std::uint64_t device = 0, number = 0;  // of the file, or of its folder if there is no file, or 0
-    std::string newName;  // in lower case: empty if there is a file, the whole path if there is no folder
+    std::string newName;  // in lower case; empty if the file exists, the whole path if its folder doesn't
     friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
 };
 FileIdentity IdentityOf(const std::string& path);

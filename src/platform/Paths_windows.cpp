@@ -68,7 +68,7 @@ std::string RealPath(const std::string& path) {
 FileIdentity IdentityOf(const std::string& path) {
     FileInfo info;
     if (Inspect(path, info)) return {info.device, info.number, ""};
-    // The full path is without the dots and spaces at its end, which the system ignores.
+    // The system ignores dots and spaces at the end of a name; the full path is without them.
     const SplitPath split = Split(ToUtf8(ToSystemPath(path)));
     if (!Inspect(split.folder, info)) return {0, 0, ToLower(split.folder + split.name)};
     return {info.device, info.number, ToLower(split.name)};

@@ -11,7 +11,7 @@ namespace boreforge {
 // already are left alone. On Windows these are Ctrl+C, Ctrl+Break, and the closing of the console.
 void RemoveUnfinishedOnSignals();
 
-// Blocks those signals while a file and the record of it are created or removed together. Can be nested.
+// Blocks those signals, so that a file and its record change together. Can be nested.
 class BlockedSignals {
   public:
     BlockedSignals();

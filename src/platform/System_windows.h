@@ -12,7 +12,7 @@ namespace boreforge {
 std::wstring ToWide(std::string_view text);
 std::string ToUtf8(std::wstring_view text);
 
-// An absolute path in the form that may be longer than 260 characters: "\\?\C:\folder\name". Names of devices
+// An absolute path in the form without the limit of 260 characters: "\\?\C:\folder\name". Names of devices
 // stay as they are.
 std::wstring ToSystemPath(std::string_view path);
 

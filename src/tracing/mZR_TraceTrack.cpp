@@ -84,7 +84,8 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
 
 float BankOf(const Matrix3D& frame) { return static_cast<float>(Atan2(frame[4], frame[5])); }
 
-// The roll that the node at the end of a piece asks for, relative to the frame.
+// The roll that a node asks for, relative to the frame: straight to its bank, or over bank plus a full turn
+// if that is shorter; never over bank minus a full turn, as existing tracks expect.
 float RelativeRoll(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     if (node.RollFlag) return node.Roll;
     const float bank = BankOf(lastFrame);
@@ -97,7 +98,7 @@ float RelativeRoll(const TrackBezierNode& node, const Matrix3D& lastFrame) {
 // roll isn't finite.
 bool RollPiece(const TrackBezierNode& node, TracedSegment& traced) {
     const std::int32_t count = traced.SampleCount();
-    if (count < 2) return true;  // the only sample is the first, so no roll is read
+    if (count < 2) return true;  // a single sample is the first, which gets no roll
     if (!std::isfinite(node.Roll)) return false;
     const float delta = RelativeRoll(node, traced.Samples.back().Orientation);
     if (!node.RollFlag && delta == 0) return true;
@@ -134,7 +135,7 @@ bool IsFinite(const Piece& piece) {
 }
 
 // Sets the lengths of all segments. False if the path can't be walked. Only what the walk uses must be
-// finite: nodes beyond the last segment don't matter.
+// finite: positions of nodes beyond the last segment don't matter.
 bool MeasurePieces(std::vector<TracedSegment>& segments) {
     double total = 0;
     for (std::int32_t i = 0; i <= TraceUpperIndex; ++i) {

@@ -48,8 +48,8 @@ void TraceSegment(std::int32_t index);
 // The length of a Bezier curve as the sum of 200 chords, arguments as for BezierPoint.
 float MeasureBezierLength(const Vector3D& p0, const Vector3D& c0, const Vector3D& p1, const Vector3D& c1);
 
-// The longest path that is traced, in units: a thousand times that of a real track. If a piece is far longer,
-// its parameter step is too small to change a 32-bit parameter, and the walk would never end.
+// The longest path that is traced, in units: a thousand times that of a real track. On a far longer piece the
+// step would vanish when it is added to a 32-bit parameter, and the walk would never end.
 inline constexpr double kMaxPathLength = 1'000'000;
 
 }  // namespace boreforge

@@ -39,7 +39,7 @@ struct ListLayout : ChunkLayout<tag, size, children> {
     }
 };
 
-// Reads from after the tag up to the first child or the next chunk.
+// Reads a chunk whose tag has been read, without its children.
 template <class Layout>
 void ReadChunk(ReadCursor& at, TrackDocument& track) {
     track.*Layout::Size = ReadI32(at);

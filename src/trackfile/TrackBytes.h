@@ -18,9 +18,9 @@ namespace boreforge {
 // The whole file during a load or a save.
 extern Bytes TrackBytes;
 
-// A position in bytes that are read or written. A step past the end, or of negative length, doesn't move the
-// cursor but marks it as failed for good; a read then returns zero. So callers need to test for failure only
-// once, at the end.
+// A position in bytes that are read or written. A step past the end, or of negative length, leaves the cursor
+// where it is and fails it for good; a read then returns zero. So callers need to test for failure only once,
+// at the end.
 template <class Byte>
 struct ByteCursor {
     std::span<Byte> bytes;

@@ -31,7 +31,7 @@ struct TrackBezierNode {
     Vector3D ControlOut;  // for the piece that starts here
     float Roll = 0;       // radians
     Truth NodeFlagA = kFalse;
-    Truth RollFlag = kFalse;  // true: Roll is a turn on top of the frame; false: Roll is the bank to reach
+    Truth RollFlag = kFalse;  // true: Roll is added to the frame's; false: Roll is the bank at the node
     Truth NodeFlagB = kFalse;
 };
 
@@ -158,7 +158,7 @@ struct TrackDocument {
     std::vector<TrackScenery> SceneryObjects;
 
     std::int32_t TeraSize = 0, TeraChildren = 0;
-    Truth HasTerrain = kFalse;  // whether there was a terrain, and a save writes one
+    Truth HasTerrain = kFalse;  // whether the file had a terrain; a save then writes one
     std::int32_t TerrainWidth = 0, TerrainDepth = 0;
     float TerrainFloat1 = 0, TerrainFloat2 = 0;
     std::string TerrainText1;

@@ -200,7 +200,7 @@ bool ComputeChunkSizes() {
         std::int64_t bytes = 0;
         std::int32_t count = 0;
     };
-    std::array<Chunks, kChunkTree.size() + 1> counted;  // by depth: the chunks seen since the last parent
+    std::array<Chunks, kChunkTree.size() + 1> counted;  // by depth: the chunks whose parent comes next
     // NOLINTNEXTLINE(modernize-loop-convert): clang 14 can't compile a reversed view
     for (auto kind = kChunkTree.rbegin(); kind != kChunkTree.rend(); ++kind) {
         if (!IsWritten(*kind)) continue;

@@ -16,7 +16,8 @@ namespace boreforge {
 // holds a count or length that doesn't fit its size.
 Outcome ReadTrackFile(const std::string& path);
 
-// The file that the open track was read from, as it was when it was last read or saved.
+// The file that the open track was read from, as it was when it was read; after a save, with the new size and
+// hash.
 struct TrackFileOnDisk {
     std::string path;  // empty if no track is open
     FileState state;
@@ -31,7 +32,7 @@ extern TrackFileOnDisk TrackOnDisk;
 // file lacks. Also sets the Size and Children fields of TrackFile.
 Outcome WriteTrackFile(const std::string& path);
 
-// The same in steps, as those of OutputFile.
+// WriteTrackFile step by step, like OutputFile.
 class TrackSave {
   public:
     Outcome Open(const std::string& path);

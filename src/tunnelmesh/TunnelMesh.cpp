@@ -114,7 +114,7 @@ void AddWall(const Wall& wall, std::int16_t materialIndex) {
     BeginObject(kObjectPrefix, materialIndex, false, true);
     for (std::size_t quad = 0; quad < wall.QuadCount();) {
         const Part part = PartOf(wall, quad);
-        // With one node, the corners of a quad are not four points.
+        // With one node, a quad's corners are only two points.
         if (wall.nodes > 1 && AreAllDifferent(part.points))
             AddPart(wall, part);
         else
@@ -184,7 +184,7 @@ WallSize SizeOfWall(const std::vector<Vector3D>& contour, std::int32_t segmentIn
     const auto sides = static_cast<std::int64_t>(BandCount(segmentIndex, detailStep)) * (doubleSided ? 2 : 1);
     const auto nodes = std::ssize(contour),
                finite = std::ranges::count_if(contour, [](const Vector3D&v) { return IsFinite(v); });
-    // In each band a node belongs to two quads, and in each of these to three corners of triangles.
+    // In each band a node belongs to two quads, each of which uses it for three corners of triangles.
     return {.faces = 2 * sides * nodes, .unsharedPoints = 6 * sides * (nodes - finite)};
 }
 

@@ -156,7 +156,7 @@ refuse 2 "'u' doesn't end in .zrtrack" t.zrtrack o.3ds --track-out u
 refuse 2 "not expected: third" t.zrtrack o.3ds third
 refuse 2 "several tracks need --output-folder" t.zrtrack u.zrtrack
 refuse 2 "--shape has no value" t.zrtrack o.3ds --shape= s.zrbf
-refuse 2 "'new/t.3ds' and 'new/t.3ds' are the same file" t.zrtrack u.zrtrack a/t.zrtrack --output-folder new
+refuse 2 "'t.zrtrack' and 'a/t.zrtrack' would both make 'new/t.3ds'" t.zrtrack u.zrtrack a/t.zrtrack --output-folder new
 refuse 2 "'o.3ds' doesn't end in .zrtrack" t.zrtrack o.3ds --output-folder .
 refuse 2 "excludes" t.zrtrack --output-folder . --track-out x.zrtrack
 refuse 2 "excludes" t.zrtrack o.3ds --no-track --track-out x.zrtrack
@@ -180,9 +180,9 @@ refuse 2 "'d/../u.zrtrack' would replace 'u.zrtrack'" u.zrtrack o.3ds --track-ou
 refuse 2 "'u.zrtrack' would replace 'link.zrtrack'" link.zrtrack o.3ds --track-out u.zrtrack
 refuse 2 "'s.3ds' would replace 's.zrbf'" t.zrtrack s.3ds --shape s.zrbf
 refuse 2 "'s.zrtrack' would replace 's.zrbf'" t.zrtrack o.3ds --shape s.zrbf --track-out s.zrtrack
-refuse 2 "'new/t.3ds' and 'new/T.3ds' are the same file" t.zrtrack a/T.zrtrack --output-folder new
+refuse 2 "'t.zrtrack' and 'a/T.zrtrack' would both make 'new/T.3ds'" t.zrtrack a/T.zrtrack --output-folder new
 rm d/*
-refuse 2 "'d/t.3ds' and 'd/T.3ds' are the same file" t.zrtrack a/T.zrtrack --output-folder d
+refuse 2 "'t.zrtrack' and 'a/T.zrtrack' would both make 'd/T.3ds'" t.zrtrack a/T.zrtrack --output-folder d
 
 # A message doesn't get into a file because a standard stream is closed; output that can't be written is a failure.
 for closed in "0<&-" "1>&-" "2>&-" "0<&- 1>&- 2>&-"; do

@@ -25,7 +25,7 @@ TEST(ShapeReportTest, EachShapeThatIsProbablyWrongHasItsWarning) {
         {"empty", {}, {}, "The shape is empty, so the object has no faces."},
         {"a line", {{0, 0, 0}, {1, 1, 0}}, {{0, 2, 0}, {1, 3, 0}}, "The shape has fewer than three nodes."},
         {"clockwise", Nodes(a.rbegin(), a.rend()), kOutside,
-         "The inside contour is drawn clockwise, so its walls face the wrong way."},
+         "The inside contour runs clockwise, so its walls face the wrong way."},
         {"crossed edges", {a[0], a[2], {-1, 5, 0}, a[3], a[3], a[3]}, large, crossed},
         {"crossed in a common node",
          {{-1, -1, 0}, {0, 0, 0}, {1, 1, 0}, {1, -1, 0}, {0, 0, 0}, {-1, 1, 0}},

@@ -10,7 +10,7 @@ Item {
     readonly property bool empty: scene.summary === ""
     property bool picture: false  // one to be saved, without texts
 
-    // Never thinner than some pixels. `front`: also seen through what is in front of them.
+    // Never thinner than some pixels. `front`: drawn faintly over what hides them.
     component Rails: Model {
         id: rails
         property vector2d viewport

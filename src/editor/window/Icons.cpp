@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kSizes[] = {BOREFORGE_ICON_SIZES};  // pixels, ascending; the build draws these
 
-// Reads a size when it is first shown. A plain QIcon would read all of them at the start, which would take a
+// Loads each size when it is first needed. A plain QIcon would load all of them, and the start would take a
 // fifth longer.
 class IconEngine : public QIconEngine {
   public:

@@ -92,7 +92,7 @@ void ImageSurface::DrawStrands(QPointF from, QPointF to, const ColorRGB& color) 
     const double slope = length > 0 ? std::hypot(delta.x(), delta.y()) / length : 1;
     const int strands = density_ == 1 ? 1 : static_cast<int>(std::lround(thickness * slope));
     const double half = (strands - 1) / 2.0;
-    // The ends reach as far as the line is thick.
+    // Square ends: longer by half the thickness.
     const QPointF reach = length > 0 ? delta * ((thickness - 1) / 2.0 / length) : QPointF();
     for (int i = 0; i < strands; ++i) {
         const QPointF aside = flat ? QPointF(0, i - half) : QPointF(i - half, 0);

@@ -14,9 +14,9 @@ namespace boreforge {
 // A surface for DrawTunnelShape. It paints on the image for as long as it exists. Positions are in logical
 // pixels and may be far outside the image or NaN.
 //
-// Dots are centred on lines: positions are rounded to device pixels, and dots are an even number of pixels
-// wide if lines are. At one device pixel per logical pixel only dots are rounded; QPainter places the ends of
-// lines.
+// Dots are centred on lines: positions are rounded to device pixels, and where a line is an odd number of
+// pixels wide, dots are centred on a pixel. At one device pixel per logical pixel only dots are rounded;
+// QPainter places the ends of lines.
 class ImageSurface {
   public:
     // Draws into `image`, which is resized to this size and density. With an empty size it becomes a null

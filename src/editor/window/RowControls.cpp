@@ -27,7 +27,7 @@ SnapBox::SnapBox(QWidget* parent) : QLineEdit("0.5", parent) {
     setMaxLength(5);
     // Pasted and dropped text bypasses keyPressEvent: allow digits and points only.
     setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9.]*"), this));
-    // Its menu would offer an undo under the key that undoes the shape.
+    // Its menu would offer Ctrl+Z, which here undoes the shape.
     setContextMenuPolicy(Qt::PreventContextMenu);
     // An input method would bypass keyPressEvent, too.
     setAttribute(Qt::WA_InputMethodEnabled, false);

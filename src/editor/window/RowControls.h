@@ -6,8 +6,8 @@
 
 namespace boreforge {
 
-// A button of the tool row. On a dark desktop it is lighter while pressed or checked: styles darken it so
-// little that nobody could see it there.
+// A button of the tool row. On a dark desktop it is lighter while pressed or checked: styles darken it too
+// little to be noticed there.
 class RowButton : public QToolButton {
   public:
     using QToolButton::QToolButton;
@@ -16,8 +16,9 @@ class RowButton : public QToolButton {
     void initStyleOption(QStyleOptionToolButton* option) const override;
 };
 
-// The text box txtSnap for the snap interval. Accepts only characters that SnapCharacterPasses allows.
-// Selects its whole text when it gets the focus, except when the window is activated again.
+// The text box txtSnap for the snap interval. Accepts only typed characters that SnapCharacterPasses allows,
+// and pasted digits and points. Selects its whole text when it gets the focus, except when the window is
+// activated again.
 class SnapBox : public QLineEdit {
   public:
     explicit SnapBox(QWidget* parent);

@@ -41,8 +41,8 @@ KeyCode CodeIn(std::span<const Key> keys, const auto& member, const auto& wanted
     return found == keys.end() ? KeyCode::Other : found->code;
 }
 
-// Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. Where a digit
-// key types it, that counts only for a "+" or "-" without Shift.
+// Whether a key that typed "+", "=", "-" or "_" is the plus or the minus key of its keyboard. A digit key
+// counts only if it types "+" or "-" without Shift.
 bool IsSignKey(const QKeyEvent& event) {
     constexpr quint32 kOne = 10, kZero = 19;  // scan codes of the digit row's ends
     const bool isDigit = event.nativeScanCode() >= kOne && event.nativeScanCode() <= kZero;

@@ -79,7 +79,7 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
     return arguments;
 }
 
-// Qt takes widgets without a role for groups of controls.
+// Without this, Qt tells screen readers that both are groups of controls.
 QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
     if (auto* const canvas = dynamic_cast<ShapeCanvas*>(object))
         return new QAccessibleWidget(canvas, QAccessible::Canvas);
