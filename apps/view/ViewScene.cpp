@@ -139,14 +139,12 @@ Outcome ViewScene::OpenObject(const std::string& path) {
     object_ = std::move(object);
     properties.insert("summary", QString::fromStdString(Summary(object_, surfaces)));
     ShowGeometry();
-    if (path != shownPath_) {
-        shownPath_ = path;
-        // Back faces would show through transparent walls, and where the two sides of a wall are equally far
-        // away.
-        Switch("backFaces",
-               !IsOn("transparent") && std::ranges::none_of(surfaces, &ObjectSurface::IsDoubleSided));
-        camera.Fit(object_);
-    }
+    // Red backs would show through transparent walls, and where the two sides of a wall are equally far away.
+    const bool hidesBacks =
+        !IsOn("transparent") && std::ranges::none_of(surfaces, &ObjectSurface::IsDoubleSided);
+    if (path != shownPath_ || !hidesBacks) Switch("backFaces", hidesBacks);
+    if (path != shownPath_) camera.Fit(object_);
+    shownPath_ = path;
     ShowCamera();
     return {};
 }

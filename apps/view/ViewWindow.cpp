@@ -155,10 +155,8 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
             scene_.Switch("backFaces", !scene_.IsOn("backFaces"));
             return scene_.ShowNotice(scene_.IsOn("backFaces") ? "backs are red" : "backs are invisible");
         case Qt::Key_N:
-            goToTunnel(1);
-            break;
         case Qt::Key_P:
-            goToTunnel(-1);
+            goToTunnel(event->key() == Qt::Key_N ? 1 : -1);
             break;
         case Qt::Key_S:
             return AskForPicture();
@@ -174,16 +172,12 @@ void ViewWindow::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_O:
             return AskForFile();
         case Qt::Key_Left:
-            camera.Drag(-kStep, 0, pans);
-            break;
         case Qt::Key_Right:
-            camera.Drag(kStep, 0, pans);
+            camera.Drag(event->key() == Qt::Key_Right ? kStep : -kStep, 0, pans);
             break;
         case Qt::Key_Up:
-            moveUp(1);
-            break;
         case Qt::Key_Down:
-            moveUp(-1);
+            moveUp(event->key() == Qt::Key_Up ? 1 : -1);
             break;
         case Qt::Key_Plus:
         case Qt::Key_Equal:

@@ -66,19 +66,12 @@ void ApplyTabOrder(TabOrder order) {
 
 void FitTexts(const std::vector<TextRoom>& texts) {
     constexpr int kMinStretch = 60, kStep = 2;  // percent
-    // Each stretch that is tried costs a font lookup, so start with a guess from the widths.
     int stretch = 100;
-    for (const TextRoom& text : texts) {
-        const int width = SizeWith(text.control->font(), text).width();
-        if (!text.wraps && width > text.room.width())
-            stretch = std::min(stretch, 100 * text.room.width() / width / kStep * kStep);
-    }
     const auto stretched = [&](const TextRoom& text) {
         QFont font = text.control->font();
         font.setStretch(stretch);
         return font;
     };
-    stretch = std::max(stretch, kMinStretch);
     const auto fits = [&](const TextRoom& text) { return Fits(stretched(text), text); };
     while (stretch > kMinStretch && !std::all_of(texts.begin(), texts.end(), fits))
         stretch -= kStep;

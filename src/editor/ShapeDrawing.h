@@ -41,8 +41,7 @@ struct ContourColors {
 
 // The colours of a node's two points, or of the two edges that start at it; the selected one gets `selected`.
 inline ContourColors ColorsOf(std::int32_t node, ColorRGB inside, ColorRGB outside, ColorRGB selected) {
-    if (node >= 0 && node == TunnelShape.SelectedNode)
-        (TunnelShape.SelectedIsOutside ? outside : inside) = selected;
+    if (node == TunnelShape.SelectedNode) (TunnelShape.SelectedIsOutside ? outside : inside) = selected;
     return {inside, outside};
 }
 
@@ -80,11 +79,11 @@ void DrawNode(Surface& surface, std::int32_t node, ShownNodes shown) {
 // The edges of both contours from one node to another, in the colours of node `from`.
 template <class Surface>
 void DrawEdges(Surface& surface, std::int32_t from, std::int32_t to) {
-    const auto a = static_cast<std::size_t>(from), b = static_cast<std::size_t>(to);
     const ContourColors colors = ColorsOf(from, kInsideEdge, kOutsideEdge, kSelectedEdge);
     surface.SetPenWidth(1);
-    surface.Line(OnCanvas(TunnelShape.InsideNodes[a]), OnCanvas(TunnelShape.InsideNodes[b]), colors.inside);
-    surface.Line(OnCanvas(TunnelShape.OutsideNodes[a]), OnCanvas(TunnelShape.OutsideNodes[b]),
+    surface.Line(OnCanvas(TunnelShape.InsideNodes[from]), OnCanvas(TunnelShape.InsideNodes[to]),
+                 colors.inside);
+    surface.Line(OnCanvas(TunnelShape.OutsideNodes[from]), OnCanvas(TunnelShape.OutsideNodes[to]),
                  colors.outside);
 }
 

@@ -155,9 +155,8 @@ void PutFaces(const Mesh3DS& mesh, const MeshLengths& lengths, OutputFile& file)
         PutWord(static_cast<std::uint16_t>(i), file);
 
     PutChunkHeader(SMOOTH_GROUP, lengths.smoothGroups, file);
-    for (const std::int32_t group : mesh.SmoothGroups)
-        PutDword(static_cast<std::uint32_t>(group), file);
-    if (mesh.SmoothGroups.empty()) file.Write(std::vector<std::uint8_t>(4 * mesh.Faces.size()));
+    for (std::size_t i = 0; i < mesh.Faces.size(); ++i)
+        PutDword(mesh.SmoothGroups.empty() ? 0 : static_cast<std::uint32_t>(mesh.SmoothGroups[i]), file);
 }
 
 void PutMesh(const Mesh3DS& mesh, OutputFile& file) {
