@@ -105,11 +105,11 @@ std::vector<std::string> ShapeWarnings(const TunnelShapeState& shape, bool doubl
         return {"The shape has coordinates that are not finite; most programs will refuse the object."};
     std::vector<std::string> warnings;
     if (nodes < 3) warnings.push_back("The shape has fewer than three nodes.");
-    const std::vector<Vector3D>* const drawn[] = {&shape.InsideNodes, &shape.OutsideNodes};
-    const Contour contours[] = {ContourOf(*drawn[0]), ContourOf(*drawn[1])};
+    const std::vector<Vector3D>* const nodeLists[] = {&shape.InsideNodes, &shape.OutsideNodes};
+    const Contour contours[] = {ContourOf(*nodeLists[0]), ContourOf(*nodeLists[1])};
     const std::string names[] = {"The inside contour", "The outside contour"};
     for (int i = 0; i < 2; ++i) {
-        if (TwiceAreaOf(*drawn[i]) < 0 && !doubleSided)
+        if (TwiceAreaOf(*nodeLists[i]) < 0 && !doubleSided)
             warnings.push_back(names[i] + " runs clockwise, so its walls face the wrong way.");
         if (nodes <= kMaxNodesForCrossings && ContoursCross(contours[i], contours[i]))
             warnings.push_back(names[i] + " crosses itself.");

@@ -1,5 +1,4 @@
 // boreforge-batch: the tunnel job from a command line, for scripts.
-#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -7,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "base/Text.h"

@@ -98,7 +98,7 @@ class Reader {
             if (chunk.Id() == M3D_VERSION) chunk.Finish(4);
             if (chunk.Id() == MDATA) ReadMeshData(chunk);
         }
-        if (coordinate_) throw ObjectDamage(*coordinate_);
+        if (badCoordinate_) throw ObjectDamage(*badCoordinate_);
     }
 
   private:
@@ -210,8 +210,8 @@ class Reader {
     // A bad coordinate doesn't affect the rest of the file, so everything else is checked first.
     float Coordinate(Chunk& points) {
         const float value = points.Number();
-        if (!(std::fabs(value) <= kMaxCoordinate) && !coordinate_)
-            coordinate_ = {
+        if (!(std::fabs(value) <= kMaxCoordinate) && !badCoordinate_)
+            badCoordinate_ = {
                 points.FieldStart(),
                 std::isfinite(value) ? "a coordinate is too far away" : "a coordinate is not finite", true};
         return value;
@@ -259,7 +259,7 @@ class Reader {
     // Ordered: a file can be made so that all of its names have the same hash.
     std::map<std::string, std::uint32_t> materials_;  // their indices by name
     std::set<std::string> objects_;                   // the names
-    std::optional<ObjectDamage> coordinate_;          // the first bad one
+    std::optional<ObjectDamage> badCoordinate_;       // the first bad one
 };
 
 }  // namespace

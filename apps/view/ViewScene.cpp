@@ -123,7 +123,7 @@ ViewScene::ViewScene() {
 
 Outcome ViewScene::OpenObject(const std::string& path) {
     path_ = path;
-    read_ = StampOf(path);
+    readStamp_ = StampOf(path);
     Object3DS object;
     std::vector<ObjectSurface> surfaces;
     const auto readAll = [&] {
@@ -164,8 +164,8 @@ Outcome ViewScene::OpenTrackFile(const std::string& path) {
 void ViewScene::FollowFile() {
     constexpr int kSettled = 200;  // milliseconds for which a file stays unchanged before it is read
     fileTimer_.callOnTimeout([this] {
-        const FileStamp stamp = StampOf(path_), before = std::exchange(seen_, stamp);
-        if (!path_.empty() && stamp == before && stamp != read_) std::ignore = OpenObject(path_);
+        const FileStamp stamp = StampOf(path_), before = std::exchange(lastStamp_, stamp);
+        if (!path_.empty() && stamp == before && stamp != readStamp_) std::ignore = OpenObject(path_);
     });
     fileTimer_.start(kSettled);
 }
@@ -207,7 +207,7 @@ void ViewScene::ShowCamera() {
         rideClock_.start();
         rideTimer_.start();
     }
-    Moved();
+    onMoved();
 }
 
 }  // namespace boreforge

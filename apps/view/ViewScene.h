@@ -38,7 +38,7 @@ class ViewScene {
     CameraControl camera;
     void ShowCamera();
     // Called by ShowCamera.
-    std::function<void()> Moved = [] {};
+    std::function<void()> onMoved = [] {};
     CameraPose Pose() const { return camera.Pose(track_); }
 
     // Shows a short notice until the next key is pressed.
@@ -55,8 +55,8 @@ class ViewScene {
   private:
     void ShowGeometry();
 
-    std::string path_, shownPath_;  // shownPath_: of the object that was read last
-    FileStamp read_, seen_;         // of the object's file: at the last read, and at the last look
+    std::string path_, shownPath_;     // shownPath_: of the object that was read last
+    FileStamp readStamp_, lastStamp_;  // of the object's file: at the last read, and at the last look
     Object3DS object_;
     TrackPath track_;
     QQuick3DGeometry walls_, rails_;

@@ -39,7 +39,7 @@ ViewWindow::ViewWindow(ViewScene& scene) : scene_(scene) {
 // Hiding waits for the render thread. Otherwise QQuickView deletes the materials while that thread may still
 // draw with them.
 ViewWindow::~ViewWindow() {
-    scene_.Moved = [] {};
+    scene_.onMoved = [] {};
     hide();
 }
 
@@ -90,7 +90,7 @@ void ViewWindow::DrawPlainlyWhileMoving() {
     stillTimer_.setInterval(kStill);
     stillTimer_.start();
     connect(&stillTimer_, &QTimer::timeout, this, [this] { scene_.Switch("fine", true); });
-    scene_.Moved = [this] {
+    scene_.onMoved = [this] {
         if (!isSlow_) return;
         scene_.Switch("fine", false);
         stillTimer_.start();

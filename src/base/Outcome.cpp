@@ -9,7 +9,7 @@ namespace boreforge {
 
 namespace {
 
-void FillIn(std::string& text, const std::string& context) {
+void SetIfEmpty(std::string& text, const std::string& context) {
     if (text.empty()) text = context;
 }
 
@@ -33,11 +33,11 @@ std::string Failure::Text() const {
 Outcome Outcome::With(const Failure& context) const {
     if (!failure_) return *this;
     Failure failure = *failure_;
-    FillIn(failure.headline, context.headline);
-    FillIn(failure.path, context.path);
-    FillIn(failure.reason, context.reason);
-    FillIn(failure.consequence, context.consequence);
-    FillIn(failure.advice, context.advice);
+    SetIfEmpty(failure.headline, context.headline);
+    SetIfEmpty(failure.path, context.path);
+    SetIfEmpty(failure.reason, context.reason);
+    SetIfEmpty(failure.consequence, context.consequence);
+    SetIfEmpty(failure.advice, context.advice);
     return failure;
 }
 

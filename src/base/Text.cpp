@@ -54,7 +54,7 @@ std::optional<std::string> ToWindows1252(std::string_view text) {
     return bytes;
 }
 
-bool ControlsTerminal(char32_t character) {
+bool IsUnsafeToPrint(char32_t character) {
     return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x061C ||
            character == 0x200E || character == 0x200F || (character >= 0x2028 && character <= 0x202E) ||
            (character >= 0x2066 && character <= 0x2069);
@@ -65,7 +65,7 @@ std::string ToPrintable(std::string_view text) {
     while (!text.empty()) {
         const std::string_view before = text;
         const char32_t character = TakeCharacter(text);
-        if (character == kInvalidCharacter || (character != '\n' && ControlsTerminal(character)))
+        if (character == kInvalidCharacter || (character != '\n' && IsUnsafeToPrint(character)))
             printable += '?';
         else
             printable += before.substr(0, before.size() - text.size());

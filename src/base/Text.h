@@ -19,7 +19,7 @@ char32_t TakeCharacter(std::string_view& text);
 std::optional<std::string> ToWindows1252(std::string_view text);
 
 // Control characters, and those of Unicode that break lines or change the direction of writing.
-bool ControlsTerminal(char32_t character);
+bool IsUnsafeToPrint(char32_t character);
 
 // Replaces everything that isn't UTF-8 or could control a terminal with "?". Line ends stay.
 std::string ToPrintable(std::string_view text);

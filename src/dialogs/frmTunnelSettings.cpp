@@ -7,8 +7,6 @@
 #include <QScreen>
 #include <QWindow>
 
-#include <tuple>
-
 #include "dialogs/MessageBoxes.h"
 #include "dialogs/QtColor.h"
 #include "dialogs/mColorDialog.h"

@@ -19,9 +19,9 @@ WheelTurn Wheel;
 
 namespace {
 
-constexpr double kHitRange = 0.3;  // shape units in x and y, at any zoom
-constexpr double kFreeStep = 0.1;  // shape units that an arrow key moves a point by if snapping is off
-constexpr double kFreeWall = 0.5;  // shape units of an even wall if snapping is off
+constexpr double kHitRange = 0.3;       // shape units in x and y, at any zoom
+constexpr double kUnsnappedStep = 0.1;  // shape units that an arrow key moves a point by if snapping is off
+constexpr double kUnsnappedWall = 0.5;  // shape units of an even wall if snapping is off
 
 bool IsHit(const Vector3D& point, const Vector3D& position) {
     return std::fabs(double(position.x) - point.x) < kHitRange &&
@@ -100,7 +100,7 @@ void InsertMidway() {
 }
 
 // All changes while a mouse button is down are one step, which ends with its release.
-void EndStep(const EditorControls& controls) {
+void EndStepUnlessDragging(const EditorControls& controls) {
     if (!controls.buttonDown) EndShapeStep();
 }
 
@@ -135,7 +135,7 @@ bool ApplyTool(ShapeTool tool, const EditorControls& controls) {
             return true;
         case ShapeTool::EvenWall: {
             const float interval = ActiveInterval(controls);
-            return MakeWallEven(interval > 0 ? interval : kFreeWall);
+            return MakeWallEven(interval > 0 ? interval : kUnsnappedWall);
         }
         case ShapeTool::Reverse:
             ReverseTunnelShape();
@@ -176,7 +176,7 @@ void MovePoint(Vector3D& point, double x, double y) {
 bool MoveByKey(const KeyPress& key, const EditorControls& controls) {
     if (TunnelShape.SelectedNode < 0) return false;
     const float interval = ActiveInterval(controls);
-    const double step = interval > 0 ? interval : kFreeStep;
+    const double step = interval > 0 ? interval : kUnsnappedStep;
     const int right = (key.code == KeyCode::Right) - (key.code == KeyCode::Left);
     const int up = (key.code == KeyCode::Up) - (key.code == KeyCode::Down);
     const bool outside = TunnelShape.SelectedIsOutside;
@@ -232,7 +232,7 @@ std::string FormatPosition(float value) {
 }
 
 bool PressMouse(MouseButton button, float x, float y, const EditorControls& controls) {
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     LastMouse = {x, y};
     if (button != MouseButton::Left) return false;
     TunnelShape.SelectedNode = -1;
@@ -258,14 +258,14 @@ bool MoveMouse(MouseState state, float x, float y, const EditorControls& control
 
 bool ReleaseMouse(MouseButton button, const EditorControls& controls) {
     if (button == MouseButton::Right) TunnelShape.SelectedNode = -1;
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     return true;
 }
 
 bool RunShapeTool(ShapeTool tool, const EditorControls& controls) {
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     const bool done = ApplyTool(tool, controls);
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     return done;
 }
 
@@ -286,15 +286,15 @@ bool TurnWheel(int eighths, const EditorControls& controls) {
 }
 
 void UsePreset(PresetShape preset, const EditorControls& controls) {
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     MakePresetShape(preset);
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
 }
 
 Outcome OpenShapeFile(const std::string& path, const EditorControls& controls) {
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     const Outcome loaded = LoadTunnelShape(path);
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     return loaded;
 }
 
@@ -307,7 +307,7 @@ bool PressKey(const KeyPress& key, bool onCanvas, const EditorControls& controls
     const bool acts = onCanvas && !key.super && !controls.buttonDown;
     const bool arrow = key.code >= KeyCode::Left && key.code <= KeyCode::Down;
     if (acts && arrow && !key.control) return MoveByKey(key, controls);
-    EndStep(controls);
+    EndStepUnlessDragging(controls);
     if (!acts || key.alt) return false;
     if (arrow) return SelectByKey(key.code, controls.shown);
     if (key.code != KeyCode::Escape || TunnelShape.SelectedNode < 0) return false;

@@ -15,7 +15,9 @@ namespace {
 
 float AwayFromAxis(float value) { return value < 0 ? value - 0.5f : value + 0.5f; }
 
-Vector3D DefaultPartner(const Vector3D& node) { return {AwayFromAxis(node.x), AwayFromAxis(node.y), node.z}; }
+Vector3D DefaultOutsidePoint(const Vector3D& node) {
+    return {AwayFromAxis(node.x), AwayFromAxis(node.y), node.z};
+}
 
 bool IsNode(std::int32_t index) { return index >= 0 && index < TunnelShape.NodeCount(); }
 
@@ -47,14 +49,14 @@ Direction DirectionFrom(const std::vector<Vector3D>& contour, std::size_t node, 
 
 // From a node to its partner in a wall of thickness 1, away from the enclosed side.
 Direction MitreAt(const std::vector<Vector3D>& contour, std::size_t node, bool counterClockwise) {
-    constexpr double kMaxLength = 3, kStraightBack = 1e-9;
+    constexpr double kMaxLength = 3, kSpikeTolerance = 1e-9;
     const Direction back = DirectionFrom(contour, node, contour.size() - 1);
     const Direction ahead = DirectionFrom(contour, node, 1);
     // The sum of the unit normals of both edges, to the right of the direction of travel.
     const double side = counterClockwise ? 1 : -1;
     const double x = side * (ahead.y - back.y), y = side * (back.x - ahead.x);
     const double sum = std::hypot(x, y);
-    if (sum < kStraightBack) return {-kMaxLength * back.x, -kMaxLength * back.y};  // the tip of a spike
+    if (sum < kSpikeTolerance) return {-kMaxLength * back.x, -kMaxLength * back.y};  // the tip of a spike
     const double length = std::min(2 / sum, kMaxLength);
     return {x / sum * length, y / sum * length};
 }
@@ -92,7 +94,7 @@ void ResetTunnelShape() {
 void AddShapeNode(Vector3D node) {
     MakeRoomForNode();
     TunnelShape.InsideNodes.push_back(node);
-    TunnelShape.OutsideNodes.push_back(DefaultPartner(node));
+    TunnelShape.OutsideNodes.push_back(DefaultOutsidePoint(node));
 }
 
 void DeleteShapeNode(std::int32_t index) {
@@ -105,7 +107,7 @@ void InsertShapeNode(std::int32_t index, Vector3D node) {
     if (!IsNode(index)) return;
     MakeRoomForNode();
     TunnelShape.InsideNodes.insert(TunnelShape.InsideNodes.begin() + index + 1, node);
-    TunnelShape.OutsideNodes.insert(TunnelShape.OutsideNodes.begin() + index + 1, DefaultPartner(node));
+    TunnelShape.OutsideNodes.insert(TunnelShape.OutsideNodes.begin() + index + 1, DefaultOutsidePoint(node));
 }
 
 void MirrorTunnelShape() {

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
-#include <vector>
 
 #include "export3ds/ChunkIds.h"
 #include "export3ds/mSave3DSObject.h"
@@ -24,7 +23,7 @@ constexpr std::int32_t kPercentLength = kHeaderLength + 2;
 constexpr std::int32_t kMatrixLength = kHeaderLength + 12 * 4;
 
 constexpr std::uint32_t kFormatVersion = 3;
-constexpr std::uint32_t kMasterScale = 0x421D7AF6;       // 39.37008, inches to the metre
+constexpr std::uint32_t kMasterScaleBits = 0x421D7AF6;   // 39.37008, inches to the metre
 constexpr std::uint32_t kMatrixOriginBits = 0x3A83126F;  // 0.001
 constexpr std::int16_t kAllEdgesVisible = 7;
 
@@ -220,7 +219,7 @@ Outcome Write3DSFile(OutputFile& file) {
     for (const Material3DS& material : Model3DS.Materials)
         PutMaterial(material, file);
     PutChunkHeader(MASTER_SCALE, kScaleLength, file);
-    PutDword(kMasterScale, file);
+    PutDword(kMasterScaleBits, file);
     for (const Mesh3DS& mesh : Model3DS.Meshes)
         PutMesh(mesh, file);
     return {};

@@ -1,7 +1,5 @@
 #include "job/TunnelSettings.h"
 
-#include <cstddef>
-
 namespace boreforge {
 
 namespace {

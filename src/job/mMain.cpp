@@ -1,6 +1,5 @@
 #include "job/mMain.h"
 
-#include <algorithm>
 #include <limits>
 #include <tuple>
 
@@ -26,7 +25,7 @@ namespace {
 constexpr std::int16_t kShininess = 25;
 constexpr std::int16_t kShininessStrength = 5;
 
-bool IsTunnel(std::int32_t index) { return TrackFile.Segments[index].IsTunnel != kFalse; }
+bool IsTunnel(std::int32_t index) { return TrackFile.Segments[index].IsTunnel; }
 
 // Calls `sweep` with the index of each tunnel segment in ascending order.
 template <class Sweep>
@@ -176,7 +175,7 @@ Outcome CheckJob(const TunnelJobSettings& settings, const SkippedSteps& skipped)
 Outcome MakeFiles(const TunnelJobSettings& settings, const SkippedSteps& skipped) {
     const std::string path = settings.OutputPath;
     OutputFile object;
-    TrackSave track;
+    TrackWriter track;
     const auto trackStep = [&](const auto& step, const std::string& state) {
         return skipped.track ? Outcome() : ExplainTrack(step(), state);
     };
@@ -206,8 +205,9 @@ Outcome MakeFiles(const TunnelJobSettings& settings, const SkippedSteps& skipped
 }  // namespace
 
 std::int32_t CountTunnelSegments() {
-    return static_cast<std::int32_t>(std::ranges::count_if(
-        TrackFile.Segments, [](const TrackSegment& segment) { return segment.IsTunnel != kFalse; }));
+    std::int32_t count = 0;
+    ForEachTunnelSegment([&](std::int32_t) { ++count; });
+    return count;
 }
 
 Outcome OpenTrack(const std::string& path) {

@@ -71,7 +71,7 @@ struct FileCalls {
     // Renames `from` to `to`. EEXIST if there is such a file, even if it was made a moment ago.
     int (*renameIn)(int folder, const char* from, const char* to);
     // Whether replaceIn can replace a file that is open.
-    bool replacesOpenFiles;
+    bool canReplaceOpenFiles;
     int (*removeIn)(int folder, const char* name);
 };
 

@@ -129,7 +129,7 @@ FileCalls SystemFileCalls() {
         return ::renameat(folder, from, folder, to);
     };
     calls.renameIn = RenameIn;
-    calls.replacesOpenFiles = true;
+    calls.canReplaceOpenFiles = true;
     calls.removeIn = [](int folder, const char* name) { return ::unlinkat(folder, name, 0); };
     return calls;
 }

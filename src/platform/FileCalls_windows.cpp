@@ -47,7 +47,7 @@ int FailWith(DWORD error) {
     return -1;
 }
 
-int Result(BOOL good) { return good ? 0 : FailWith(::GetLastError()); }
+int ZeroOrErrno(BOOL good) { return good ? 0 : FailWith(::GetLastError()); }
 
 // Repeats a call for up to a second while another program holds the file: virus scanners and indexers open
 // what has just been written.
@@ -126,16 +126,16 @@ int Lock(int file) {
     OVERLAPPED position{};
     position.OffsetHigh = 0x7FFFFFFF;
     constexpr DWORD kFlags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
-    return Result(::LockFileEx(HandleOf(file), kFlags, 0, 1, 0, &position));
+    return ZeroOrErrno(::LockFileEx(HandleOf(file), kFlags, 0, 1, 0, &position));
 }
 
 int Rename(const std::wstring& from, const std::wstring& to) {
     return RetryWhileInUse(
-        [&] { return Result(::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH)); }, true);
+        [&] { return ZeroOrErrno(::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH)); }, true);
 }
 
 int Remove(const std::wstring& path) {
-    return RetryWhileInUse([&] { return Result(::DeleteFileW(path.c_str())); });
+    return RetryWhileInUse([&] { return ZeroOrErrno(::DeleteFileW(path.c_str())); });
 }
 
 // The system renames the old file to a backup, then the new file to the old one.
@@ -204,7 +204,7 @@ FileCalls SystemFileCalls() {
     calls.renameIn = [](int folder, const char* from, const char* to) {
         return Rename(PathIn(folder, from), PathIn(folder, to));
     };
-    calls.replacesOpenFiles = false;
+    calls.canReplaceOpenFiles = false;
     calls.removeIn = [](int folder, const char* name) { return Remove(PathIn(folder, name)); };
     return calls;
 }

@@ -28,6 +28,23 @@ Failure OpenFailure() {
     return SystemFailure(errno);
 }
 
+// The whole content of an open file, whose position must be 0. `after`: as it was afterwards.
+Outcome ReadOpenFile(int file, Bytes& content, FileInfo& after) {
+    const Failure changes{.reason = "It was being changed while it was read.", .problem = Problem::Changed};
+    FileInfo before;
+    if (fileCalls.inspect(file, &before) != 0) return SystemFailure(errno);
+    if (!before.isRegular) return Failure{.reason = "It is not a regular file."};
+    if (before.size > kMaxFileSize) return Failure{.reason = "It is too large to be read."};
+    const auto size = static_cast<std::size_t>(before.size);
+    content.resize(size);
+    const std::int64_t got = ReadFully(file, content.data(), size);
+    if (got < 0) return SystemFailure(errno);
+    if (got != before.size) return changes;
+    if (fileCalls.inspect(file, &after) != 0) return SystemFailure(errno);
+    if (!IsUnchanged(before, after)) return changes;
+    return {};
+}
+
 }  // namespace
 
 std::int64_t ReadFully(int file, void* bytes, std::size_t count) {
@@ -69,27 +86,6 @@ Outcome HashOpenFile(int file, std::size_t& hash) {
         hash = WithPiece(hash, std::span(piece).first(static_cast<std::size_t>(got)));
     }
 }
-
-namespace {
-
-// The whole content of an open file, whose position must be 0. `after`: as it was afterwards.
-Outcome ReadOpenFile(int file, Bytes& content, FileInfo& after) {
-    const Failure changes{.reason = "It was being changed while it was read.", .problem = Problem::Changed};
-    FileInfo before;
-    if (fileCalls.inspect(file, &before) != 0) return SystemFailure(errno);
-    if (!before.isRegular) return Failure{.reason = "It is not a regular file."};
-    if (before.size > kMaxFileSize) return Failure{.reason = "It is too large to be read."};
-    const auto size = static_cast<std::size_t>(before.size);
-    content.resize(size);
-    const std::int64_t got = ReadFully(file, content.data(), size);
-    if (got < 0) return SystemFailure(errno);
-    if (got != before.size) return changes;
-    if (fileCalls.inspect(file, &after) != 0) return SystemFailure(errno);
-    if (!IsUnchanged(before, after)) return changes;
-    return {};
-}
-
-}  // namespace
 
 Outcome ReadWholeFile(const std::string& path, Bytes& content, FileState* state) {
     content.clear();

@@ -15,7 +15,7 @@ namespace boreforge {
 
 namespace {
 
-constexpr unsigned kPrivate = 0600, kUsual = 0666;
+constexpr unsigned kPrivateMode = 0600, kDefaultMode = 0666;
 constexpr std::size_t kBeginningLength = 4;
 
 Failure Changed() { return {.reason = "It was changed by another program.", .problem = Problem::Changed}; }
@@ -34,7 +34,7 @@ Outcome OutputFile::Open(const std::string& path, const SaveRules& rules) {
     Close();
     rules_ = rules;
     const Outcome opened = FindTarget(path)
-                               .Then([&] { return rules_.asRead ? Lock(oldFile_.Get()) : Outcome(); })
+                               .Then([&] { return rules_.expectedState ? Lock(oldFile_.Get()) : Outcome(); })
                                .Then([&] { return CheckTarget(); })
                                .Then([&] { return CheckBeginning(); })
                                .Then([&] { return CheckContent(); })
@@ -49,7 +49,7 @@ Outcome OutputFile::Open(const std::string& path, const SaveRules& rules) {
 Outcome OutputFile::FindTarget(const std::string& path) {
     oldFile_ = OpenFile(fileCalls.open(path.c_str(), OpenFor::ReadingAndWriting));
     if (!oldFile_ && errno != ENOENT) return SystemFailure(errno);
-    if (!oldFile_ && rules_.asRead) return Changed();
+    if (!oldFile_ && rules_.expectedState) return Changed();
     const std::string real = oldFile_ ? RealPath(path) : path;
     if (real.empty()) return SystemFailure(oldFile_ ? errno : ENOENT);
     const SplitPath split = Split(real);
@@ -79,12 +79,12 @@ Outcome OutputFile::CheckBeginning() const {
 }
 
 Outcome OutputFile::CheckContent() const {
-    if (!rules_.asRead) return {};
-    if (oldInfo_.size != rules_.asRead->info.size) return Changed();
+    if (!rules_.expectedState) return {};
+    if (oldInfo_.size != rules_.expectedState->info.size) return Changed();
     if (fileCalls.rewind(oldFile_.Get()) != 0) return SystemFailure(errno);
     std::size_t hash = 0;
     if (Outcome read = HashOpenFile(oldFile_.Get(), hash); !read) return read;
-    return hash == rules_.asRead->hash ? Outcome() : Changed();
+    return hash == rules_.expectedState->hash ? Outcome() : Changed();
 }
 
 Outcome OutputFile::OpenTemporary() {
@@ -93,8 +93,8 @@ Outcome OutputFile::OpenTemporary() {
     std::string name;
     do {
         name = ".boreforge-" + std::to_string(ProcessId()) + "-" + std::to_string(++number) + ".tmp";
-        newFile_ = OpenFile(fileCalls.createIn(folder_.Get(), name.c_str(),
-                                               oldFile_ || rules_.permissionsOf ? kPrivate : kUsual));
+        newFile_ = OpenFile(fileCalls.createIn(
+            folder_.Get(), name.c_str(), oldFile_ || rules_.permissionsOf ? kPrivateMode : kDefaultMode));
     } while (!newFile_ && errno == EEXIST);
     if (newFile_) {
         newName_ = std::move(name);
@@ -121,13 +121,13 @@ void OutputFile::Write(std::span<const std::uint8_t> bytes) {
 }
 
 void OutputFile::FlushBuffer() {
-    if (written_) written_ = WriteFully(newFile_.Get(), {buffer_.get(), used_});
+    if (writeOutcome_) writeOutcome_ = WriteFully(newFile_.Get(), {buffer_.get(), used_});
     used_ = 0;
 }
 
 Outcome OutputFile::Complete() {
     FlushBuffer();
-    if (!written_) return written_;
+    if (!writeOutcome_) return writeOutcome_;
     // Again, since writing clears the set-id bits.
     if (Outcome kept = SetRights(); !kept) return kept;
     if (fileCalls.flush(newFile_.Get()) != 0) return SystemFailure(errno);
@@ -147,7 +147,7 @@ Outcome OutputFile::PutInPlace() {
     if (Outcome same = CheckTargetAgain(); !same) return same;
     const BlockedSignals blocked;
     const auto rename = oldFile_ ? fileCalls.replaceIn : fileCalls.renameIn;
-    if (!fileCalls.replacesOpenFiles) (void)oldFile_.Close();
+    if (!fileCalls.canReplaceOpenFiles) (void)oldFile_.Close();
     if (rename(folder_.Get(), newName_.c_str(), name_.c_str()) != 0)
         return errno == EEXIST ? Changed() : SystemFailure(errno);
     ForgetUnfinished(folder_.Get(), newName_);
@@ -175,7 +175,7 @@ void OutputFile::Close() {
     oldFile_ = OpenFile();
     folder_ = OpenFile();
     used_ = 0;
-    written_ = {};
+    writeOutcome_ = {};
 }
 
 Outcome SaveFile(const std::string& path, const SaveRules& rules,

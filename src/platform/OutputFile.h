@@ -21,7 +21,7 @@ struct SaveRules {
     std::function<Outcome(std::string_view beginning)> mayReplace = {};
     // The old file must be there and still have the content that it had when it was read, and no other of our
     // programs may be saving it. It is locked against them until the save is over.
-    const FileState* asRead = nullptr;
+    const FileState* expectedState = nullptr;
     // If there is no old file, the new one gets only permissions that this file has.
     const FileState* permissionsOf = nullptr;
 };
@@ -88,7 +88,7 @@ class OutputFile {
     std::string newName_;  // its name; empty if there is none
     std::unique_ptr<std::uint8_t[]> buffer_;
     std::size_t used_ = 0;
-    Outcome written_;  // the first failed write
+    Outcome writeOutcome_;  // the first failed write
 };
 
 // Replaces or creates the file at `path`, in the steps above, with what `write` writes. A folder that can't

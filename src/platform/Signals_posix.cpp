@@ -19,9 +19,9 @@ struct UnfinishedFile {
 
 UnfinishedFile unfinished[kMaxUnfinished];
 pthread_t mainThread;
-sigset_t caught;  // the signals with our handler
-sigset_t before;  // those blocked before the outermost BlockedSignals
-int blocks = 0;   // BlockedSignals that exist
+sigset_t caught;     // the signals with our handler
+sigset_t before;     // those blocked before the outermost BlockedSignals
+int blockDepth = 0;  // BlockedSignals that exist
 
 // SIGKILL and SIGSTOP can't be caught anyway.
 bool EndsProgram(int signal) {
@@ -62,11 +62,11 @@ void RemoveUnfinishedOnSignals() {
 }
 
 BlockedSignals::BlockedSignals() {
-    if (blocks++ == 0) (void)::pthread_sigmask(SIG_BLOCK, &caught, &before);
+    if (blockDepth++ == 0) (void)::pthread_sigmask(SIG_BLOCK, &caught, &before);
 }
 
 BlockedSignals::~BlockedSignals() {
-    if (--blocks == 0) (void)::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    if (--blockDepth == 0) (void)::pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 void NoteUnfinished(int folder, const std::string& name) {

@@ -63,15 +63,15 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
     if (!(traced.Length > 0)) return;
     const float step = static_cast<float>(1 / (double(traced.Length) * 10));
     Vector3D previous = piece.p0;
-    float since = 0;
+    float sinceSample = 0;
     float walked = 0;
     for (float t = step; t <= 1.0f; t += step) {
         const Vector3D point = piece.At(t);
         const double distance = VecDistance(previous, point);
-        since = static_cast<float>(since + distance);
+        sinceSample = static_cast<float>(sinceSample + distance);
         walked = static_cast<float>(walked + distance);
-        if (since >= kSampleSpacing) {
-            since = 0;
+        if (sinceSample >= kSampleSpacing) {
+            sinceSample = 0;
             // The frame follows the last short chord, not the line from the last sample.
             TurnTowards(frame, MatTransformPoint(MatTranspose(frame), VecSubtract(previous, point)));
             TraceSample& sample = traced.Samples.emplace_back(SampleAt(point, frame));

@@ -86,12 +86,13 @@ void SkipForeignChunk(ReadCursor& at) {
 // Why the chunk that begins at byte `start` can't be read. A known chunk's size field is otherwise ignored;
 // here it shows whether the file was cut short or is damaged.
 Failure ChunkFailure(const std::string& tag, std::ptrdiff_t start, const ReadCursor& at) {
-    const std::ptrdiff_t present = std::ssize(TrackBytes) - start;
+    const std::ptrdiff_t available = std::ssize(TrackBytes) - start;
     const std::string ofChunk = " of chunk \"" + ToOneLine(tag) + "\".";
     if (tag.empty())
         return {.reason = "It ends at byte " + std::to_string(start) + ", where another chunk is due."};
-    if (present < kTagAndSizeBytes || BigEndianAt(TrackBytes.data() + start + 4) > present - kTagAndSizeBytes)
-        return {.reason = "It ends at byte " + std::to_string(present) + ofChunk};
+    if (available < kTagAndSizeBytes ||
+        BigEndianAt(TrackBytes.data() + start + 4) > available - kTagAndSizeBytes)
+        return {.reason = "It ends at byte " + std::to_string(available) + ofChunk};
     return {.reason = "It is damaged at byte " + std::to_string(at.position - start) + ofChunk};
 }
 
@@ -151,22 +152,22 @@ Outcome ReadTrackFile(const std::string& path) {
 }
 
 Outcome WriteTrackFile(const std::string& path) {
-    TrackSave save;
+    TrackWriter save;
     return save.Open(path).Then([&] { return save.Write(); }).Then([&] { return save.PutInPlace(); });
 }
 
-Outcome TrackSave::Open(const std::string& path) {
+Outcome TrackWriter::Open(const std::string& path) {
     const std::string savePath = TrackSavePath(path);
     const bool wasRead = !TrackOnDisk.path.empty();
     replacesReadFile_ = wasRead && (savePath == TrackOnDisk.path || SameFile(savePath, TrackOnDisk.path));
     SaveRules rules;
     rules.mayReplace = [](std::string_view beginning) { return MayReplace(beginning, kTrackTag); };
-    rules.asRead = replacesReadFile_ ? &TrackOnDisk.state : nullptr;
+    rules.expectedState = replacesReadFile_ ? &TrackOnDisk.state : nullptr;
     rules.permissionsOf = wasRead ? &TrackOnDisk.state : nullptr;
     return file_.Open(savePath, rules);
 }
 
-Outcome TrackSave::Write() {
+Outcome TrackWriter::Write() {
     if (!ComputeChunkSizes()) return Failure{.reason = "It would be too large."};
     FillTrackBytes();
     size_ = std::ssize(TrackBytes);
@@ -176,7 +177,7 @@ Outcome TrackSave::Write() {
     return file_.Complete();
 }
 
-Outcome TrackSave::PutInPlace() {
+Outcome TrackWriter::PutInPlace() {
     if (Outcome placed = file_.PutInPlace(); !placed) return placed;
     std::ignore = file_.FlushFolder();  // too late to fail: the new track is in its place
     if (!replacesReadFile_) return {};

@@ -33,7 +33,7 @@ extern TrackFileOnDisk TrackOnDisk;
 Outcome WriteTrackFile(const std::string& path);
 
 // WriteTrackFile step by step, like OutputFile.
-class TrackSave {
+class TrackWriter {
   public:
     Outcome Open(const std::string& path);
     Outcome Write();

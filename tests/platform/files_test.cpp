@@ -86,7 +86,7 @@ TEST_F(FilesTest, WhatAnotherProgramDoesWithTheFileDuringTheSaveStays) {
         {"replaced", true, true, false, [&] { fs::remove(path), WriteBytes(path, kOld); }},
         {"given other permissions", true, true, true, [&] { fs::permissions(path, fs::perms(0600)); }},
     };
-    const bool isPosix = fileCalls.replacesOpenFiles;
+    const bool isPosix = fileCalls.canReplaceOpenFiles;
     for (const auto& row : cases) {
         if (row.onlyOnPosix && !isPosix) continue;
         SCOPED_TRACE(row.name);
@@ -107,10 +107,10 @@ class ReadFileTest : public FilesTest {
     ReadFileTest() {
         WriteBytes(path, kOld);
         Bytes content;
-        EXPECT_TRUE(ReadWholeFile(path, content, &asRead));
+        EXPECT_TRUE(ReadWholeFile(path, content, &expectedState));
     }
-    std::string Refusal() { return TextOf(Save({.asRead = &asRead})); }
-    FileState asRead;
+    std::string Refusal() { return TextOf(Save({.expectedState = &expectedState})); }
+    FileState expectedState;
 };
 
 TEST_F(ReadFileTest, IsReplacedIfItsContentIsAsItWasRead) {
@@ -136,7 +136,7 @@ TEST_F(ReadFileTest, ChangedDuringTheSaveStaysOnADiskWithoutTimes) {
         return result;
     };
     OutputFile file;
-    ASSERT_TRUE(file.Open(path, {.asRead = &asRead}));
+    ASSERT_TRUE(file.Open(path, {.expectedState = &expectedState}));
     ASSERT_TRUE(file.Complete());
     WriteBytes(path, Bytes(kOld.size(), 'd'));
     EXPECT_EQ(TextOf(file.PutInPlace()), kChanged);

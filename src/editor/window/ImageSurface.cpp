@@ -77,12 +77,12 @@ void ImageSurface::Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color)
     if (!ClipInterval(start.x(), delta.x(), -kMargin, Width() * density_ + kMargin, t0, t1) ||
         !ClipInterval(start.y(), delta.y(), -kMargin, Height() * density_ + kMargin, t0, t1))
         return;
-    DrawStrands(start + t0 * delta, start + t1 * delta, color);
+    DrawParallelLines(start + t0 * delta, start + t1 * delta, color);
 }
 
 // A thick line as thin ones side by side: QPainter's own would vary in thickness along a slope. At a density
 // of 1 a line is one pixel wide and is drawn as it is.
-void ImageSurface::DrawStrands(QPointF from, QPointF to, const ColorRGB& color) {
+void ImageSurface::DrawParallelLines(QPointF from, QPointF to, const ColorRGB& color) {
     const int thickness = LineThickness(penWidth_);
     painter_.setPen(QPen(ToQColor(color), density_ == 1 ? thickness : 1, Qt::SolidLine, Qt::SquareCap));
     const QPointF delta = to - from;

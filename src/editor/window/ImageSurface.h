@@ -31,7 +31,7 @@ class ImageSurface {
     void Line(CanvasPoint from, CanvasPoint to, const ColorRGB& color);
 
   private:
-    void DrawStrands(QPointF from, QPointF to, const ColorRGB& color);
+    void DrawParallelLines(QPointF from, QPointF to, const ColorRGB& color);
 
     QPointF ToDevicePixel(CanvasPoint position) const;
     // The end of a line, in device pixels.

@@ -9,13 +9,10 @@ namespace boreforge {
 
 namespace {
 
-constexpr quint32 kNoPosition = ~0u;
-
 struct Key {
     int key;  // Qt's
     KeyCode code;
-    quint32 position =
-        kNoPosition;  // of a letter: the scan code on X11 and Wayland, the same on every keyboard
+    quint32 position = ~0u;  // of a letter: its scan code on X11 and Wayland, the same on every keyboard
 };
 constexpr Key kKeys[] = {
     {Qt::Key_Escape, KeyCode::Escape}, {Qt::Key_Left, KeyCode::Left}, {Qt::Key_Up, KeyCode::Up},

@@ -80,7 +80,7 @@ FileDialogArguments ShapeFileArguments(QWidget* owner, const char* title) {
 }
 
 // Without this, Qt tells screen readers that both are groups of controls.
-QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
+QAccessibleInterface* MakeAccessibleInterface(const QString&, QObject* object) {
     if (auto* const canvas = dynamic_cast<ShapeCanvas*>(object))
         return new QAccessibleWidget(canvas, QAccessible::Canvas);
     auto* const window = dynamic_cast<frmMain*>(object);
@@ -90,7 +90,7 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
 }  // namespace
 
 frmMain::frmMain() {
-    QAccessible::installFactory(MakeAccess);
+    QAccessible::installFactory(MakeAccessibleInterface);
     setObjectName("frmMain");
     setWindowTitle(QString("Zephyrail Boreforge - v%1").arg(kVersion));
     QApplication::setWindowIcon(IconOf("boreforge"));
@@ -192,7 +192,7 @@ void frmMain::ShowMousePosition(float x, float y) {
     }
 }
 
-bool frmMain::UseMouse(const QMouseEvent& event) {
+bool frmMain::HandleMouse(const QMouseEvent& event) {
     const auto x = static_cast<float>(event.position().x()), y = static_cast<float>(event.position().y());
     const bool anotherIsDown = event.buttons() & ~event.button();
     switch (event.type()) {
@@ -212,7 +212,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     if (watched == pbShape_) {
         if (const auto* const mouse = dynamic_cast<QMouseEvent*>(event))
             ReportingOutOfMemory([&] {
-                if (UseMouse(*mouse)) Redraw();
+                if (HandleMouse(*mouse)) Redraw();
             });
         const auto* const wheel = dynamic_cast<QWheelEvent*>(event);
         const int eighths = wheel ? wheel->angleDelta().y() : 0;

@@ -35,7 +35,7 @@ class frmMain : public QWidget {
     void RedrawAndFocus();
     void ShowMousePosition(float x, float y);
     // Passes a mouse event of the canvas on to the editor. True if the canvas must be drawn again.
-    bool UseMouse(const QMouseEvent& event);
+    bool HandleMouse(const QMouseEvent& event);
 
     void RunTool(ShapeTool tool);
     void OpenShape();
