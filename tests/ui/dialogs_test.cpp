@@ -2,8 +2,6 @@
 #include <QListView>
 
 #include "UiTest.h"
-#include "dialogs/MessageBoxes.h"
-#include "platform/FileCalls.h"
 
 using namespace boreforge;
 
@@ -122,9 +120,4 @@ TEST_F(UiTest, AFileThatIsNoTrackOpensNoSettings) {
     Click(window, "btnToolBar(0)");
     EXPECT_EQ(user.messages, QStringList{"warning, Error!: Error - Invalid Track File!"});
     EXPECT_EQ(Focus(), "btnToolBar(0)");
-}
-
-TEST_F(UiTest, AnActionThatRunsOutOfMemoryIsReported) {
-    ReportingOutOfMemory([] { throw std::bad_alloc(); });
-    EXPECT_EQ(user.messages, QStringList{"warning, Error!: Error - Not Enough Memory!"});
 }

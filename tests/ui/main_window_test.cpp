@@ -93,20 +93,6 @@ TEST_F(UiTest, TheSnapBoxSelectsItsTextWhenItIsClicked) {
     EXPECT_EQ(Focus(), "txtSnap");
 }
 
-TEST_F(UiTest, TheSnapBoxKeepsItsSelectionWhenTheWindowComesBack) {
-    auto& box = Get<QLineEdit>(window, "txtSnap");
-    const struct {
-        Qt::FocusReason reason;
-        const char* selected;
-    } cases[] = {{Qt::TabFocusReason, "0.5"}, {Qt::ActiveWindowFocusReason, "0"}};
-    for (const auto& [reason, selected] : cases) {
-        box.setSelection(0, 1);
-        QFocusEvent focus(QEvent::FocusIn, reason);
-        QApplication::sendEvent(&box, &focus);
-        EXPECT_EQ(box.selectedText(), selected);
-    }
-}
-
 TEST_F(UiTest, TheSnapBoxFiltersWhatIsTyped) {
     const struct {
         const char *before, *typed, *after;  // "<" is Backspace
@@ -155,18 +141,6 @@ TEST_F(UiTest, ScreenReadersGetTheSelectedPoint) {
     WriteBytes(user.file = In("wrong.zrbf"), FromHex("'ZRBE' 00000000"));
     Click(window, "btnShapeTools(3)");
     EXPECT_EQ(canvas.text(QAccessible::Description), "0 nodes, nothing selected");
-}
-
-TEST_F(UiTest, APressedToolIsLitOnADarkDesktop) {
-    const QPalette before = QApplication::palette();
-    QApplication::setPalette(QPalette(Qt::black));
-    frmMain dark;
-    auto& tool = Get<QToolButton>(dark, "chkSnapTo");
-    const auto background = [&] { return tool.grab().toImage().pixelColor(5, 5).lightness(); };
-    const int pressed = background();
-    tool.setChecked(false);
-    EXPECT_GE(pressed, background() + 40);
-    QApplication::setPalette(before);
 }
 
 int main(int count, char** arguments) {

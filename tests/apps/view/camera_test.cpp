@@ -66,14 +66,6 @@ TEST(Ride, GoesOnFromTheEndOfTheRoundToItsStart) {
     EXPECT_NEAR(ride.position, 1, 1e-3);
 }
 
-TEST(Surroundings, TheGroundIsUnderTheObjectAndTheTrack) {
-    TrackPath path = SquarePath();
-    EXPECT_EQ(SurroundingsOf(Box(), {}).ground, 0);
-    EXPECT_EQ(SurroundingsOf(Box(), path).ground, -0.5);
-    path[7].position.y = -30;
-    EXPECT_EQ(SurroundingsOf(Box(), path).ground, -30.5);
-}
-
 // Looks at the box in a picture of 800 by 400 pixels.
 class CameraControlTest : public testing::Test {
   protected:
@@ -160,14 +152,6 @@ TEST_F(CameraControlTest, NextAndPreviousGoRoundTheTunnels) {
     EXPECT_EQ(eyeAfter(1), first);
     EXPECT_EQ(eyeAfter(-1), second);
     EXPECT_FALSE(camera.LookAtTunnel(1, SquarePath()));
-}
-
-TEST_F(CameraControlTest, ADragTurnsTheHeadOnARide) {
-    camera.StartOrStopRide(SquarePath());
-    const CameraPose ahead = camera.Pose(SquarePath());
-    camera.Drag(100, 0, false);
-    EXPECT_EQ(camera.Pose(SquarePath()).eye, ahead.eye);
-    EXPECT_GT(Dot(camera.Pose(SquarePath()).forward, ahead.right), 0.5);
 }
 
 TEST_F(CameraControlTest, AfterARideTheCameraIsWhereItWas) {

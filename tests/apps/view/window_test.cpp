@@ -25,7 +25,6 @@ bool IsTunnel(const QColor& c) { return c.red() > 1.3 * c.green() && c.blue() > 
 bool IsRail(const QColor& c) {
     return c.red() > 1.8 * c.green() && c.red() > 2.5 * c.blue() && c.green() > 20;
 }
-bool IsText(const QColor& c) { return c.lightness() < 60; }
 bool IsBack(const QColor& c) { return c.red() > 200 && c.green() < 20 && c.blue() < 20; }
 
 double ShareOf(const QImage& image, bool (*is)(const QColor&)) {
@@ -148,16 +147,6 @@ TEST_F(ViewWindowTest, RidesAlongTheTrackThatIsDropped) {
 TEST_F(ViewWindowTest, APictureAtRestIsFine) {
     EXPECT_FALSE(scene.IsOn("fine"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return scene.IsOn("fine"); }, kPatience));
-}
-
-TEST_F(ViewWindowTest, KeysSwitchTheHelpAndTheBacksOfFaces) {
-    EXPECT_LT(ShareOf(window->grabWindow(), IsText), 0.01);
-    QTest::keyClick(window.get(), Qt::Key_F1);
-    EXPECT_GT(ShareOf(window->grabWindow(), IsText), 0.01);
-    QTest::keyClick(window.get(), Qt::Key_Escape);
-    EXPECT_FALSE(scene.IsOn("help"));
-    QTest::keyClick(window.get(), Qt::Key_B);
-    EXPECT_FALSE(scene.IsOn("backFaces"));
 }
 
 TEST_F(ViewWindowTest, ANewExportShowsUpWithTheCameraWhereItWas) {
