@@ -132,7 +132,7 @@ Outcome ViewScene::OpenObject(const std::string& path) {
             return Outcome();
         });
     };
-    const Outcome read =
+    Outcome read =
         CatchingOutOfMemory(readAll, {.path = path, .reason = "There is not enough memory for it."});
     properties.insert("objectProblem", TextOf(read));
     if (!read) return read;
@@ -150,7 +150,7 @@ Outcome ViewScene::OpenObject(const std::string& path) {
 }
 
 Outcome ViewScene::OpenTrackFile(const std::string& path) {
-    const Outcome read = ReadPath(path, track_);
+    Outcome read = ReadPath(path, track_);
     properties.insert("trackProblem", TextOf(read));
     if (!read) return read;
     camera.LeaveRide();

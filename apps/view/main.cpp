@@ -78,12 +78,12 @@ Outcome CheckPicturePath(const Options& options) {
 // Opens both, so that the window has the track when the object appears later. Returns the first failure.
 Outcome OpenFiles(const Options& options, ViewScene& scene) {
     const Outcome object = options.object.empty() ? Outcome() : scene.OpenObject(options.object);
-    const Outcome track = options.track.empty() ? Outcome() : scene.OpenTrackFile(options.track);
+    Outcome track = options.track.empty() ? Outcome() : scene.OpenTrackFile(options.track);
     return object.Then([&] { return track; });
 }
 
 Outcome MakePicture(const Options& options) {
-    if (const Outcome checked = CheckPicturePath(options); !checked) return checked;
+    if (Outcome checked = CheckPicturePath(options); !checked) return checked;
     ViewScene scene;
     scene.camera.Resize(options.size.width(), options.size.height(), scene.Object());
     const Outcome ready = OpenFiles(options, scene).Then([&] {

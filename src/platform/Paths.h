@@ -24,7 +24,8 @@ std::string RealPath(const std::string& path);
 struct FileIdentity {
     std::uint64_t device = 0, number = 0;  // of the file, or of its folder if there is no file, or 0
     std::string newName;  // in lower case; empty if the file exists, the whole path if its folder doesn't
-    friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+    friend auto operator<=>(const FileIdentity&,
+                            const FileIdentity&) = default;  // NOLINT(modernize-use-nullptr)
 };
 FileIdentity IdentityOf(const std::string& path);
 
