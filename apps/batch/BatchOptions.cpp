@@ -162,8 +162,7 @@ void AddBatchOptions(CLI::App& application, BatchOptions& options) {
     application.footer(
         "Exit status: 0 done, 1 failed (the reason is on standard error), 2 wrong usage.\n"
         "After 1 or 2, a track whose tunnel could not be made is unchanged. With several tracks, each "
-        "succeeds or fails by "
-        "itself.");
+        "succeeds or fails by itself.");
     AddFileOptions(application, options);
     AddShapeOptions(application, options);
     AddLookOptions(application, options.choices);

@@ -84,8 +84,9 @@ void WalkPiece(const Piece& piece, Matrix3D frame, TracedSegment& traced) {
 
 float BankOf(const Matrix3D& frame) { return static_cast<float>(Atan2(frame[4], frame[5])); }
 
-// The roll that a node asks for, relative to the frame: straight to its bank, or over bank plus a full turn
-// if that is shorter; never over bank minus a full turn, as existing tracks expect.
+// The turn that a node asks for, relative to the frame: its roll, or the way to its bank. That way is
+// measured from the frame's bank or from a full turn above it, whichever is nearer, but not from a full turn
+// below: existing tracks were built so.
 float RelativeRoll(const TrackBezierNode& node, const Matrix3D& lastFrame) {
     if (node.RollFlag) return node.Roll;
     const float bank = BankOf(lastFrame);
